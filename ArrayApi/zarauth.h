@@ -1,0 +1,34 @@
+/*
+ * zarauth.h - password check of the array's users for the CIM server.
+ *
+ * Users, their roles and their salted password hashes live in the array's
+ * configuration (see zarcli users).  These calls open the array library on
+ * demand; they take the library's semaphore themselves and so must not be
+ * called while the caller holds it.
+ */
+#ifndef ZARAUTH_H
+#define ZARAUTH_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Returns 0 when user exists, is enabled and password matches its stored
+ * hash; non-zero otherwise, without saying which of these failed. */
+int zar_authenticateUser(const char *user, const char *password);
+
+/* Roles of array users, lowest first. */
+#define ZAR_ROLE_NONE 0
+#define ZAR_ROLE_BROWSE 1
+#define ZAR_ROLE_EDIT 2
+#define ZAR_ROLE_SUPER 3
+
+/* The role of an enabled user (ZAR_ROLE_*); ZAR_ROLE_NONE for an unknown
+ * or disabled user or when the array cannot be read. */
+int zar_userRole(const char *user);
+
+#ifdef __cplusplus
+} /* extern "C" */
+#endif
+
+#endif /* ZARAUTH_H */
