@@ -1,0 +1,104 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ArrayInternal.h: array equality, membership and sorting helpers. Internal
+// header (not brought in by Array.h).
+//%/////////////////////////////////////////////////////////////////////////////
+#ifndef Pegasus_ArrayInternal_h
+#define Pegasus_ArrayInternal_h
+
+#include <Pegasus/Common/Config.h>
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMName.h>
+
+PEGASUS_NAMESPACE_BEGIN
+
+// Same size and element-wise ==.
+template<class T>
+Boolean operator==(const Array<T>& x, const Array<T>& y)
+{
+    if (x.size() != y.size())
+        return false;
+    for (Uint32 i = 0; i < x.size(); i++)
+    {
+        if (!(x[i] == y[i]))
+            return false;
+    }
+    return true;
+}
+
+// True if some element == x (so case-insensitive for CIMName arrays).
+template<class T>
+Boolean Contains(const Array<T>& a, const T& x)
+{
+    Uint32 n = a.size();
+    const T* p = a.getData();
+    for (Uint32 i = 0; i < n; i++)
+    {
+        if (p[i] == x)
+            return true;
+    }
+    return false;
+}
+
+// Sorts ascending by operator>.
+template<class T>
+void BubbleSort(Array<T>& x)
+{
+    Uint32 n = x.size();
+    if (n < 2)
+        return;
+    for (Uint32 i = 0; i < n - 1; i++)
+    {
+        for (Uint32 j = 0; j < n - 1 - i; j++)
+        {
+            if (x[j] > x[j + 1])
+            {
+                T t = x[j];
+                x[j] = x[j + 1];
+                x[j + 1] = t;
+            }
+        }
+    }
+}
+
+// Sorts names by their spelling, case-sensitively.
+inline void BubbleSort(Array<CIMName>& x)
+{
+    Uint32 n = x.size();
+    if (n < 2)
+        return;
+    for (Uint32 i = 0; i < n - 1; i++)
+    {
+        for (Uint32 j = 0; j < n - 1 - i; j++)
+        {
+            if (x[j].getString() > x[j + 1].getString())
+            {
+                CIMName t = x[j];
+                x[j] = x[j + 1];
+                x[j + 1] = t;
+            }
+        }
+    }
+}
+
+inline void BubbleSort(Array<CIMNamespaceName>& x)
+{
+    Uint32 n = x.size();
+    if (n < 2)
+        return;
+    for (Uint32 i = 0; i < n - 1; i++)
+    {
+        for (Uint32 j = 0; j < n - 1 - i; j++)
+        {
+            if (x[j].getString() > x[j + 1].getString())
+            {
+                CIMNamespaceName t = x[j];
+                x[j] = x[j + 1];
+                x[j + 1] = t;
+            }
+        }
+    }
+}
+
+PEGASUS_NAMESPACE_END
+
+#endif

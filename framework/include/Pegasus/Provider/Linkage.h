@@ -1,0 +1,19 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// Linkage.h: PEGASUS_PROVIDER_LINKAGE marks the declarations that libpegprovider
+// exports. It expands to PEGASUS_EXPORT while the library itself is built
+// (PEGASUS_PROVIDER_INTERNAL defined) and to PEGASUS_IMPORT otherwise.
+//%/////////////////////////////////////////////////////////////////////////////
+#ifndef Pegasus_Provider_Linkage_h
+#define Pegasus_Provider_Linkage_h
+
+#include <Pegasus/Common/Config.h>
+
+#ifndef PEGASUS_PROVIDER_LINKAGE
+# ifdef PEGASUS_PROVIDER_INTERNAL
+#  define PEGASUS_PROVIDER_LINKAGE PEGASUS_EXPORT
+# else
+#  define PEGASUS_PROVIDER_LINKAGE PEGASUS_IMPORT
+# endif
+#endif
+
+#endif
