@@ -1,0 +1,307 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_InternalCacheProvider.cpp
+//%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_InternalCacheProvider.h"
+
+#include <string.h>
+
+#include <Pegasus/Common/InternalException.h>
+#include <Pegasus/Provider/ProviderException.h>
+
+#include "ZAR_ArrayAccess.h"
+#include "ZAR_InternalCacheService.h"
+
+PEGASUS_NAMESPACE_BEGIN
+
+static const String ClassName = "ZAR_InternalCacheProvider";
+
+namespace
+{
+
+const char* const _NAMESPACE = "root/PG_Internal";
+const char* const _CLASS = "ZAR_InternalCache";
+const char* const _SUFFIX = "-InternalCache";
+// The system name under which the shared helpers address the object.
+const char* const _LOCAL_NAME = "localhost";
+
+// A fixed-size text field of an array record as a String.
+String _field(const char* text, size_t size)
+{
+    return String(text, (Uint32)strnlen(text, size));
+}
+
+}  // namespace
+
+ZAR_InternalCacheProvider::ZAR_InternalCacheProvider()
+{
+}
+
+ZAR_InternalCacheProvider::~ZAR_InternalCacheProvider()
+{
+}
+
+void ZAR_InternalCacheProvider::initialize(CIMOMHandle& cimom)
+{
+    log_message(4, "-->ZAR_InternalCacheProvider::initialize(cimom)\n");
+    _cimom = cimom;
+    if (api_zarOpenForCimserver(0) != 0)
+    {
+        log_message(2, "ZAR_InternalCacheProvider::initialize(): "
+            "api_zarOpenForCimserver failed\n");
+    }
+    log_message(4, "<--ZAR_InternalCacheProvider::initialize(cimom)\n");
+}
+
+void ZAR_InternalCacheProvider::terminate()
+{
+    delete this;
+}
+
+void ZAR_InternalCacheProvider::_checkClass(const CIMObjectPath& path)
+{
+    if (!path.getClassName().equal(CIMName(_CLASS)))
+    {
+        throw CIMNotSupportedException(ClassName + " Invalid class name" +
+            path.getClassName().getString());
+    }
+}
+
+void ZAR_InternalCacheProvider::_readSystemInfo(api_sysinfo_t* info,
+    const char* operation)
+{
+    api_status_t status;
+    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0)
+    {
+        String text = ZAR_ArrayAccess::errorText(status);
+        log_message(2, "ZAR_InternalCacheProvider::%s: api_getSystemInfo "
+            "failed, status = %d\n", operation, status.code);
+        throw CIMOperationFailedException(ClassName + "::" +
+            String(operation) + " - Operation failed: " + text);
+    }
+}
+
+void ZAR_InternalCacheProvider::_checkInstanceName(const CIMObjectPath& path,
+    const api_sysinfo_t& info)
+{
+    const Array<CIMKeyBinding>& keys = path.getKeyBindings();
+    if (keys.size() != 1)
+    {
+        log_message(2, "ZAR_InternalCacheProvider: Invalid number of keys "
+            "(%u)\n", (unsigned)keys.size());
+        throw CIMInvalidParameterException(ClassName + " Expect only one key.");
+    }
+    const String own = _field(info.name, sizeof(info.name)) + _SUFFIX;
+    const String local = String(_LOCAL_NAME) + _SUFFIX;
+    const String& value = keys[0].getValue();
+    if (!keys[0].getName().equal(CIMName("InstanceID")) ||
+        !(String::equalNoCase(value, own) || String::equalNoCase(value, local)))
+    {
+        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
+    }
+}
+
+CIMObjectPath ZAR_InternalCacheProvider::_buildInstanceName(
+    const api_sysinfo_t& info)
+{
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding(CIMName("InstanceID"),
+        _field(info.name, sizeof(info.name)) + _SUFFIX,
+        CIMKeyBinding::STRING));
+    return CIMObjectPath(ZAR_ArrayAccess::pathHostName(info),
+        CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), keys);
+}
+
+CIMInstance ZAR_InternalCacheProvider::_buildInstance(
+    const api_sysinfo_t& info,
+    Boolean includeQualifiers,
+    Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList)
+{
+    CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
+        _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE),
+        CIMName(_CLASS), false, includeQualifiers, includeClassOrigin,
+        propertyList);
+    CIMInstance instance = cls.buildInstance(true, true, CIMPropertyList());
+    CIMObjectPath path = _buildInstanceName(info);
+    Uint32 pos = instance.findProperty(CIMName("InstanceID"));
+    if (pos != PEG_NOT_FOUND)
+    {
+        instance.getProperty(pos).setValue(
+            CIMValue(_field(info.name, sizeof(info.name)) + _SUFFIX));
+    }
+    instance.setPath(path);
+    return instance;
+}
+
+void ZAR_InternalCacheProvider::getInstance(
+    const OperationContext& context,
+    const CIMObjectPath& instanceReference,
+    const Boolean includeQualifiers,
+    const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList,
+    InstanceResponseHandler& handler)
+{
+    log_message(4, "-->ZAR_InternalCacheProvider::getInstance\n");
+    if (!ZAR_ArrayAccess::userMayUseArray(context))
+    {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
+            "Insufficient privilege for the user", __FILE__, __LINE__);
+    }
+    _checkClass(instanceReference);
+    api_sysinfo_t info;
+    _readSystemInfo(&info, "getInstance");
+    _checkInstanceName(instanceReference, info);
+    CIMInstance instance = _buildInstance(info, includeQualifiers,
+        includeClassOrigin, propertyList);
+    handler.processing();
+    handler.deliver(instance);
+    handler.complete();
+    log_message(4, "<--ZAR_InternalCacheProvider::getInstance\n");
+}
+
+void ZAR_InternalCacheProvider::enumerateInstances(
+    const OperationContext& context,
+    const CIMObjectPath& classReference,
+    const Boolean includeQualifiers,
+    const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList,
+    InstanceResponseHandler& handler)
+{
+    log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstances\n");
+    if (!ZAR_ArrayAccess::userMayUseArray(context))
+    {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
+            "Insufficient privilege for the user", __FILE__, __LINE__);
+    }
+    _checkClass(classReference);
+    api_sysinfo_t info;
+    _readSystemInfo(&info, "enumerateInstances");
+    CIMInstance instance = _buildInstance(info, includeQualifiers,
+        includeClassOrigin, propertyList);
+    handler.processing();
+    handler.deliver(instance);
+    handler.complete();
+    log_message(4, "<--ZAR_InternalCacheProvider::enumerateInstances\n");
+}
+
+void ZAR_InternalCacheProvider::enumerateInstanceNames(
+    const OperationContext& context,
+    const CIMObjectPath& classReference,
+    ObjectPathResponseHandler& handler)
+{
+    log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstanceNames\n");
+    if (!ZAR_ArrayAccess::userMayUseArray(context))
+    {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
+            "Insufficient privilege for the user", __FILE__, __LINE__);
+    }
+    _checkClass(classReference);
+    api_sysinfo_t info;
+    _readSystemInfo(&info, "enumerateInstanceNames");
+    handler.processing();
+    handler.deliver(_buildInstanceName(info));
+    handler.complete();
+    log_message(4, "<--ZAR_InternalCacheProvider::enumerateInstanceNames\n");
+}
+
+void ZAR_InternalCacheProvider::modifyInstance(
+    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+    const Boolean, const CIMPropertyList&, ResponseHandler&)
+{
+    throw CIMNotSupportedException(ClassName +
+        " does not support modifyInstance.");
+}
+
+void ZAR_InternalCacheProvider::createInstance(
+    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+    ObjectPathResponseHandler&)
+{
+    throw CIMNotSupportedException(ClassName +
+        " does not support createInstance.");
+}
+
+void ZAR_InternalCacheProvider::deleteInstance(
+    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+{
+    throw CIMNotSupportedException(ClassName +
+        " does not support deleteInstance.");
+}
+
+void ZAR_InternalCacheProvider::invokeMethod(
+    const OperationContext& context,
+    const CIMObjectPath& objectReference,
+    const CIMName& methodName,
+    const Array<CIMParamValue>&,
+    MethodResultResponseHandler& handler)
+{
+    log_message(4, "-->ZAR_InternalCacheProvider::invokeMethod\n");
+    if (!ZAR_ArrayAccess::userMayUseArray(context))
+    {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
+            "Insufficient privilege for the user", __FILE__, __LINE__);
+    }
+    _checkClass(objectReference);
+    CString method = methodName.getString().getCString();
+    log_message(4, "\t methodName = %s\n", (const char*)method);
+
+    api_sysinfo_t info;
+    _readSystemInfo(&info, "invokeMethod");
+    _checkInstanceName(objectReference, info);
+
+    CIMParamValue out;
+    if (methodName.equal(CIMName("GetSystemName")))
+    {
+        out = CIMParamValue("SystemName",
+            CIMValue(_field(info.name, sizeof(info.name))));
+    }
+    else if (methodName.equal(CIMName("GetSystemID")))
+    {
+        out = CIMParamValue("SystemID", CIMValue(Uint32(info.systemID)));
+    }
+    else if (methodName.equal(CIMName("GetSystemType")))
+    {
+        out = CIMParamValue("SystemType", CIMValue(Sint32(info.systemType)));
+    }
+    else if (methodName.equal(CIMName("IsQuadPortSystem")))
+    {
+        out = CIMParamValue("IsQuadPort",
+            CIMValue(Uint8(info.quadPort != 0 ? 1 : 0)));
+    }
+    else if (methodName.equal(CIMName("GetSystemHostName")))
+    {
+        out = CIMParamValue("SystemHostName",
+            CIMValue(_field(info.hostName, sizeof(info.hostName))));
+    }
+    else if (methodName.equal(CIMName("GetSystemAddress")))
+    {
+        api_ipaddr_t addr;
+        api_status_t status;
+        if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0)
+        {
+            log_message(2, "ZAR_InternalCacheProvider::invokeMethod: "
+                "api_getSystemDualIP failed, status = %d\n", status.code);
+            throw CIMOperationFailedException(ClassName +
+                "::invokeMethod - Operation failed: " +
+                ZAR_ArrayAccess::errorText(status));
+        }
+        String address = ZAR_ArrayAccess::ipv4Text(addr);
+        if (address.size() == 0)
+            address = ZAR_ArrayAccess::ipv6Text(addr);
+        out = CIMParamValue("SystemAddress", CIMValue(address));
+    }
+    else
+    {
+        log_message(2, "ZAR_InternalCacheProvider::invokeMethod: unknown "
+            "method %s\n", (const char*)method);
+        throw CIMMethodNotFoundException(ClassName + " Invalid method name " +
+            methodName.getString());
+    }
+
+    handler.processing();
+    handler.deliverParamValue(out);
+    handler.deliver(CIMValue(Uint32(0)));
+    handler.complete();
+    log_message(4, "<--ZAR_InternalCacheProvider::invokeMethod\n");
+}
+
+PEGASUS_NAMESPACE_END

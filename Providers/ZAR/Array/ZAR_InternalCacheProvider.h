@@ -1,0 +1,99 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_InternalCacheProvider.h: the internal cache object, class
+// ZAR_InternalCache in root/PG_Internal.
+//
+// One instance, InstanceID "<system name>-InternalCache". Its methods tell
+// the array's providers who the system is: GetSystemName (out SystemName,
+// string), GetSystemID (SystemID, uint32), GetSystemType (SystemType,
+// sint32), IsQuadPortSystem (IsQuadPort, uint8), GetSystemHostName
+// (SystemHostName, string) and GetSystemAddress (SystemAddress, string),
+// each returning 0 and answered afresh from the array. The object is also
+// reached by the path that the shared helpers build,
+// InstanceID "localhost-InternalCache".
+//%/////////////////////////////////////////////////////////////////////////////
+#ifndef ZAR_InternalCacheProvider_h
+#define ZAR_InternalCacheProvider_h
+
+#include <Pegasus/Common/Config.h>
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
+
+#include <zarapi.h>
+
+PEGASUS_NAMESPACE_BEGIN
+
+class ZAR_InternalCacheProvider : public CIMInstanceProvider,
+                                  public CIMMethodProvider
+{
+public:
+    ZAR_InternalCacheProvider();
+    virtual ~ZAR_InternalCacheProvider();
+
+    // Keeps the handle and opens the array library for the server.
+    virtual void initialize(CIMOMHandle& cimom);
+    // Deletes this provider.
+    virtual void terminate();
+
+    // Delivers the one instance when the path names it (class
+    // ZAR_InternalCache, one key InstanceID of either accepted value).
+    virtual void getInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(
+        const OperationContext& context,
+        const CIMObjectPath& classReference,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        InstanceResponseHandler& handler);
+    virtual void enumerateInstanceNames(
+        const OperationContext& context,
+        const CIMObjectPath& classReference,
+        ObjectPathResponseHandler& handler);
+    // Refused: the object cannot be changed, created or deleted.
+    virtual void modifyInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        const CIMInstance& instanceObject,
+        const Boolean includeQualifiers,
+        const CIMPropertyList& propertyList,
+        ResponseHandler& handler);
+    virtual void createInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        const CIMInstance& instanceObject,
+        ObjectPathResponseHandler& handler);
+    virtual void deleteInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        ResponseHandler& handler);
+
+    // Answers one of the six identity methods (names compared ignoring
+    // case); any other name is refused with CIM_ERR_METHOD_NOT_FOUND.
+    virtual void invokeMethod(
+        const OperationContext& context,
+        const CIMObjectPath& objectReference,
+        const CIMName& methodName,
+        const Array<CIMParamValue>& inParameters,
+        MethodResultResponseHandler& handler);
+
+private:
+    void _checkClass(const CIMObjectPath& path);
+    void _readSystemInfo(api_sysinfo_t* info, const char* operation);
+    void _checkInstanceName(const CIMObjectPath& path,
+        const api_sysinfo_t& info);
+    CIMObjectPath _buildInstanceName(const api_sysinfo_t& info);
+    CIMInstance _buildInstance(const api_sysinfo_t& info,
+        Boolean includeQualifiers, Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList);
+
+    CIMOMHandle _cimom;
+};
+
+PEGASUS_NAMESPACE_END
+
+#endif

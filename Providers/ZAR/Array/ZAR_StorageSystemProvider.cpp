@@ -1,0 +1,336 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_StorageSystemProvider.cpp
+//%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_StorageSystemProvider.h"
+
+#include <string.h>
+
+#include <Pegasus/Common/InternalException.h>
+#include <Pegasus/Provider/ProviderException.h>
+
+#include "ZAR_ArrayAccess.h"
+#include "ZAR_InternalCacheService.h"
+
+PEGASUS_NAMESPACE_BEGIN
+
+static const String ClassName = "ZAR_StorageSystemProvider";
+
+namespace
+{
+
+const char* const _NAMESPACE = "root/zar";
+const char* const _CLASS = "ZAR_StorageSystem";
+
+String _field(const char* text, size_t size)
+{
+    return String(text, (Uint32)strnlen(text, size));
+}
+
+// Sets a property that the instance carries; one it lacks (left out by the
+// class or by the property list) is skipped.
+void _set(CIMInstance& instance, const char* name, const CIMValue& value)
+{
+    Uint32 pos = instance.findProperty(CIMName(name));
+    if (pos != PEG_NOT_FOUND)
+        instance.getProperty(pos).setValue(value);
+}
+
+}  // namespace
+
+ZAR_StorageSystemProvider::ZAR_StorageSystemProvider()
+{
+}
+
+ZAR_StorageSystemProvider::~ZAR_StorageSystemProvider()
+{
+}
+
+void ZAR_StorageSystemProvider::initialize(CIMOMHandle& cimom)
+{
+    log_message(4, "-->ZAR_StorageSystemProvider::initialize(cimom)\n");
+    _cimom = cimom;
+    if (api_zarOpenForCimserver(0) != 0)
+    {
+        log_message(2, "ZAR_StorageSystemProvider::initialize(): "
+            "api_zarOpenForCimserver failed\n");
+    }
+    log_message(4, "<--ZAR_StorageSystemProvider::initialize(cimom)\n");
+}
+
+void ZAR_StorageSystemProvider::terminate()
+{
+    delete this;
+}
+
+CIMObjectPath ZAR_StorageSystemProvider::buildObjectPath(const String& host,
+    const String& systemName)
+{
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(_CLASS),
+        CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("Name"), systemName,
+        CIMKeyBinding::STRING));
+    return CIMObjectPath(host, CIMNamespaceName(_NAMESPACE), CIMName(_CLASS),
+        keys);
+}
+
+void ZAR_StorageSystemProvider::_checkClass(const CIMObjectPath& path)
+{
+    const CIMName& name = path.getClassName();
+    if (!name.equal(CIMName(_CLASS)) &&
+        !name.equal(CIMName("CIM_ComputerSystem")) &&
+        !name.equal(CIMName("CIM_System")))
+    {
+        throw CIMNotSupportedException(ClassName + " Invalid class name" +
+            name.getString());
+    }
+}
+
+void ZAR_StorageSystemProvider::_readSystemInfo(api_sysinfo_t* info,
+    const char* operation)
+{
+    api_status_t status;
+    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0)
+    {
+        log_message(2, "ZAR_StorageSystemProvider::%s: api_getSystemInfo "
+            "failed, status = %d\n", operation, status.code);
+        throw CIMOperationFailedException(ClassName + "::" +
+            String(operation) + " - Operation failed: " +
+            ZAR_ArrayAccess::errorText(status));
+    }
+}
+
+CIMInstance ZAR_StorageSystemProvider::_buildInstance(
+    const api_sysinfo_t& info,
+    Boolean includeQualifiers,
+    Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList,
+    const char* operation)
+{
+    api_status_t status;
+    api_ipaddr_t addr;
+    if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0)
+    {
+        log_message(2, "ZAR_StorageSystemProvider::%s: api_getSystemDualIP "
+            "failed, status = %d\n", operation, status.code);
+        throw CIMOperationFailedException(ClassName + "::" +
+            String(operation) + " - Operation failed: " +
+            ZAR_ArrayAccess::errorText(status));
+    }
+    String owner;
+    String contact;
+    if (ZAR_ArrayAccess::readOwnerAndContact(owner, contact, &status) != 0)
+    {
+        log_message(2, "ZAR_StorageSystemProvider::%s: api_getOwnerName "
+            "failed, status = %d\n", operation, status.code);
+        throw CIMOperationFailedException(ClassName + "::" +
+            String(operation) + " - Operation failed: " +
+            ZAR_ArrayAccess::errorText(status));
+    }
+
+    const String name = _field(info.name, sizeof(info.name));
+    const String model = _field(info.model, sizeof(info.model));
+    const String serial = _field(info.serial, sizeof(info.serial));
+    const String hostName = _field(info.hostName, sizeof(info.hostName));
+
+    CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
+        _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE),
+        CIMName(_CLASS), false, includeQualifiers, includeClassOrigin,
+        propertyList);
+    CIMInstance instance = cls.buildInstance(true, true, CIMPropertyList());
+
+    // Health follows the controller nodes: all alive is OK, some alive is
+    // degraded, none alive is an error.
+    Uint16 operational = 2;
+    Uint16 health = 5;
+    String statusText = "OK";
+    if (info.nodesAlive == 0)
+    {
+        operational = 6;
+        health = 25;
+        statusText = "Error";
+    }
+    else if (info.nodesAlive < info.nodesTotal)
+    {
+        operational = 3;
+        health = 10;
+        statusText = "Degraded";
+    }
+    Array<Uint16> operationalStatus;
+    operationalStatus.append(operational);
+    Array<String> statusDescriptions;
+    statusDescriptions.append(statusText);
+
+    Array<Uint16> dedicated;
+    dedicated.append(3);    // Storage
+    dedicated.append(15);   // Block Server
+
+    Array<String> identifying;
+    Array<String> descriptions;
+    if (hostName.size() != 0)
+    {
+        identifying.append(hostName);
+        descriptions.append("Host Name");
+    }
+    String ipv4 = ZAR_ArrayAccess::ipv4Text(addr);
+    if (ipv4.size() != 0)
+    {
+        identifying.append(ipv4);
+        descriptions.append("Ipv4 Address");
+    }
+    String ipv6 = ZAR_ArrayAccess::ipv6Text(addr);
+    if (ipv6.size() != 0)
+    {
+        identifying.append(ipv6);
+        descriptions.append("Ipv6 Address");
+    }
+    if (serial.size() != 0)
+    {
+        identifying.append(serial);
+        descriptions.append("Serial Number");
+    }
+
+    String description = String("Storage array ") + name;
+    if (model.size() != 0)
+        description = description + ", model " + model;
+    if (serial.size() != 0)
+        description = description + ", serial number " + serial;
+
+    _set(instance, "CreationClassName", CIMValue(String(_CLASS)));
+    _set(instance, "Name", CIMValue(name));
+    _set(instance, "ElementName", CIMValue(name));
+    _set(instance, "Caption", CIMValue(name));
+    _set(instance, "Description", CIMValue(description));
+    _set(instance, "NameFormat", CIMValue(String("Other")));
+    _set(instance, "OperationalStatus", CIMValue(operationalStatus));
+    _set(instance, "StatusDescriptions", CIMValue(statusDescriptions));
+    _set(instance, "HealthState", CIMValue(health));
+    _set(instance, "EnabledState", CIMValue(Uint16(2)));      // Enabled
+    _set(instance, "RequestedState", CIMValue(Uint16(12)));   // Not Applicable
+    _set(instance, "Dedicated", CIMValue(dedicated));
+    _set(instance, "PrimaryOwnerName", CIMValue(owner));
+    _set(instance, "PrimaryOwnerContact", CIMValue(contact));
+    _set(instance, "OtherIdentifyingInfo", CIMValue(identifying));
+    _set(instance, "IdentifyingDescriptions", CIMValue(descriptions));
+
+    instance.setPath(buildObjectPath(ZAR_ArrayAccess::pathHostName(info),
+        name));
+    return instance;
+}
+
+void ZAR_StorageSystemProvider::getInstance(
+    const OperationContext& context,
+    const CIMObjectPath& instanceReference,
+    const Boolean includeQualifiers,
+    const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList,
+    InstanceResponseHandler& handler)
+{
+    log_message(4, "-->ZAR_StorageSystemProvider::getInstance\n");
+    if (!ZAR_ArrayAccess::userMayUseArray(context))
+    {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
+            "Insufficient privilege for the user", __FILE__, __LINE__);
+    }
+    _checkClass(instanceReference);
+    const Array<CIMKeyBinding>& keys = instanceReference.getKeyBindings();
+    if (keys.size() != 2)
+    {
+        log_message(2, "ZAR_StorageSystemProvider::getInstance(): Invalid "
+            "number of keys (%u)\n", (unsigned)keys.size());
+        throw CIMInvalidParameterException(ClassName + " Expect two keys.");
+    }
+
+    api_sysinfo_t info;
+    _readSystemInfo(&info, "getInstance");
+    const String name = _field(info.name, sizeof(info.name));
+    bool classMatches = false;
+    bool nameMatches = false;
+    for (Uint32 i = 0; i < keys.size(); i++)
+    {
+        if (keys[i].getName().equal(CIMName("CreationClassName")))
+            classMatches = String::equalNoCase(keys[i].getValue(), _CLASS);
+        else if (keys[i].getName().equal(CIMName("Name")))
+            nameMatches = keys[i].getValue() == name;
+    }
+    if (!classMatches || !nameMatches)
+        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
+
+    CIMInstance instance = _buildInstance(info, includeQualifiers,
+        includeClassOrigin, propertyList, "getInstance");
+    handler.processing();
+    handler.deliver(instance);
+    handler.complete();
+    log_message(4, "<--ZAR_StorageSystemProvider::getInstance\n");
+}
+
+void ZAR_StorageSystemProvider::enumerateInstances(
+    const OperationContext& context,
+    const CIMObjectPath& classReference,
+    const Boolean includeQualifiers,
+    const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList,
+    InstanceResponseHandler& handler)
+{
+    log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstances\n");
+    if (!ZAR_ArrayAccess::userMayUseArray(context))
+    {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
+            "Insufficient privilege for the user", __FILE__, __LINE__);
+    }
+    _checkClass(classReference);
+    api_sysinfo_t info;
+    _readSystemInfo(&info, "enumerateInstances");
+    CIMInstance instance = _buildInstance(info, includeQualifiers,
+        includeClassOrigin, propertyList, "enumerateInstances");
+    handler.processing();
+    handler.deliver(instance);
+    handler.complete();
+    log_message(4, "<--ZAR_StorageSystemProvider::enumerateInstances\n");
+}
+
+void ZAR_StorageSystemProvider::enumerateInstanceNames(
+    const OperationContext& context,
+    const CIMObjectPath& classReference,
+    ObjectPathResponseHandler& handler)
+{
+    log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstanceNames\n");
+    if (!ZAR_ArrayAccess::userMayUseArray(context))
+    {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
+            "Insufficient privilege for the user", __FILE__, __LINE__);
+    }
+    _checkClass(classReference);
+    api_sysinfo_t info;
+    _readSystemInfo(&info, "enumerateInstanceNames");
+    handler.processing();
+    handler.deliver(buildObjectPath(ZAR_ArrayAccess::pathHostName(info),
+        _field(info.name, sizeof(info.name))));
+    handler.complete();
+    log_message(4, "<--ZAR_StorageSystemProvider::enumerateInstanceNames\n");
+}
+
+void ZAR_StorageSystemProvider::modifyInstance(
+    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+    const Boolean, const CIMPropertyList&, ResponseHandler&)
+{
+    throw CIMNotSupportedException(ClassName +
+        " does not support modifyInstance.");
+}
+
+void ZAR_StorageSystemProvider::createInstance(
+    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+    ObjectPathResponseHandler&)
+{
+    throw CIMNotSupportedException(ClassName +
+        " does not support createInstance.");
+}
+
+void ZAR_StorageSystemProvider::deleteInstance(
+    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+{
+    throw CIMNotSupportedException(ClassName +
+        " does not support deleteInstance.");
+}
+
+PEGASUS_NAMESPACE_END
