@@ -50,6 +50,11 @@ private:
 
 namespace CIMXml {
 
+// Where zar-cimserver listens for local connections unless told otherwise,
+// relative to its run directory; CIMClient::connectLocal() uses it when the
+// environment variable ZAR_LOCAL_SOCKET is not set.
+#define ZAR_DEFAULT_LOCAL_SOCKET_PATH "var/cimxml.socket"
+
 // ---------------------------------------------------------------------------
 // Parsing
 // ---------------------------------------------------------------------------

@@ -1,0 +1,59 @@
+// CimOperationHandler: turns CIM-XML requests received over HTTP into calls
+// of the server's CIMOperationHost and streams the answers back.
+//
+// Per request: HTTP method (POST, M-POST) and CIM headers are checked
+// (protocol errors answered with an HTTP status and CIMError/PGErrorDetail
+// headers), the client is authenticated (HTTP Basic; the local socket is
+// trusted as the server's own user), the body is checked to be UTF-8 and
+// parsed under limits, the operation runs with IdentityContainer and
+// ClientAddressContainer in its context, and CIM errors come back as ERROR
+// elements. One access-log line is written per request.
+#ifndef ZAR_SERVER_WIRE_CIMOPERATIONHANDLER_H
+#define ZAR_SERVER_WIRE_CIMOPERATIONHANDLER_H
+
+#include <functional>
+#include <string>
+
+#include <Pegasus/Common/CIMOperationHost.h>
+#include <Pegasus/Common/CIMXmlCodec.h>
+
+#include "HttpServer.h"
+
+namespace zarwire {
+
+struct CimHandlerConfig {
+    // Host name put into paths the server returns (association results).
+    std::string hostName = "localhost";
+    // The realm of the Basic challenge.
+    std::string realm = "localhost";
+    // User name of requests on the local socket (the server's own user).
+    std::string localUser;
+    Pegasus::CIMXml::XmlLimits xmlLimits;
+    // Returns true when user/password are valid. Required.
+    std::function<bool(const std::string& user, const std::string& password)> authenticate;
+    // Receives log lines: level (2 error, 3 warning/notice, 4 trace), text.
+    std::function<void(int level, const std::string& line)> log;
+};
+
+class CimOperationHandler : public RequestHandler {
+public:
+    CimOperationHandler(Pegasus::CIMOperationHost& host, const CimHandlerConfig& config);
+    void handle(HttpExchange& exchange) override;
+    void rejected(const PeerInfo& peer, int status, const std::string& reason) override;
+
+private:
+    struct Outcome;
+    void process(HttpExchange& ex, Outcome& out);
+    void runIntrinsic(HttpExchange& ex, Outcome& out, const Pegasus::CIMXml::XmlElement& call,
+                      const std::string& messageId, bool chunked, const std::string& ns);
+    void runExtrinsic(HttpExchange& ex, Outcome& out, const Pegasus::CIMXml::XmlElement& call,
+                      const std::string& messageId, bool chunked, const std::string& ns);
+    void log(int level, const std::string& line);
+
+    Pegasus::CIMOperationHost& _host;
+    CimHandlerConfig _config;
+};
+
+}  // namespace zarwire
+
+#endif

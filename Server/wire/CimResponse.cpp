@@ -1,0 +1,74 @@
+#include "CimResponse.h"
+
+#include <cstdio>
+
+namespace zarwire {
+
+namespace {
+const size_t kChunkBytes = 64 * 1024;
+}
+
+CimResponse::CimResponse(HttpExchange& exchange, bool chunked, const std::string& mpostNs)
+    : _ex(exchange), _chunked(chunked), _ns(mpostNs)
+{
+}
+
+std::vector<std::pair<std::string, std::string> > CimResponse::headers(size_t length) const
+{
+    std::vector<std::pair<std::string, std::string> > h;
+    h.emplace_back("Content-Type", "application/xml; charset=utf-8");
+    if (!_chunked) {
+        char len[32];
+        std::snprintf(len, sizeof len, "%010zu", length);
+        h.emplace_back("content-length", len);
+    } else {
+        h.emplace_back("Trailer", "CIMError, CIMStatusCode, CIMStatusCodeDescription");
+    }
+    if (_ns.empty()) {
+        h.emplace_back("CIMOperation", "MethodResponse");
+    } else {
+        h.emplace_back("Ext", "");
+        h.emplace_back("Cache-Control", "no-cache");
+        h.emplace_back("Man", "http://www.dmtf.org/cim/mapping/http/v1.0; ns=" + _ns);
+        h.emplace_back(_ns + "-CIMOperation", "MethodResponse");
+    }
+    return h;
+}
+
+bool CimResponse::flushIfFull()
+{
+    if (!_chunked || _buf.size() < kChunkBytes)
+        return true;
+    if (!_started) {
+        _started = true;
+        if (!_ex.beginChunked(200, "OK", headers(0)))
+            return false;
+    }
+    bool ok = _ex.sendChunk(_buf.data(), _buf.size());
+    _buf.clear();
+    return ok;
+}
+
+bool CimResponse::finish()
+{
+    if (!_chunked)
+        return _ex.send(200, "OK", headers(_buf.size()), _buf, false);
+    if (!_started) {
+        _started = true;
+        if (!_ex.beginChunked(200, "OK", headers(0)))
+            return false;
+    }
+    bool ok = _ex.sendChunk(_buf.data(), _buf.size()) && _ex.endChunked({});
+    _buf.clear();
+    return ok;
+}
+
+bool CimResponse::abort(unsigned code, const std::string& description)
+{
+    _buf.clear();
+    _ex.setKeepAlive(false);
+    return _ex.endChunked({{"CIMStatusCode", std::to_string(code)},
+                           {"CIMStatusCodeDescription", uriEncode(description)}});
+}
+
+}  // namespace zarwire
