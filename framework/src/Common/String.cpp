@@ -403,8 +403,9 @@ String& String::append(const String& str)
 {
     if (str._rep == _rep)
     {
-        String keep(str);
-        return append(keep);
+        // Appending to itself: growing would free the source.
+        String copy(str.getChar16Data(), str.size());
+        return append(copy);
     }
     if (_rep == &_emptyRep)
         return assign(str);

@@ -1,0 +1,153 @@
+// Tests of CIMName, CIMNamespaceName and CIMNameCast.
+
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/CIMNameCast.h>
+#include <Pegasus/Common/ArrayInternal.h>
+
+#include <gtest/gtest.h>
+
+PEGASUS_USING_PEGASUS;
+
+namespace
+{
+
+std::string msgOf(const Exception& e)
+{
+    return std::string((const char*)e.getMessage().getCString());
+}
+
+TEST(CIMNameTest, LegalAndIllegalNames)
+{
+    EXPECT_TRUE(CIMName::legal("ZAR_StorageVolume"));
+    EXPECT_TRUE(CIMName::legal("_x9"));
+    EXPECT_TRUE(CIMName::legal("\xC3\xA9t\xC3\xA9"));        // U+0080..U+FFEF allowed
+    EXPECT_FALSE(CIMName::legal(""));
+    EXPECT_FALSE(CIMName::legal("9abc"));
+    EXPECT_FALSE(CIMName::legal("a.b"));
+    EXPECT_FALSE(CIMName::legal("a-b"));
+    EXPECT_FALSE(CIMName::legal("a b"));
+    EXPECT_FALSE(CIMName::legal(String("\xEF\xBF\xB0")));   // U+FFF0 is outside the range
+}
+
+TEST(CIMNameTest, InvalidNamesThrowWithTheName)
+{
+    try
+    {
+        CIMName n("9abc");
+        FAIL();
+    }
+    catch (const InvalidNameException& e)
+    {
+        EXPECT_EQ("The CIM name is not valid: 9abc", msgOf(e));
+    }
+    EXPECT_THROW(CIMName(""), InvalidNameException);
+    EXPECT_THROW(CIMName{String()}, InvalidNameException);
+    CIMName n("Good");
+    EXPECT_THROW(n = String("bad name"), InvalidNameException);
+    EXPECT_EQ(String("Good"), n.getString());
+    EXPECT_THROW(n = "", InvalidNameException);
+}
+
+TEST(CIMNameTest, NullOnlyFromDefaultOrClear)
+{
+    CIMName n;
+    EXPECT_TRUE(n.isNull());
+    n = "Name";
+    EXPECT_FALSE(n.isNull());
+    n.clear();
+    EXPECT_TRUE(n.isNull());
+    EXPECT_TRUE(CIMName() == CIMName());
+    EXPECT_FALSE(CIMName() == CIMName("A"));
+}
+
+TEST(CIMNameTest, ComparisonIgnoresAsciiCaseOnly)
+{
+    CIMName a("ZAR_Foo");
+    EXPECT_TRUE(a == CIMName("zar_foo"));
+    EXPECT_TRUE(a.equal(CIMName("ZAR_FOO")));
+    EXPECT_EQ(String("ZAR_Foo"), a.getString());    // spelling kept
+    EXPECT_FALSE(CIMName("\xC3\xA9") == CIMName("\xC3\x89"));
+    EXPECT_TRUE(a != CIMName("ZAR_Bar"));
+}
+
+TEST(CIMNameTest, LiteralComparisonsDoNotValidate)
+{
+    CIMName a("Name");
+    EXPECT_TRUE(a == "NAME");
+    EXPECT_TRUE("name" == a);
+    EXPECT_FALSE(a == "");                  // no exception for an illegal literal
+    EXPECT_TRUE(a != "9x");
+    EXPECT_TRUE(CIMName() == "");
+    EXPECT_TRUE(a.equal("nAmE"));
+}
+
+TEST(CIMNamespaceNameTest, LegalFormsAndLeadingSlash)
+{
+    EXPECT_TRUE(CIMNamespaceName::legal("root"));
+    EXPECT_TRUE(CIMNamespaceName::legal("root/zar"));
+    EXPECT_TRUE(CIMNamespaceName::legal("/root/zar"));
+    EXPECT_FALSE(CIMNamespaceName::legal(""));
+    EXPECT_FALSE(CIMNamespaceName::legal("/"));
+    EXPECT_FALSE(CIMNamespaceName::legal("root//zar"));
+    EXPECT_FALSE(CIMNamespaceName::legal("root/zar/"));
+    EXPECT_FALSE(CIMNamespaceName::legal("root/9zar"));
+    EXPECT_FALSE(CIMNamespaceName::legal("//root"));
+    EXPECT_EQ(String("root/zar"), CIMNamespaceName("/root/zar").getString());
+    try
+    {
+        CIMNamespaceName ns("root//zar");
+        FAIL();
+    }
+    catch (const InvalidNamespaceNameException& e)
+    {
+        EXPECT_EQ("invalid CIM namespace name: root//zar", msgOf(e));
+    }
+    EXPECT_THROW(CIMNamespaceName(""), InvalidNamespaceNameException);
+}
+
+TEST(CIMNamespaceNameTest, Comparison)
+{
+    CIMNamespaceName ns("ROOT/Zar");
+    EXPECT_TRUE(ns == CIMNamespaceName("root/zar"));
+    EXPECT_TRUE(ns == "root/ZAR");
+    EXPECT_TRUE(ns == "/root/zar");
+    EXPECT_FALSE(ns == "");
+    EXPECT_FALSE(ns == CIMNamespaceName());
+    EXPECT_TRUE(CIMNamespaceName() == CIMNamespaceName());
+    EXPECT_TRUE(ns != CIMNamespaceName("root/zar2"));
+    ns.clear();
+    EXPECT_TRUE(ns.isNull());
+}
+
+TEST(CIMNameCastTest, ReinterpretsWithoutValidation)
+{
+    String s("Not Legal");
+    const CIMName& n = CIMNameCast(s);
+    EXPECT_EQ(s, n.getString());
+    String ns("root/zar");
+    EXPECT_TRUE(CIMNamespaceNameCast(ns) == CIMNamespaceName("ROOT/ZAR"));
+    EXPECT_EQ(5u, CIMNameLegalASCII("Abc_1"));
+    EXPECT_EQ(0u, CIMNameLegalASCII("1abc"));
+    EXPECT_EQ(0u, CIMNameLegalASCII(""));
+    EXPECT_EQ(0u, CIMNameLegalASCII("a.b"));
+}
+
+TEST(CIMNameTest, ContainsAndSortOfNameArrays)
+{
+    Array<CIMName> names;
+    names.append("Foo");
+    names.append("bar");
+    names.append("Baz");
+    EXPECT_TRUE(Contains(names, CIMName("FOO")));
+    EXPECT_FALSE(Contains(names, CIMName("Qux")));
+    BubbleSort(names);
+    // Sorted by spelling, case-sensitively: upper case first.
+    EXPECT_EQ(String("Baz"), names[0].getString());
+    EXPECT_EQ(String("Foo"), names[1].getString());
+    EXPECT_EQ(String("bar"), names[2].getString());
+    Array<String> strings;
+    strings.append("Foo");
+    EXPECT_FALSE(Contains(strings, String("FOO")));
+}
+
+} // namespace
