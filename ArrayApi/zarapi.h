@@ -161,6 +161,7 @@ enum api_error_code {
   API_E_DOMAIN = 1107,         /* volume and host are in different domains */
   API_E_ACCESS_DENIED = 1108,  /* user unknown, disabled or not allowed */
   API_E_USER_NOT_FOUND = 1109,
+  API_E_PORT_EXPORTED = 1110,  /* port still carries exports */
   API_E_VV_NOT_FOUND = 1119,   /* volume does not exist */
   API_E_LUN_INVALID = 1181     /* LUN out of range or already in use */
 };
@@ -202,7 +203,8 @@ typedef struct vlun {
   port_type_t hporttype;   /* PORT_TYPE_FC or PORT_TYPE_ISCSI */
   zar_u8 isTemplate;       /* non-zero: no active VLUN (a dormant view) */
   zar_u8 isempty_vvset;    /* non-zero: template over an empty volume set */
-  zar_u32 hostIndex;       /* index of the record within its view */
+  zar_u32 hostIndex;       /* number of the host or host set, 0 for a
+                              port-present view */
 } vlun;
 typedef vlun api_vlun_t;
 
@@ -570,9 +572,10 @@ int api_addPath(api_evtparam_t *event, const char *hostname, zar_u32 nwwn,
                 api_status_t *status);
 
 /* Removes one path from host hostname: the iSCSI name iscsiName when
- * isIscsi, else the WWN wwn.  count must be 1.  Without force the last path
- * of a host that has active exports is refused.  reserved must be 0.
- * Returns 0 or an array error code, also in status. */
+ * isIscsi, else the WWN wwn.  count must be 1.  A path that is logged in
+ * stays known to the array as an initiator of no host; with force it is
+ * forgotten all the same.  reserved must be 0.  Returns 0 or an array
+ * error code, also in status. */
 int api_removePath(api_status_t *status, api_evtparam_t *event,
                    const char *hostname, int isIscsi, zar_u64 wwn,
                    const char *iscsiName, int count, int force, int reserved);

@@ -3,8 +3,8 @@
  *
  * Users, their roles and their salted password hashes live in the array's
  * configuration (see zarcli users).  These calls open the array library on
- * demand; they take the library's semaphore themselves and so must not be
- * called while the caller holds it.
+ * demand and are thread-safe; they do not use the library's semaphore, so
+ * a slow password check never holds up other callers.
  */
 #ifndef ZARAUTH_H
 #define ZARAUTH_H
