@@ -13,6 +13,8 @@
 
 #include <Pegasus/Common/CIMOperationHost.h>
 
+#include "CoreLog.h"
+
 namespace zarserver {
 
 struct CoreConfig {
@@ -23,7 +25,12 @@ struct CoreConfig {
     // Host name put into the object paths that providers receive; empty
     // means the machine's host name.
     std::string hostName;
+    // Receives the core's log lines (module loads, provider failures);
+    // empty: levels up to LOG_WARNING go to stderr.
+    CoreLogFunction log;
 };
+
+class ClassRepository;
 
 class ServerCore {
 public:
@@ -48,6 +55,9 @@ public:
 
     // The host name put into provider-facing object paths.
     const std::string& hostName() const;
+
+    // The classes loaded at start (read-only).
+    const ClassRepository& repository() const;
 
 private:
     struct Rep;
