@@ -461,6 +461,7 @@ CIMValue CIMXmlClient::invokeMethod(const CIMNamespaceName& ns, const CIMObjectP
     body += "</METHODCALL>\n";
     CIMXml::appendMessageEnd(body, true);
 
+    outParameters.clear();
     CIMObjectPath headerPath = local;
     headerPath.setNameSpace(target);
     CIMXml::XmlElement doc = _send(u8(methodName.getString()), u8(headerPath.toString()), body);
@@ -489,5 +490,28 @@ CIMValue CIMXmlClient::invokeMethod(const CIMNamespaceName& ns, const CIMObjectP
         return rv;
     });
 }
+
+namespace {
+
+CIMClientConnection* createHttpConnection(const String& host, Uint32 port,
+    const SSLContext* sslContext, const String& user, const String& password, Uint32 timeoutMs)
+{
+    if (sslContext)
+        throw CannotConnectException(String("Cannot connect to ") + host +
+            ". HTTPS is not available in this client.");
+    return new CIMXmlClient(host, port, user, password, timeoutMs);
+}
+
+CIMClientConnection* createLocalSocketConnection(Uint32 timeoutMs)
+{
+    const char* env = std::getenv("ZAR_LOCAL_SOCKET");
+    std::string path = env && *env ? env : ZAR_DEFAULT_LOCAL_SOCKET_PATH;
+    return new CIMXmlClient(path, timeoutMs);
+}
+
+const bool registered = (registerRemoteConnectionFactory(&createHttpConnection),
+    registerLocalConnectionFactory(&createLocalSocketConnection), true);
+
+}  // namespace
 
 PEGASUS_NAMESPACE_END

@@ -16,11 +16,12 @@
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/CIMXmlCodec.h>
 
+#include "Client/CIMClientConnection.h"
 #include "Client/HttpClientConnection.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMXmlClient
+class CIMXmlClient : public CIMClientConnection
 {
 public:
     // Over a TCP connection to host:port with Basic credentials (sent with
@@ -30,52 +31,52 @@ public:
         Uint32 timeoutMs);
     // Over the local Unix socket at path (no credentials).
     CIMXmlClient(const std::string& socketPath, Uint32 timeoutMs);
-    ~CIMXmlClient();
+    ~CIMXmlClient() override;
 
-    void setTimeout(Uint32 timeoutMs) { _timeoutMs = timeoutMs; }
+    void setTimeout(Uint32 timeoutMs) override { _timeoutMs = timeoutMs; }
 
     CIMClass getClass(const CIMNamespaceName& nameSpace, const CIMName& className,
         Boolean localOnly, Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+        const CIMPropertyList& propertyList) override;
     Array<CIMClass> enumerateClasses(const CIMNamespaceName& nameSpace,
         const CIMName& className, Boolean deepInheritance, Boolean localOnly,
-        Boolean includeQualifiers, Boolean includeClassOrigin);
+        Boolean includeQualifiers, Boolean includeClassOrigin) override;
     Array<CIMName> enumerateClassNames(const CIMNamespaceName& nameSpace,
-        const CIMName& className, Boolean deepInheritance);
+        const CIMName& className, Boolean deepInheritance) override;
     CIMInstance getInstance(const CIMNamespaceName& nameSpace,
         const CIMObjectPath& instanceName, Boolean localOnly, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
-    void deleteInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName);
+        Boolean includeClassOrigin, const CIMPropertyList& propertyList) override;
+    void deleteInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName) override;
     CIMObjectPath createInstance(const CIMNamespaceName& nameSpace,
-        const CIMInstance& newInstance);
+        const CIMInstance& newInstance) override;
     void modifyInstance(const CIMNamespaceName& nameSpace, const CIMInstance& modifiedInstance,
-        Boolean includeQualifiers, const CIMPropertyList& propertyList);
+        Boolean includeQualifiers, const CIMPropertyList& propertyList) override;
     Array<CIMInstance> enumerateInstances(const CIMNamespaceName& nameSpace,
         const CIMName& className, Boolean deepInheritance, Boolean localOnly,
         Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+        const CIMPropertyList& propertyList) override;
     Array<CIMObjectPath> enumerateInstanceNames(const CIMNamespaceName& nameSpace,
-        const CIMName& className);
+        const CIMName& className) override;
     Array<CIMObject> associators(const CIMNamespaceName& nameSpace,
         const CIMObjectPath& objectName, const CIMName& assocClass, const CIMName& resultClass,
         const String& role, const String& resultRole, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+        Boolean includeClassOrigin, const CIMPropertyList& propertyList) override;
     Array<CIMObjectPath> associatorNames(const CIMNamespaceName& nameSpace,
         const CIMObjectPath& objectName, const CIMName& assocClass, const CIMName& resultClass,
-        const String& role, const String& resultRole);
+        const String& role, const String& resultRole) override;
     Array<CIMObject> references(const CIMNamespaceName& nameSpace,
         const CIMObjectPath& objectName, const CIMName& resultClass, const String& role,
         Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+        const CIMPropertyList& propertyList) override;
     Array<CIMObjectPath> referenceNames(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName, const CIMName& resultClass, const String& role);
+        const CIMObjectPath& objectName, const CIMName& resultClass, const String& role) override;
     CIMValue getProperty(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
-        const CIMName& propertyName);
+        const CIMName& propertyName) override;
     void setProperty(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
-        const CIMName& propertyName, const CIMValue& newValue);
+        const CIMName& propertyName, const CIMValue& newValue) override;
     CIMValue invokeMethod(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
         const CIMName& methodName, const Array<CIMParamValue>& inParameters,
-        Array<CIMParamValue>& outParameters);
+        Array<CIMParamValue>& outParameters) override;
 
 private:
     // Sends an intrinsic call with the given IPARAMVALUE text and returns the

@@ -119,12 +119,6 @@ void appendKeyBindings(std::string& out, const CIMObjectPath& path)
     }
 }
 
-void appendQualifiers(std::string& out, const CIMQualifier* qs, Uint32 n)
-{
-    for (Uint32 i = 0; i < n; i++)
-        appendQualifier(out, qs[i]);
-}
-
 }  // namespace
 
 void appendText(std::string& out, const String& s)
@@ -216,8 +210,6 @@ void appendValue(std::string& out, const CIMValue& v)
     {
         out += "<VALUE>";
         std::string t = valueText(v);
-        if (v.getType() == CIMTYPE_BOOLEAN)
-            t = (t == "TRUE") ? "TRUE" : "FALSE";
         escapeInto(out, t.data(), t.size(), false);
         out += "</VALUE>";
         return;

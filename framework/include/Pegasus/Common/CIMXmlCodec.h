@@ -112,7 +112,7 @@ PEGASUS_COMMON_LINKAGE void appendAttribute(std::string& out, const String& s);
 PEGASUS_COMMON_LINKAGE void appendAttribute(std::string& out, const std::string& utf8);
 
 // The text of a scalar value as it appears inside VALUE (reals with enough
-// digits to be read back exactly; booleans as true/false).
+// digits to be read back exactly; booleans as TRUE/FALSE).
 PEGASUS_COMMON_LINKAGE std::string valueText(const CIMValue& scalarValue);
 
 // VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY for a non-null
