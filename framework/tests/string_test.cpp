@@ -210,6 +210,10 @@ TEST(StringTest, AppendAndConcatenate)
     EXPECT_EQ(String("xyz"), t);
     EXPECT_EQ(String("ab"), String(String("a"), String("b")));
     // Appending a string to itself, and a slice of its own buffer.
+    String none;
+    none.append(none);
+    none.append(String());
+    EXPECT_EQ(0u, none.size());
     String self("ab");
     self.append(self);
     EXPECT_EQ(String("abab"), self);

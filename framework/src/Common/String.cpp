@@ -401,6 +401,8 @@ String& String::append(const Char16* str, Uint32 n)
 
 String& String::append(const String& str)
 {
+    if (str._rep->size == 0)
+        return *this;
     if (str._rep == _rep)
     {
         // Appending to itself: growing would free the source.
