@@ -1,0 +1,155 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_SystemControllerMaskingCapProvider.h: the association
+// ZAR_SystemControllerMaskingCapabilities (a CIM_ElementCapabilities) in
+// root/zar, tying the array's ZAR_StorageSystem (role ManagedElement) to its
+// ZAR_ProtocolControllerMaskingCapabilities (role Capabilities).
+//
+// There is exactly one association instance; its ends and path are found
+// at initialisation. The capabilities instance must be enumerable by then.
+//%/////////////////////////////////////////////////////////////////////////////
+#ifndef ZAR_SystemControllerMaskingCapProvider_h
+#define ZAR_SystemControllerMaskingCapProvider_h
+
+#include <Pegasus/Common/Config.h>
+#include <Pegasus/Provider/CIMAssociationProvider.h>
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+
+PEGASUS_NAMESPACE_BEGIN
+
+class ZAR_SystemControllerMaskingCapabilitiesProvider
+    : public CIMAssociationProvider, public CIMInstanceProvider
+{
+public:
+    // Members empty; nothing is asked of the array before initialize.
+    ZAR_SystemControllerMaskingCapabilitiesProvider();
+
+    virtual ~ZAR_SystemControllerMaskingCapabilitiesProvider();
+
+    // Opens the array library and finds the two ends and the association's
+    // path.
+    virtual void initialize(CIMOMHandle& cimom);
+
+    // Deletes the provider object.
+    virtual void terminate();
+
+    // From the system: the capabilities instance; from the capabilities:
+    // the system. Parameters that cannot name this association give an
+    // empty result (see _invalidParms).
+    virtual void associators(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& associationClass,
+        const CIMName& resultClass,
+        const String& role,
+        const String& resultRole,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        ObjectResponseHandler& handler);
+
+    virtual void associatorNames(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& associationClass,
+        const CIMName& resultClass,
+        const String& role,
+        const String& resultRole,
+        ObjectPathResponseHandler& handler);
+
+    // The association instance (or its path) for either end.
+    virtual void references(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& resultClass,
+        const String& role,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        ObjectResponseHandler& handler);
+
+    virtual void referenceNames(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& resultClass,
+        const String& role,
+        ObjectPathResponseHandler& handler);
+
+    // The association instance when the path matches it (hosts ignored).
+    virtual void getInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        InstanceResponseHandler& handler);
+
+    virtual void enumerateInstances(
+        const OperationContext& context,
+        const CIMObjectPath& classReference,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        InstanceResponseHandler& handler);
+
+    virtual void enumerateInstanceNames(
+        const OperationContext& context,
+        const CIMObjectPath& classReference,
+        ObjectPathResponseHandler& handler);
+
+    // Refused: CIMNotSupportedException.
+    virtual void modifyInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        const CIMInstance& instanceObject,
+        const Boolean includeQualifiers,
+        const CIMPropertyList& propertyList,
+        ResponseHandler& handler);
+
+    // Refused: CIMNotSupportedException.
+    virtual void createInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        const CIMInstance& instanceObject,
+        ObjectPathResponseHandler& handler);
+
+    // Refused: CIMNotSupportedException.
+    virtual void deleteInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        ResponseHandler& handler);
+
+private:
+    CIMInstance _buildAssociationInstance(Boolean includeQualifiers,
+        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+
+    // Fills _systemObjectPath, _protContMaskCapPath and _assocInstanceName.
+    void _buildAssociationInstanceName();
+
+    // The instance at the far end from objectName, through the server.
+    CIMInstance _getRelatedInstance(const CIMObjectPath& objectName,
+        const OperationContext& context, Boolean includeQualifiers,
+        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+
+    // The far end by the class of objectName alone; empty for other
+    // classes.
+    CIMObjectPath _getRelatedInstanceName(const CIMObjectPath& objectName);
+
+    // True when role, resultRole or resultClass cannot name this
+    // association from objectName for the operation ("associators",
+    // "associatorNames", "references" or "referenceNames").
+    Boolean _invalidParms(const CIMObjectPath& objectName, String role,
+        String resultRole, const CIMName& resultClass, String operation);
+
+    // Throws CIMNotSupportedException unless the class is this association
+    // or CIM_ElementCapabilities.
+    void _checkClassName(const CIMName& className);
+
+    CIMOMHandle _cimom;
+    CIMObjectPath _systemObjectPath;
+    CIMObjectPath _protContMaskCapPath;
+    CIMObjectPath _assocInstanceName;
+};
+
+PEGASUS_NAMESPACE_END
+
+#endif

@@ -1,0 +1,148 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_CommonSPCId.cpp: view (SPC) device identifiers and view paths.
+//
+// A view has no object of its own on the array: its DeviceID names the
+// export target of its VLUNs, in one of four forms:
+//   "MS:<port LPID>:<host ID>"  matched set   (type 1)
+//   "HS:<host ID>"              host sees     (type 2)
+//   "HSet:<host set ID>"        host set      (type 3)
+//   "PP:<port LPID>"            port present  (type 4)
+// where a port LPID is the array's "N:S:P" text.
+//%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_Common.h"
+
+#include <stdio.h>
+#include <string.h>
+
+PEGASUS_NAMESPACE_BEGIN
+
+namespace
+{
+
+// The name of the host (or host set) with number hostID, or empty when the
+// array does not know it or cannot be asked.
+String _hostNameByID(Uint32 hostID)
+{
+    api_status_t status;
+    api_host_t* hosts = 0;
+    zar_u32 count = 0;
+    int rc = ZAR_Common::guardedCall(&status,
+        [&]() { return api_getHosts(&hosts, &count); });
+    String name;
+    if (rc != 0)
+        return name;
+    for (zar_u32 i = 0; i < count; i++)
+    {
+        if (hosts[i].hostID == hostID)
+        {
+            name = String(hosts[i].name, (Uint32)strnlen(hosts[i].name,
+                sizeof(hosts[i].name)));
+            break;
+        }
+    }
+    api_freeHosts(hosts);
+    return name;
+}
+
+// The position of the iSCSI target port named exactly deviceID.
+void _iSCSIPortByName(const String& deviceID, Uint16& portID)
+{
+    api_iSCSIPort_t* ports = 0;
+    int count = -1;
+    if (cim_sem_wait() != 0)
+        return;
+    count = api_getISCSIPorts(&ports);
+    cim_sem_post();
+    if (count < 0)
+        return;
+    CString wanted = deviceID.getCString();
+    for (int i = 0; i < count; i++)
+    {
+        if (strncmp(ports[i].iscsiName, (const char*)wanted,
+                sizeof(ports[i].iscsiName)) == 0)
+        {
+            portID = ports[i].portID;
+            break;
+        }
+    }
+    api_freeISCSIPorts(ports);
+}
+
+}  // namespace
+
+void ZAR_Common::deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType,
+    String& hostName, Uint16& portID, bool iSCSI)
+{
+    hostName.clear();
+    portID = API_PORT_NONE;
+
+    if (iSCSI)
+    {
+        vlunType = API_VLUN_PORT_PRESENT;
+        _iSCSIPortByName(deviceID, portID);
+        return;
+    }
+
+    Uint32 prefixEnd = deviceID.find(Char16(':'));
+    if (prefixEnd == PEG_NOT_FOUND)
+        return;
+
+    String prefix = deviceID.subString(0, prefixEnd + 1);
+    if (String::equal(prefix, "MS:"))
+        vlunType = API_VLUN_MATCHED_SET;
+    else if (String::equal(prefix, "PP:"))
+        vlunType = API_VLUN_PORT_PRESENT;
+    else if (String::equal(prefix, "HSet:"))
+        vlunType = API_VLUN_HOST_SET;
+    else if (String::equal(prefix, "HS:"))
+        vlunType = API_VLUN_HOST_SEES;
+    else
+    {
+        vlunType = 0;
+        return;
+    }
+
+    // The colon before the host ID.
+    Uint32 lastColon = prefixEnd;
+    if (vlunType == API_VLUN_MATCHED_SET || vlunType == API_VLUN_PORT_PRESENT)
+    {
+        // The LPID "N:S:P" holds two colons; a third one ends it.
+        Uint32 c1 = deviceID.find(prefixEnd + 1, Char16(':'));
+        Uint32 c2 = c1 == PEG_NOT_FOUND ? PEG_NOT_FOUND : deviceID.find(c1 + 1, Char16(':'));
+        Uint32 c3 = c2 == PEG_NOT_FOUND ? PEG_NOT_FOUND : deviceID.find(c2 + 1, Char16(':'));
+        Uint32 lpidEnd = (c3 != PEG_NOT_FOUND) ? c3 : deviceID.size();
+        String lpid = deviceID.subString(prefixEnd + 1, lpidEnd - prefixEnd - 1);
+        lpid_t port = API_PORT_NONE;
+        api_convertStrLPIDtoPortID((const char*)lpid.getCString(), &port);
+        portID = port;
+        if (portID == API_PORT_NONE)
+            return;
+        if (c3 == PEG_NOT_FOUND)
+            return;  // port present: no host part
+        lastColon = c3;
+    }
+
+    String hostText = deviceID.subString(lastColon + 1);
+    unsigned int hostID = 0;
+    if (sscanf((const char*)hostText.getCString(), "%u", &hostID) != 1)
+        return;
+    hostName = _hostNameByID(hostID);
+}
+
+CIMObjectPath ZAR_Common::buildSPCObjectPath(String systemCreationClassName,
+    const String& host, const String& systemName, const String& deviceID,
+    CIMName className)
+{
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"),
+        systemCreationClassName, CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName,
+        CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"),
+        className.getString(), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("DeviceID"), deviceID,
+        CIMKeyBinding::STRING));
+    return CIMObjectPath(host, CIMNamespaceName("root/zar"), className, keys);
+}
+
+PEGASUS_NAMESPACE_END
