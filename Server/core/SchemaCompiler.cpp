@@ -145,10 +145,18 @@ void SchemaCompiler::compile(const std::vector<mof::Declaration>& declarations,
             }
             _repository.addNamespace(ns);
         }
-        switch (d.kind) {
-            case mof::Declaration::QUALIFIER: addQualifierDecl(ns, d.qualifierDecl); break;
-            case mof::Declaration::CLASS: addClass(ns, d.classDecl); break;
-            case mof::Declaration::INSTANCE: addInstance(ns, d.instanceDecl); break;
+        try {
+            switch (d.kind) {
+                case mof::Declaration::QUALIFIER: addQualifierDecl(ns, d.qualifierDecl); break;
+                case mof::Declaration::CLASS: addClass(ns, d.classDecl); break;
+                case mof::Declaration::INSTANCE: addInstance(ns, d.instanceDecl); break;
+            }
+        } catch (const Exception& e) {
+            // The object model refused something the checks above let through.
+            SourcePos pos = d.kind == mof::Declaration::QUALIFIER ? d.qualifierDecl.pos
+                            : d.kind == mof::Declaration::CLASS   ? d.classDecl.pos
+                                                                  : d.instanceDecl.pos;
+            throw MofError(pos, str(e.getMessage()));
         }
     }
 }
@@ -253,6 +261,9 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
         if (inherited && (inherited->getType() != type || inherited->isArray() != f.type.isArray))
             throw MofError(f.pos, what + " changes the type of the inherited property");
         CIMValue value = literalToValue(f.defaultValue, type, f.type.isArray, &_aliases, what);
+        if (f.type.arraySize && !value.isNull() && value.getArraySize() != Uint32(f.type.arraySize))
+            throw MofError(f.defaultValue.pos, what + ": the array must have " +
+                                                   std::to_string(f.type.arraySize) + " elements");
         CIMProperty p(pname, value, Uint32(f.type.arraySize), refClass, name, false);
         std::vector<CIMQualifier> pq = typeQualifiers(
             _repository, ns, f.qualifiers, type == CIMTYPE_REFERENCE ? SCOPE_REFERENCE : SCOPE_PROPERTY,
