@@ -79,7 +79,9 @@ public:
             handler.deliverParamValue(CIMParamValue("Summary", CIMValue(summary)));
             if (!target.getClassName().isNull())
                 handler.deliverParamValue(CIMParamValue("Chosen", CIMValue(target)));
-            handler.deliverParamValue(CIMParamValue("ChosenAll", CIMValue(targets)));
+            // Only when asked for: some clients cannot read reference arrays.
+            if (targets.size())
+                handler.deliverParamValue(CIMParamValue("ChosenAll", CIMValue(targets)));
             handler.deliver(CIMValue(Uint32(0)));
         } else if (method.equal(CIMName("Fail"))) {
             String reason;
