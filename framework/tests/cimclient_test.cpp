@@ -1,0 +1,220 @@
+// Tests of CIMClient: connection state and its exceptions, connectLocal to
+// the operation host of this process (as the process's OS user), results in
+// the shape a CIM-XML client receives, and error descriptions.
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <Pegasus/Client/CIMClient.h>
+
+#include <gtest/gtest.h>
+
+#include "TestOperationHost.h"
+
+PEGASUS_USING_PEGASUS;
+using zartest::TestOperationHost;
+
+namespace
+{
+
+const CIMNamespaceName NS("root/zar");
+
+template<class E, class F>
+String MessageOf(F f)
+{
+    try
+    {
+        f();
+    }
+    catch (const E& e)
+    {
+        return e.getMessage();
+    }
+    catch (...)
+    {
+        ADD_FAILURE() << "an exception of another type";
+        return String("<other>");
+    }
+    ADD_FAILURE() << "nothing thrown";
+    return String("<none>");
+}
+
+CIMInstance Volume(const char* name, Uint32 size)
+{
+    CIMInstance i("ZAR_Volume");
+    i.addProperty(CIMProperty("Name", CIMValue(String(name))));
+    i.addProperty(CIMProperty("Size", CIMValue(size)));
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding("Name", CIMValue(String(name))));
+    i.setPath(CIMObjectPath(String(), CIMNamespaceName(), "ZAR_Volume", keys));
+    return i;
+}
+
+TEST(CIMClientStateTest, ConnectionErrors)
+{
+    setLocalOperationHost(0);
+    CIMClient client;
+    EXPECT_EQ(client.getTimeout(), 20000u);
+    client.setTimeout(5000);
+    EXPECT_EQ(client.getTimeout(), 5000u);
+
+    EXPECT_EQ(MessageOf<NotConnectedException>([&] {
+        client.enumerateInstanceNames(NS, "ZAR_Volume"); }), "not connected");
+    client.disconnect();
+    // No server in this process and none listening on the local socket.
+    EXPECT_THROW(client.connectLocal(), CannotConnectException);
+    EXPECT_EQ(MessageOf<CannotConnectException>([&] {
+        client.connect("127.0.0.1", 1, "u", "p"); }),
+        "Cannot connect to 127.0.0.1:1. Connection failed.");
+    SSLContext ssl("/nonexistent/truststore.pem");
+    EXPECT_THROW(client.connect("127.0.0.1", 1, ssl, "u", "p"),
+        CannotConnectException);
+    EXPECT_THROW(client.getInstance(NS, CIMObjectPath("ZAR_Volume.Name=\"a\"")),
+        NotConnectedException);
+}
+
+TEST(CIMClientStateTest, HttpErrorExceptionCarriesItsParts)
+{
+    CIMClientHTTPErrorException e(401, "Unauthorized", "", "User Unauthorized");
+    EXPECT_EQ(e.getCode(), 401u);
+    EXPECT_EQ(e.getCIMErrorDetail(), "User Unauthorized");
+    EXPECT_EQ(e.getMessage(),
+        "HTTP Error (401 Unauthorized). Detail: User Unauthorized.");
+    CIMClientHTTPErrorException copy = e;
+    EXPECT_EQ(copy.getCode(), 401u);
+    EXPECT_EQ(copy.getCIMError(), "");
+}
+
+class CIMClientLocalTest : public ::testing::Test
+{
+protected:
+    void SetUp()
+    {
+        host.store(NS, Volume("v1", 10));
+        host.store(NS, Volume("v2", 20));
+        setLocalOperationHost(&host);
+        client.connectLocal();
+    }
+    void TearDown() { setLocalOperationHost(0); }
+
+    TestOperationHost host;
+    CIMClient client;
+};
+
+TEST_F(CIMClientLocalTest, ConnectsAsTheProcessUser)
+{
+    client.enumerateInstanceNames(NS, "ZAR_Volume");
+    struct passwd* pw = getpwuid(geteuid());
+    ASSERT_TRUE(pw != 0);
+    EXPECT_EQ(host.lastUser(), pw->pw_name);
+    EXPECT_TRUE(host.contexts.back().contains(
+        AcceptLanguageListContainer::NAME));
+    EXPECT_TRUE(host.contexts.back().contains(
+        ContentLanguageListContainer::NAME));
+}
+
+TEST_F(CIMClientLocalTest, AlreadyConnectedUntilDisconnected)
+{
+    EXPECT_EQ(MessageOf<AlreadyConnectedException>([&] {
+        client.connectLocal(); }), "already connected");
+    EXPECT_THROW(client.connect("localhost", 5988, "u", "p"),
+        AlreadyConnectedException);
+    client.disconnect();
+    EXPECT_THROW(client.enumerateInstanceNames(NS, "ZAR_Volume"),
+        NotConnectedException);
+    client.connectLocal();
+    EXPECT_EQ(client.enumerateInstanceNames(NS, "ZAR_Volume").size(), 2u);
+}
+
+TEST_F(CIMClientLocalTest, ResultsHaveTheShapeOfACimXmlResponse)
+{
+    Array<CIMObjectPath> names = client.enumerateInstanceNames(NS, "ZAR_Volume");
+    ASSERT_EQ(names.size(), 2u);
+    EXPECT_EQ(names[0].toString(), "ZAR_Volume.Name=\"v1\"");
+
+    Array<CIMInstance> all = client.enumerateInstances(NS, "ZAR_Volume");
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[1].getPath().toString(), "ZAR_Volume.Name=\"v2\"");
+
+    CIMInstance v1 = client.getInstance(NS, names[0]);
+    EXPECT_EQ(v1.getPath().toString(), "ZAR_Volume");
+    EXPECT_EQ(v1.getPropertyCount(), 2u);
+
+    CIMObjectPath created = client.createInstance(NS, Volume("v3", 30));
+    EXPECT_EQ(created.toString(), "ZAR_Volume.Name=\"v3\"");
+
+    // What the client holds is its own.
+    v1.getProperty(1).setValue(CIMValue(Uint32(0)));
+    all[1].removeProperty(0);
+    EXPECT_EQ(client.getProperty(NS, names[0], "Size"), CIMValue(Uint32(10)));
+    EXPECT_EQ(host.instances[1].getPropertyCount(), 2u);
+    EXPECT_EQ(host.instances[1].getPath().getHost(), "testhost");
+}
+
+TEST_F(CIMClientLocalTest, ModifyDeleteAndProperties)
+{
+    CIMObjectPath v2("ZAR_Volume.Name=\"v2\"");
+    client.setProperty(NS, v2, "Size", CIMValue(Uint32(21)));
+    EXPECT_EQ(client.getProperty(NS, v2, "Size"), CIMValue(Uint32(21)));
+    client.modifyInstance(NS, Volume("v2", 22));
+    EXPECT_EQ(client.getProperty(NS, v2, "Size"), CIMValue(Uint32(22)));
+    client.deleteInstance(NS, v2);
+    EXPECT_EQ(client.enumerateInstanceNames(NS, "ZAR_Volume").size(), 1u);
+}
+
+TEST_F(CIMClientLocalTest, ErrorsCarryTheirDescription)
+{
+    try
+    {
+        client.getInstance(NS, CIMObjectPath("ZAR_Volume.Name=\"none\""));
+        ADD_FAILURE() << "no error";
+    }
+    catch (const CIMException& e)
+    {
+        EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
+        EXPECT_EQ(e.getMessage(),
+            "CIM_ERR_NOT_FOUND: ZAR_Volume.Name=\"none\"");
+    }
+
+    CIMObjectPath target("ZAR_Volume.Name=\"v1\"");
+    Array<CIMParamValue> in, out;
+    try
+    {
+        client.invokeMethod(NS, target, "Fail", in, out);
+        ADD_FAILURE() << "no error";
+    }
+    catch (const CIMException& e)
+    {
+        EXPECT_EQ(Uint32(e.getCode()), 4097u);
+        EXPECT_EQ(e.getMessage(),
+            "Unrecognized CIM status code \"4097\": LU=x: bad\n");
+    }
+    EXPECT_EQ(MessageOf<CIMException>([&] {
+        client.invokeMethod(NS, target, "Mismatch", in, out); }),
+        "CIM_ERR_FAILED: type mismatch");
+    EXPECT_EQ(MessageOf<CIMException>([&] {
+        client.invokeMethod(NS, target, "Int", in, out); }),
+        "CIM_ERR_FAILED: Unknown error.");
+    EXPECT_EQ(MessageOf<CIMException>([&] {
+        client.referenceNames(NS, target); }), "CIM_ERR_NOT_SUPPORTED");
+}
+
+TEST_F(CIMClientLocalTest, MethodsAndAssociations)
+{
+    CIMObjectPath target("ZAR_Volume.Name=\"v1\"");
+    Array<CIMParamValue> in;
+    in.append(CIMParamValue("LUN", CIMValue(Uint32(4))));
+    Array<CIMParamValue> out;
+    out.append(CIMParamValue("Stale", CIMValue(true)));
+    EXPECT_EQ(client.invokeMethod(NS, target, "Echo", in, out),
+        CIMValue(Uint32(1)));
+    ASSERT_EQ(out.size(), 1u);
+    EXPECT_EQ(out[0].getParameterName(), "LUN");
+
+    Array<CIMObject> assoc = client.associators(NS, target);
+    ASSERT_EQ(assoc.size(), 1u);
+    EXPECT_EQ(assoc[0].getPath().getHost(), "testhost");
+    EXPECT_EQ(client.associatorNames(NS, target).size(), 1u);
+}
+
+}  // namespace
