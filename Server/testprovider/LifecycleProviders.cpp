@@ -1,6 +1,6 @@
 // Providers that exercise the provider manager: ZTest_Probe calls back into
 // the server from initialize(); ZTest_Slow takes a while to initialize and
-// counts how often it was initialized; ZTest_Broken fails to initialize
+// counts how many of it are initialized and not terminated; ZTest_Broken fails to initialize
 // while ZTEST_BROKEN_INIT is set in the environment.
 #include <atomic>
 #include <chrono>
@@ -51,6 +51,7 @@ private:
     Uint32 _classes = 0;
 };
 
+// Slow providers initialized and not yet terminated.
 std::atomic<Uint32> slowInitializations{0};
 
 class SlowProvider : public ReadOnlyInstanceProvider {
@@ -60,6 +61,10 @@ public:
         // Long enough for concurrent first requests to pile up behind it.
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         ++slowInitializations;
+    }
+    void terminate() override {
+        --slowInitializations;
+        delete this;
     }
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
                             const Boolean, const CIMPropertyList&,
