@@ -30,6 +30,7 @@ void makeParentDir(const std::string& path) {
 
 Result openLocked(const std::string& path) {
   if (g_db) {
+    dropStatementCache(g_db);
     sqlite3_close_v2(g_db);
     g_db = nullptr;
     g_path.clear();
@@ -54,6 +55,7 @@ Result openLocked(const std::string& path) {
     }
     ensureSchema(db);
   } catch (const DbError& e) {
+    dropStatementCache(db);
     sqlite3_close_v2(db);
     log_message(2, "array: cannot use %s: %s\n", path.c_str(), e.what());
     return Result::error(API_E_NOT_OPEN, "Cannot use the array state " + path + ": " + e.what());
@@ -114,7 +116,10 @@ Result ensureOpen() {
 
 void closeArray() {
   std::lock_guard<std::recursive_mutex> lock(g_mutex);
-  if (g_db) sqlite3_close_v2(g_db);
+  if (g_db) {
+    dropStatementCache(g_db);
+    sqlite3_close_v2(g_db);
+  }
   g_db = nullptr;
   g_path.clear();
 }

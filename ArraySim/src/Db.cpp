@@ -1,6 +1,45 @@
 #include "Db.h"
 
+#include <cstdint>
+#include <map>
+#include <mutex>
+
 namespace zarsim {
+
+namespace {
+
+std::mutex g_cacheMutex;
+std::multimap<std::pair<sqlite3*, std::string>, sqlite3_stmt*> g_cache;
+
+sqlite3_stmt* takeCached(sqlite3* db, const char* sql) {
+  std::lock_guard<std::mutex> lock(g_cacheMutex);
+  auto it = g_cache.find(std::make_pair(db, std::string(sql)));
+  if (it == g_cache.end()) return nullptr;
+  sqlite3_stmt* st = it->second;
+  g_cache.erase(it);
+  return st;
+}
+
+void giveBack(sqlite3* db, sqlite3_stmt* st) {
+  sqlite3_reset(st);
+  sqlite3_clear_bindings(st);
+  std::lock_guard<std::mutex> lock(g_cacheMutex);
+  g_cache.emplace(std::make_pair(db, std::string(sqlite3_sql(st))), st);
+}
+
+}  // namespace
+
+void dropStatementCache(sqlite3* db) {
+  std::lock_guard<std::mutex> lock(g_cacheMutex);
+  for (auto it = g_cache.begin(); it != g_cache.end();) {
+    if (it->first.first == db) {
+      sqlite3_finalize(it->second);
+      it = g_cache.erase(it);
+    } else {
+      ++it;
+    }
+  }
+}
 
 static void check(sqlite3* db, int rc, const char* what) {
   if (rc != SQLITE_OK && rc != SQLITE_ROW && rc != SQLITE_DONE)
@@ -8,10 +47,13 @@ static void check(sqlite3* db, int rc, const char* what) {
 }
 
 Stmt::Stmt(sqlite3* db, const char* sql) : db_(db) {
-  check(db, sqlite3_prepare_v2(db, sql, -1, &st_, nullptr), sql);
+  st_ = takeCached(db, sql);
+  if (!st_) check(db, sqlite3_prepare_v3(db, sql, -1, SQLITE_PREPARE_PERSISTENT, &st_, nullptr), sql);
 }
 
-Stmt::~Stmt() { sqlite3_finalize(st_); }
+Stmt::~Stmt() {
+  if (st_) giveBack(db_, st_);
+}
 
 Stmt& Stmt::bind(int i, int64_t v) {
   check(db_, sqlite3_bind_int64(st_, i, v), "bind");

@@ -21,7 +21,8 @@ class DbError : public std::runtime_error {
   int rc_;
 };
 
-// One prepared statement.  Parameters are bound by position (1-based) with
+// One prepared statement, taken from a per-connection cache of prepared
+// statements and given back (reset) when destroyed.  Parameters are bound by position (1-based) with
 // bind(); step() returns true while a row is available.
 class Stmt {
  public:
@@ -52,6 +53,9 @@ class Stmt {
 
 // Runs SQL without results (several statements allowed).
 void exec(sqlite3* db, const char* sql);
+
+// Finalizes the cached statements of a connection; call before closing it.
+void dropStatementCache(sqlite3* db);
 
 }  // namespace zarsim
 

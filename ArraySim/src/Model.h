@@ -61,7 +61,7 @@ struct VolumeRow {
   int access = VOL_MODE_READWRITE;
   int64_t sizeMiB = 0;
   bool busy = false;
-  int64_t vluns = 0;
+  int64_t vluns = 0;  // non-zero when exported (findVolume gives 0 or 1)
 };
 Result createVolume(sqlite3* db, const std::string& name, int64_t sizeMiB, const std::string& domain,
                     int access, std::string* wwnOut);

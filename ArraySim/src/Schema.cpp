@@ -96,9 +96,9 @@ CREATE TABLE template (
   created TEXT NOT NULL DEFAULT (strftime('%Y-%m-%dT%H:%M:%fZ', 'now')),
   UNIQUE (kind, owner, port, lun)
 );
-CREATE INDEX template_volume ON template(volume_id);
+CREATE INDEX template_volume ON template(volume_id, kind, owner, port);
 CREATE INDEX template_owner_lun ON template(owner, lun);
-CREATE INDEX template_port_lun ON template(port, lun);
+CREATE INDEX template_port_kind_lun ON template(port, kind, lun);
 -- One row per view (distinct export target), kept by the triggers below so
 -- that the chunked view query walks an index.
 CREATE TABLE view (

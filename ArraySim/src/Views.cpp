@@ -2,6 +2,7 @@
 // of the SPC and template queries.
 #include <cstring>
 #include <map>
+#include <memory>
 
 #include "Db.h"
 #include "Model.h"
@@ -35,6 +36,16 @@ class Context {
     for (const PortRow& p : listPorts(db)) ports_[p.pos] = p;
   }
 
+  // A prepared statement of this context, reset for new bindings.
+  Stmt& stmt(const char* sql) {
+    std::unique_ptr<Stmt>& p = stmts_[sql];
+    if (!p)
+      p.reset(new Stmt(db_, sql));
+    else
+      p->reset();
+    return *p;
+  }
+
   const PortRow* port(lpid_t pos) const {
     auto it = ports_.find(pos);
     return it == ports_.end() ? nullptr : &it->second;
@@ -66,7 +77,7 @@ class Context {
                           ? "SELECT DISTINCT type FROM initiator WHERE host_id = ? ORDER BY type"
                           : "SELECT DISTINCT type FROM initiator WHERE host_id IN"
                             " (SELECT host_id FROM hostset_member WHERE set_id = ?) ORDER BY type";
-    Stmt st(db_, sql);
+    Stmt& st = stmt(sql);
     st.bind(1, k.owner);
     while (st.step()) {
       Sub s;
@@ -102,7 +113,7 @@ class Context {
               " WHERE l.port = ?2 AND i.host_id IS NOT NULL AND ?1 = ?1 AND ?3 = ?3";
         break;
     }
-    Stmt st(db_, sql);
+    Stmt& st = stmt(sql);
     st.bind(1, k.owner);
     if (st.params() >= 2) st.bind(2, (int64_t)k.port);
     if (st.params() >= 3) st.bind(3, (int64_t)s.portType);
@@ -111,7 +122,7 @@ class Context {
 
   // A path of the host of the given type, preferring one logged in on port.
   std::string hostPath(int64_t hostId, int type, lpid_t port) {
-    Stmt st(db_,
+    Stmt& st = stmt(
             "SELECT i.wwn, i.iscsi_name, EXISTS (SELECT 1 FROM login l WHERE l.initiator_id = i.id AND l.port = ?3)"
             " AS here FROM initiator i WHERE i.host_id = ?1 AND i.type = ?2 ORDER BY here DESC, i.id LIMIT 1");
     st.bind(1, hostId).bind(2, (int64_t)type).bind(3, (int64_t)port);
@@ -160,6 +171,7 @@ class Context {
   sqlite3* db_;
   std::map<lpid_t, PortRow> ports_;
   std::map<int64_t, HostRow> hosts_;
+  std::map<std::string, std::unique_ptr<Stmt>> stmts_;
 };
 
 std::string field(const char* p, size_t n) { return std::string(p, strnlen(p, n)); }

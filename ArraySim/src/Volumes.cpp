@@ -22,7 +22,7 @@ static bool volumeFrom(Stmt& st, VolumeRow* out) {
 
 #define VOLUME_SELECT \
   "SELECT id, name, wwn, access, domain, size_mib, busy," \
-  " (SELECT count(*) FROM template WHERE template.volume_id = volume.id) FROM volume "
+  " EXISTS (SELECT 1 FROM template WHERE template.volume_id = volume.id) FROM volume "
 
 bool findVolume(sqlite3* db, const std::string& nameOrWwn, VolumeRow* out) {
   {
@@ -71,7 +71,7 @@ Result removeVolumes(sqlite3* db, const std::vector<std::string>& names) {
     st.bind(1, n);
     if (!volumeFrom(st, &v)) return Result::error(API_E_VV_NOT_FOUND, "Volume " + n + " does not exist");
     if (v.vluns > 0)
-      return Result::error(API_E_VV_BUSY, "Volume " + n + " is busy: it is exported " + std::to_string(v.vluns) + " times");
+      return Result::error(API_E_VV_BUSY, "Volume " + n + " is busy: it is exported");
     if (v.busy) return Result::error(API_E_VV_BUSY, "Volume " + n + " is busy: a task is running on it");
     ids.push_back(v.id);
   }
