@@ -1,0 +1,318 @@
+// Tests of a provider module as the server uses one: loaded with dlopen,
+// created through PegasusCreateProvider, reached through its interfaces
+// (checked with dynamic_cast), calling back into the server through its
+// CIMOMHandle, and unloaded with terminate(), which deletes it.
+
+#include <dlfcn.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <Pegasus/Client/CIMClient.h>
+#include <Pegasus/Common/ClientAddressContainer.h>
+#include <Pegasus/Provider/CIMAssociationProvider.h>
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
+#include <Pegasus/Provider/CIMOMHandleHost.h>
+
+#include <gtest/gtest.h>
+
+#include "TestOperationHost.h"
+
+PEGASUS_USING_PEGASUS;
+
+namespace
+{
+
+const CIMNamespaceName NS("root/zar");
+
+typedef CIMProvider* (*CreateProvider)(const String&);
+typedef int (*LiveProviders)();
+
+class InstanceCollector : public InstanceResponseHandler
+{
+public:
+    void processing() {}
+    void complete() { completed = true; }
+    void deliver(const CIMInstance& i) { instances.append(i); }
+    void deliver(const Array<CIMInstance>& a) { instances.appendArray(a); }
+    Array<CIMInstance> instances;
+    bool completed = false;
+};
+
+class PathCollector : public ObjectPathResponseHandler
+{
+public:
+    void processing() {}
+    void complete() {}
+    void deliver(const CIMObjectPath& p) { paths.append(p); }
+    void deliver(const Array<CIMObjectPath>& a) { paths.appendArray(a); }
+    Array<CIMObjectPath> paths;
+};
+
+class MethodCollector : public MethodResultResponseHandler
+{
+public:
+    void processing() {}
+    void complete() {}
+    void deliverParamValue(const CIMParamValue& p) { out.append(p); }
+    void deliverParamValue(const Array<CIMParamValue>& a) { out.appendArray(a); }
+    void deliver(const CIMValue& v) { result = v; }
+    Array<CIMParamValue> out;
+    CIMValue result;
+};
+
+class NullHandler : public ResponseHandler
+{
+public:
+    void processing() {}
+    void complete() {}
+};
+
+// Routes the instance and method operations of the test host to one
+// provider, giving it paths with the server's host name as a CIM server
+// does.
+class ProviderHost : public zartest::TestOperationHost
+{
+public:
+    CIMInstanceProvider* instances = 0;
+    CIMMethodProvider* methods = 0;
+
+    CIMObjectPath classPath(const CIMNamespaceName& ns, const CIMName& c)
+    {
+        return CIMObjectPath("testhost", ns, c);
+    }
+
+    CIMInstance getInstance(const OperationContext& context,
+        const CIMNamespaceName& ns, const CIMObjectPath& name, Boolean,
+        Boolean includeQualifiers, Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList)
+    {
+        InstanceCollector h;
+        CIMObjectPath full(name);
+        full.setHost("testhost");
+        full.setNameSpace(ns);
+        instances->getInstance(context, full, includeQualifiers,
+            includeClassOrigin, propertyList, h);
+        return h.instances[0];
+    }
+
+    void enumerateInstanceNames(const OperationContext& context,
+        const CIMNamespaceName& ns, const CIMName& className,
+        ObjectPathResponseHandler& handler)
+    {
+        contexts.push_back(context);
+        instances->enumerateInstanceNames(
+            context, classPath(ns, className), handler);
+    }
+
+    CIMValue invokeMethod(const OperationContext& context,
+        const CIMNamespaceName& ns, const CIMObjectPath& name,
+        const CIMName& methodName, const Array<CIMParamValue>& in,
+        Array<CIMParamValue>& out)
+    {
+        MethodCollector h;
+        CIMObjectPath full(name);
+        full.setHost("testhost");
+        full.setNameSpace(ns);
+        methods->invokeMethod(context, full, methodName, in, h);
+        out.appendArray(h.out);
+        return h.result;
+    }
+};
+
+class ProviderModuleTest : public ::testing::Test
+{
+protected:
+    void SetUp()
+    {
+        module = dlopen(TEST_PROVIDER_MODULE, RTLD_LAZY | RTLD_GLOBAL);
+        ASSERT_TRUE(module != 0) << dlerror();
+        create = reinterpret_cast<CreateProvider>(
+            dlsym(module, "PegasusCreateProvider"));
+        live = reinterpret_cast<LiveProviders>(
+            dlsym(module, "ZARTestLiveProviders"));
+        ASSERT_TRUE(create != 0 && live != 0);
+    }
+
+    void TearDown()
+    {
+        setLocalOperationHost(0);
+        if (module)
+            dlclose(module);
+    }
+
+    // Creates and initializes the provider with a handle bound to host.
+    CIMProvider* Load()
+    {
+        CIMProvider* provider = create("ZAR_TestVolumeProvider");
+        if (!provider)
+            return 0;
+        host.instances = dynamic_cast<CIMInstanceProvider*>(provider);
+        host.methods = dynamic_cast<CIMMethodProvider*>(provider);
+        CIMOMHandle cimom = createCIMOMHandle(host);
+        provider->initialize(cimom);
+        return provider;
+    }
+
+    CIMValue Invoke(const char* method, const Array<CIMParamValue>& in,
+        Array<CIMParamValue>& out, const OperationContext& context)
+    {
+        return host.invokeMethod(context, NS,
+            CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""), method, in, out);
+    }
+
+    void* module = 0;
+    CreateProvider create = 0;
+    LiveProviders live = 0;
+    ProviderHost host;
+};
+
+TEST_F(ProviderModuleTest, FactoryCreatesOnlyKnownProviders)
+{
+    EXPECT_EQ(create("NoSuchProvider"), (CIMProvider*)0);
+    CIMProvider* provider = create("ZAR_TestVolumeProvider");
+    ASSERT_TRUE(provider != 0);
+    EXPECT_EQ(live(), 1);
+    EXPECT_TRUE(dynamic_cast<CIMInstanceProvider*>(provider) != 0);
+    EXPECT_TRUE(dynamic_cast<CIMMethodProvider*>(provider) != 0);
+    EXPECT_TRUE(dynamic_cast<CIMAssociationProvider*>(provider) == 0)
+        << "the interface check of the server must fail for associations";
+    // One CIMProvider subobject, whichever interface it is reached from.
+    EXPECT_EQ(static_cast<CIMProvider*>(
+        dynamic_cast<CIMMethodProvider*>(provider)), provider);
+    provider->terminate();
+    EXPECT_EQ(live(), 0) << "terminate() deletes the provider";
+}
+
+TEST_F(ProviderModuleTest, InstanceOperations)
+{
+    CIMProvider* provider = Load();
+    ASSERT_TRUE(provider != 0);
+    CIMInstanceProvider& p = *host.instances;
+    OperationContext ctx;
+    CIMObjectPath classRef("testhost", NS, "ZAR_TestVolume");
+
+    PathCollector names;
+    p.enumerateInstanceNames(ctx, classRef, names);
+    ASSERT_EQ(names.paths.size(), 2u);
+    EXPECT_EQ(names.paths[1].toString(),
+        "//testhost/root/zar:ZAR_TestVolume.Name=\"vol1\"");
+
+    Array<CIMName> only;
+    only.append("size");
+    InstanceCollector got;
+    p.getInstance(ctx, names.paths[1], false, false, CIMPropertyList(only), got);
+    ASSERT_EQ(got.instances.size(), 1u);
+    EXPECT_TRUE(got.completed);
+    ASSERT_EQ(got.instances[0].getPropertyCount(), 1u);
+    EXPECT_EQ(got.instances[0].getProperty(0).getValue(), CIMValue(Uint32(20)));
+
+    CIMInstance fresh("ZAR_TestVolume");
+    fresh.addProperty(CIMProperty("Name", CIMValue(String("vol2"))));
+    fresh.addProperty(CIMProperty("Size", CIMValue(Uint32(5))));
+    PathCollector created;
+    p.createInstance(ctx, classRef, fresh, created);
+    ASSERT_EQ(created.paths.size(), 1u);
+    EXPECT_THROW(p.createInstance(ctx, classRef, fresh, created),
+        CIMObjectAlreadyExistsException);
+
+    InstanceCollector all;
+    p.enumerateInstances(ctx, classRef, false, false, CIMPropertyList(), all);
+    ASSERT_EQ(all.instances.size(), 3u);
+    EXPECT_EQ(all.instances[2].getPath(), created.paths[0]);
+
+    NullHandler done;
+    p.deleteInstance(ctx, created.paths[0], done);
+    try
+    {
+        InstanceCollector none;
+        p.getInstance(ctx, created.paths[0], false, false, CIMPropertyList(),
+            none);
+        ADD_FAILURE() << "deleted instance still found";
+    }
+    catch (const CIMException& e)
+    {
+        EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
+    }
+    provider->terminate();
+    EXPECT_EQ(live(), 0);
+}
+
+TEST_F(ProviderModuleTest, MethodsAndCallsBackIntoTheServer)
+{
+    CIMProvider* provider = Load();
+    ASSERT_TRUE(provider != 0);
+    OperationContext ctx;
+    ctx.insert(IdentityContainer("carol"));
+
+    Array<CIMParamValue> in, out;
+    in.append(CIMParamValue("Name", CIMValue(String("vol1"))));
+    in.append(CIMParamValue("Size", CIMValue(Uint32(64))));
+    EXPECT_EQ(Invoke("Resize", in, out, ctx), CIMValue(Uint32(0)));
+    ASSERT_EQ(out.size(), 1u);
+    EXPECT_EQ(out[0].getParameterName(), "OldSize");
+    EXPECT_EQ(out[0].getValue(), CIMValue(Uint32(20)));
+
+    CIMInstance resized = host.getInstance(ctx, NS,
+        CIMObjectPath("ZAR_TestVolume.Name=\"vol1\""), false, false, false,
+        CIMPropertyList());
+    EXPECT_EQ(resized.getProperty(1).getValue(), CIMValue(Uint32(64)));
+
+    // The provider asks the server, which routes back to the provider.
+    Array<CIMParamValue> none;
+    EXPECT_EQ(Invoke("CountVolumes", none, out, ctx), CIMValue(Uint32(2)));
+    EXPECT_EQ(host.lastUser(), "carol") << "the handle passes the user on";
+
+    EXPECT_EQ(Invoke("WhoAmI", none, out, ctx), CIMValue(String("carol")));
+
+    OperationContext remote;
+    remote.insert(IdentityContainer("dave"));
+    remote.insert(ClientAddressContainer("198.51.100.4"));
+    EXPECT_EQ(Invoke("ClientAddress", none, out, remote),
+        CIMValue(String("198.51.100.4")));
+
+    Array<CIMParamValue> missing;
+    missing.append(CIMParamValue("Name", CIMValue(String("nope"))));
+    try
+    {
+        Invoke("Resize", missing, out, ctx);
+        ADD_FAILURE() << "no error for a missing volume";
+    }
+    catch (const CIMException& e)
+    {
+        EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
+        EXPECT_EQ(e.getMessage(), "no volume nope");
+    }
+    EXPECT_THROW(Invoke("Explode", none, out, ctx), CIMMethodNotFoundException);
+    provider->terminate();
+}
+
+TEST_F(ProviderModuleTest, LocalClientReachesTheProviderAsTheProcessUser)
+{
+    CIMProvider* provider = Load();
+    ASSERT_TRUE(provider != 0);
+    setLocalOperationHost(&host);
+    CIMClient client;
+    client.connectLocal();
+    Array<CIMParamValue> in, out;
+    CIMValue who = client.invokeMethod(NS,
+        CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""), "WhoAmI", in, out);
+    struct passwd* pw = getpwuid(geteuid());
+    ASSERT_TRUE(pw != 0);
+    EXPECT_EQ(who, CIMValue(String(pw->pw_name)));
+    EXPECT_EQ(client.enumerateInstanceNames(NS, "ZAR_TestVolume")[0].toString(),
+        "ZAR_TestVolume.Name=\"vol0\"");
+    try
+    {
+        client.invokeMethod(NS, CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""),
+            "Explode", in, out);
+        ADD_FAILURE() << "no error";
+    }
+    catch (const CIMException& e)
+    {
+        EXPECT_EQ(e.getMessage(), "CIM_ERR_METHOD_NOT_FOUND: Explode");
+    }
+    provider->terminate();
+}
+
+}  // namespace
