@@ -78,7 +78,8 @@ public:
     // not).
     static String getClientIPAddress(const OperationContext& context);
 
-    // Per-request access check: api_zarOpenForCimserver(user). A refusal
+    // Per-request access check: api_zarOpenForCimserver(user), a request
+    // without user name being the server's own (a null user). A refusal
     // throws TraceableCIMException(CIM_ERR_ACCESS_DENIED, "Insufficient
     // privilege for the user", file, line).
     static void checkUserAccess(

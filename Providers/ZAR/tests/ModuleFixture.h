@@ -6,6 +6,8 @@
 #define ZAR_TESTS_MODULEFIXTURE_H
 
 #include <cstdlib>
+#include <pwd.h>
+#include <unistd.h>
 #include <string>
 
 #include <Pegasus/Common/ClientAddressContainer.h>
@@ -20,14 +22,14 @@ namespace zartest {
 
 // Counts the calls of the handler protocol.
 struct HandlerCalls {
-  int processing = 0;
-  int complete = 0;
+  int processingCalls = 0;
+  int completeCalls = 0;
 };
 
 class Instances : public Pegasus::InstanceResponseHandler, public HandlerCalls {
  public:
-  void processing() override { HandlerCalls::processing++; }
-  void complete() override { HandlerCalls::complete++; }
+  void processing() override { processingCalls++; }
+  void complete() override { completeCalls++; }
   void deliver(const Pegasus::CIMInstance& i) override {
     items.append(i);
     deliveries++;
@@ -42,8 +44,8 @@ class Instances : public Pegasus::InstanceResponseHandler, public HandlerCalls {
 
 class Paths : public Pegasus::ObjectPathResponseHandler, public HandlerCalls {
  public:
-  void processing() override { HandlerCalls::processing++; }
-  void complete() override { HandlerCalls::complete++; }
+  void processing() override { processingCalls++; }
+  void complete() override { completeCalls++; }
   void deliver(const Pegasus::CIMObjectPath& p) override { items.append(p); }
   void deliver(const Pegasus::Array<Pegasus::CIMObjectPath>& a) override { items.appendArray(a); }
   Pegasus::Array<Pegasus::CIMObjectPath> items;
@@ -51,8 +53,8 @@ class Paths : public Pegasus::ObjectPathResponseHandler, public HandlerCalls {
 
 class Objects : public Pegasus::ObjectResponseHandler, public HandlerCalls {
  public:
-  void processing() override { HandlerCalls::processing++; }
-  void complete() override { HandlerCalls::complete++; }
+  void processing() override { processingCalls++; }
+  void complete() override { completeCalls++; }
   void deliver(const Pegasus::CIMObject& o) override { items.append(o); }
   void deliver(const Pegasus::Array<Pegasus::CIMObject>& a) override { items.appendArray(a); }
   Pegasus::Array<Pegasus::CIMObject> items;
@@ -60,8 +62,8 @@ class Objects : public Pegasus::ObjectResponseHandler, public HandlerCalls {
 
 class Plain : public Pegasus::ResponseHandler, public HandlerCalls {
  public:
-  void processing() override { HandlerCalls::processing++; }
-  void complete() override { HandlerCalls::complete++; }
+  void processing() override { processingCalls++; }
+  void complete() override { completeCalls++; }
 };
 
 inline std::string envOr(const char* name, const char* fallback) {
@@ -98,6 +100,19 @@ class ModuleFixture : public ::testing::Test {
     ASSERT_EQ(0, zarsim_add_user("p1browse", "pw-browse", "browse"));
     ASSERT_EQ(0, zarsim_add_user("p1locked", "pw-locked", "super"));
     ASSERT_EQ(0, zarsim_enable_user("p1locked", 0));
+    // Identity queries reach the server through a local connection, which
+    // runs as the server process's own user: it is an array user, as on
+    // the array's management node.
+    ASSERT_EQ(0, zarsim_add_user(processUser().c_str(), "pw-local", "super"));
+  }
+
+  static std::string processUser() {
+    struct passwd entry;
+    struct passwd* result = nullptr;
+    char buffer[4096];
+    if (getpwuid_r(geteuid(), &entry, buffer, sizeof(buffer), &result) == 0 && result)
+      return result->pw_name;
+    return std::to_string(geteuid());
   }
 
   void TearDown() override {
