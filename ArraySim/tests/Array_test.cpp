@@ -237,3 +237,9 @@ TEST(ArrayFile, KilledWriterLeavesEveryAcknowledgedChange) {
   unlink(path);
 }
 }  // namespace
+
+namespace {
+TEST(ArrayDeathTest, PanicStopsTheProcessWithItsMessage) {
+  EXPECT_DEATH(zar_panic("Assertion failed: %s\n", "len > 0"), "panic: Assertion failed: len > 0");
+}
+}  // namespace
