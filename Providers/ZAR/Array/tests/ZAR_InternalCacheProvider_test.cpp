@@ -1,6 +1,8 @@
 // The internal cache object through the server: the identity methods, the
 // paths it answers to, and its refusals.
 #include <arpa/inet.h>
+#include <pwd.h>
+#include <unistd.h>
 
 #include <cstring>
 
@@ -105,8 +107,13 @@ TEST_F(InternalCacheProviderTest, AnswersUnderBothNamesAndIgnoresCase) {
   call("getsystemname", as("viewer"), "LOCALHOST-internalcache").getValue().get(name);
   EXPECT_EQ(std::string(info.name), text(name));
 
-  // A request from inside the server (no user) is the server's own.
+  // Requests of the server itself: through a handle (no user), or through
+  // its local connection (its own OS user, not an array user).
   call("GetSystemName", OperationContext()).getValue().get(name);
+  EXPECT_EQ(std::string(info.name), text(name));
+  struct passwd* pw = getpwuid(geteuid());
+  ASSERT_NE(nullptr, pw);
+  call("GetSystemName", as(pw->pw_name)).getValue().get(name);
   EXPECT_EQ(std::string(info.name), text(name));
 
   Array<CIMParamValue> in, out;
