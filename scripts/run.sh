@@ -28,7 +28,8 @@ die() { echo "run.sh: $*" >&2; exit 1; }
 
 while [ $# -gt 0 ]; do
   case "$1" in
-    --port) [ $# -ge 2 ] || die "--port needs a number"; port=$2; shift 2 ;;
+    --port|--http-port) [ $# -ge 2 ] || die "$1 needs a number"; port=$2; shift 2 ;;
+    --port=*|--http-port=*) port=${1#*=}; shift ;;
     --user) [ $# -ge 2 ] || die "--user needs a name"; user=$2; shift 2 ;;
     --role) [ $# -ge 2 ] || die "--role needs browse, edit or super"; role=$2; shift 2 ;;
     --build-dir) [ $# -ge 2 ] || die "--build-dir needs a folder"; build_dir=$2; shift 2 ;;
