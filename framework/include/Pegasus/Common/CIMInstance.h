@@ -21,20 +21,14 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMValue;
 class CIMQualifier;
 class CIMConstQualifier;
 class CIMProperty;
 class CIMConstProperty;
-class CIMParameter;
-class CIMConstParameter;
-class CIMMethod;
-class CIMConstMethod;
 class CIMObject;
 class CIMConstObject;
 class CIMClass;
 class CIMConstClass;
-class CIMInstance;
 class CIMConstInstance;
 
 class CIMInstanceRep;
