@@ -39,9 +39,10 @@ Boolean Contains(const Array<T>& a, const T& x)
     return false;
 }
 
-// Sorts ascending by operator>.
-template<class T>
-void BubbleSort(Array<T>& x)
+// Sorts x so that no element is greater(...) than the one after it; equal
+// elements keep their order.
+template<class T, class Greater>
+void ArrayBubbleSortBy(Array<T>& x, Greater greater)
 {
     Uint32 n = x.size();
     if (n < 2)
@@ -50,7 +51,7 @@ void BubbleSort(Array<T>& x)
     {
         for (Uint32 j = 0; j < n - 1 - i; j++)
         {
-            if (x[j] > x[j + 1])
+            if (greater(x[j], x[j + 1]))
             {
                 T t = x[j];
                 x[j] = x[j + 1];
@@ -60,43 +61,24 @@ void BubbleSort(Array<T>& x)
     }
 }
 
+// Sorts ascending by operator>.
+template<class T>
+void BubbleSort(Array<T>& x)
+{
+    ArrayBubbleSortBy(x, [](const T& a, const T& b) { return a > b; });
+}
+
 // Sorts names by their spelling, case-sensitively.
 inline void BubbleSort(Array<CIMName>& x)
 {
-    Uint32 n = x.size();
-    if (n < 2)
-        return;
-    for (Uint32 i = 0; i < n - 1; i++)
-    {
-        for (Uint32 j = 0; j < n - 1 - i; j++)
-        {
-            if (x[j].getString() > x[j + 1].getString())
-            {
-                CIMName t = x[j];
-                x[j] = x[j + 1];
-                x[j + 1] = t;
-            }
-        }
-    }
+    ArrayBubbleSortBy(x, [](const CIMName& a, const CIMName& b)
+        { return a.getString() > b.getString(); });
 }
 
 inline void BubbleSort(Array<CIMNamespaceName>& x)
 {
-    Uint32 n = x.size();
-    if (n < 2)
-        return;
-    for (Uint32 i = 0; i < n - 1; i++)
-    {
-        for (Uint32 j = 0; j < n - 1 - i; j++)
-        {
-            if (x[j].getString() > x[j + 1].getString())
-            {
-                CIMNamespaceName t = x[j];
-                x[j] = x[j + 1];
-                x[j + 1] = t;
-            }
-        }
-    }
+    ArrayBubbleSortBy(x, [](const CIMNamespaceName& a, const CIMNamespaceName& b)
+        { return a.getString() > b.getString(); });
 }
 
 PEGASUS_NAMESPACE_END

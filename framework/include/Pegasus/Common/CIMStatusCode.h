@@ -11,7 +11,9 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-enum CIMStatusCode
+// The underlying type is fixed so that vendor codes (e.g. 4096 and above,
+// passed as (CIMStatusCode)4100) are valid values of the type.
+enum CIMStatusCode : int
 {
     CIM_ERR_SUCCESS = 0,
     CIM_ERR_FAILED = 1,
