@@ -5,6 +5,7 @@
 //   Fail      CIMException with the vendor code 4097, "LU=x: bad\n"
 //   Mismatch  TypeMismatchException (not a CIMException)
 //   Std       std::runtime_error("std boom")
+//   Latin1    std::runtime_error whose text is not valid UTF-8
 //   Int       throw 42
 // Instances are stored and delivered with paths that carry the host name
 // "testhost" and the namespace of the request.
@@ -240,6 +241,8 @@ public:
             throw TypeMismatchException();
         if (methodName.equal("Std"))
             throw std::runtime_error("std boom");
+        if (methodName.equal("Latin1"))
+            throw std::runtime_error("caf\xe9");
         if (methodName.equal("Int"))
             throw 42;
         throw CIMException(CIM_ERR_METHOD_NOT_FOUND, methodName.getString());

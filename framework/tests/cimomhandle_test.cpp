@@ -223,6 +223,10 @@ TEST_F(CIMOMHandleTest, ErrorsKeepTheirCodeAndBecomeCIMExceptions)
     e = ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Std", in, out); });
     EXPECT_EQ(e.second, "std boom");
 
+    e = ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Latin1", in, out); });
+    EXPECT_EQ(e.first, Uint32(CIM_ERR_FAILED));
+    EXPECT_EQ(e.second, "Unknown error.");
+
     e = ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Int", in, out); });
     EXPECT_EQ(e.first, Uint32(CIM_ERR_FAILED));
     EXPECT_EQ(e.second, "Unknown error.");

@@ -13,6 +13,19 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
+// The text of e, or "Unknown error." when it is not valid UTF-8.
+inline String WhatText(const std::exception& e)
+{
+    try
+    {
+        return String(e.what());
+    }
+    catch (...)
+    {
+        return String("Unknown error.");
+    }
+}
+
 template<class F>
 auto CallHost(F call) -> decltype(call())
 {
@@ -30,7 +43,7 @@ auto CallHost(F call) -> decltype(call())
     }
     catch (const std::exception& e)
     {
-        throw CIMException(CIM_ERR_FAILED, String(e.what()));
+        throw CIMException(CIM_ERR_FAILED, WhatText(e));
     }
     catch (abi::__forced_unwind&)
     {
