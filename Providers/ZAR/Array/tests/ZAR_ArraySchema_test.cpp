@@ -196,7 +196,18 @@ TEST_F(ArraySchemaTest, InternalCacheMethodsDeclareTheirOutputs) {
     EXPECT_EQ(CIMTYPE_UINT32, method.getType()) << m.method;
     Uint32 p = method.findParameter(CIMName(m.param));
     ASSERT_NE(PEG_NOT_FOUND, p) << m.method << "." << m.param;
-    EXPECT_EQ(m.type, method.getParameter(p).getType()) << m.method << "." << m.param;
+    CIMConstParameter param = method.getParameter(p);
+    EXPECT_EQ(m.type, param.getType()) << m.method << "." << m.param;
+    // Output only: In defaults to true, so it must be switched off.
+    Boolean in = true, out = false;
+    Uint32 q = param.findQualifier(CIMName("In"));
+    ASSERT_NE(PEG_NOT_FOUND, q) << m.method << "." << m.param;
+    param.getQualifier(q).getValue().get(in);
+    q = param.findQualifier(CIMName("Out"));
+    ASSERT_NE(PEG_NOT_FOUND, q) << m.method << "." << m.param;
+    param.getQualifier(q).getValue().get(out);
+    EXPECT_FALSE(in) << m.method << "." << m.param;
+    EXPECT_TRUE(out) << m.method << "." << m.param;
   }
 }
 
