@@ -87,7 +87,9 @@ fi
 # --- The CIM user -------------------------------------------------------------
 # var/cim-credentials holds "NAME PASSWORD"; the password is printed only when
 # it is made.
-user_exists() { cli users list | awk 'NR > 1 { print $1 }' | grep -qx "$1"; }
+user_exists() {
+  cli users list | awk -v u="$1" 'NR > 1 && $1 == u { found = 1 } END { exit !found }'
+}
 
 new_password=""
 if [ -f "$credentials" ]; then

@@ -124,6 +124,18 @@ TEST_F(RunScriptTest, PrintedCommandsWorkAndThePasswordIsShownOnce) {
   ASSERT_FALSE(commands.empty());
   std::string out;
   EXPECT_EQ(0, runCommand(commands[0], out)) << out;
+  ASSERT_EQ(0, again_.stop()) << again_.output();
+
+  // A removed array is seeded again and gets the kept user back.
+  ASSERT_EQ(0, ::unlink((var_ + "/array.db").c_str()));
+  ServerProcess third;
+  start(third);
+  EXPECT_NE(std::string::npos, third.output().find("seeding")) << third.output();
+  EXPECT_EQ(std::string::npos, third.output().find(password)) << third.output();
+  commands = printedCommands(third.output());
+  ASSERT_FALSE(commands.empty());
+  EXPECT_EQ(0, runCommand(commands[0], out)) << out;
+  EXPECT_EQ(0, third.stop()) << third.output();
 }
 
 TEST_F(RunScriptTest, RefusesBadOptions) {
