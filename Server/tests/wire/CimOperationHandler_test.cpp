@@ -344,7 +344,7 @@ TEST_F(WireServer, OversizedAndTruncatedRequests)
                              std::string(size) + chunk + "\r\n0\r\n\r\n");
     EXPECT_EQ(chunked.status, 413);
     // Garbage instead of HTTP.
-    Reply junk = exchange(std::string("\x16\x03\x01\x02\x00 nonsense\r\n\r\n", 20));
+    Reply junk = exchange(std::string("\x16\x03\x01\x02\x00 nonsense\r\n\r\n", 18));
     EXPECT_EQ(junk.status, 400);
     expectStillServing();
 }
