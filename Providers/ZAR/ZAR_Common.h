@@ -21,6 +21,7 @@
 //   ZAR_CommonSPCId.cpp         view (SPC) device identifiers and paths
 //   ZAR_CommonSPC.cpp           view instances assembled from array records
 //   ZAR_CommonSPCModify.cpp     renaming the host behind a view
+//   ZAR_CommonVolumes.cpp       deleting volumes named by their paths
 //
 // Tracing goes through the array library's log_message: level 4 for entry and
 // exit lines, 3 for skipped bad input, 2 for errors and fallbacks.
@@ -508,6 +509,39 @@ public:
         bool includeQualifiers,
         const CIMPropertyList& propertyList,
         ResponseHandler& handler);
+
+    // ---------------------------------------------------------------------
+    // Volumes
+
+    // Deletes the volumes whose paths are given (their DeviceID keys are
+    // volume WWNs), all or nothing. Busy volumes are tried again every 2
+    // seconds, 11 attempts in all. Returns 0; 32768 when the array deleted
+    // fewer volumes than paths were given or a volume was not found; 4 when
+    // the volumes stayed busy or the deletion failed; the failure of
+    // fillInVVNames when the names cannot be found. flag is passed to
+    // api_removeVVs.
+    static int removeVVs(api_evtparam_t* event, Array<CIMObjectPath>& volumes,
+        unsigned int flag);
+
+    // A new table (free() it) of the volumes' element names, 32 bytes per
+    // path, and the number of names filled in. Returns 0; 5 for a null
+    // names or count; 4 when no name was found or memory ran out; the
+    // failure of the string form.
+    static int fillInVVNames(Array<CIMObjectPath>& volumes, api_name_t** names,
+        unsigned int* count);
+
+    // Appends the element names of the volumes whose WWNs are the paths'
+    // DeviceID keys, asking the array with WWN lists of at most 255
+    // characters each. Returns 0; 5 for an empty path list; 4 when a query
+    // failed or no name was found.
+    static int fillInVVNames(Array<CIMObjectPath>& volumes, Array<String>& names);
+
+    // How removeVVs waits between attempts on busy volumes.
+    typedef void (*RetryWait)(unsigned int seconds);
+
+    // Replaces the wait of removeVVs (null restores sleeping) and returns
+    // the previous one. For tests; not for use while requests run.
+    static RetryWait setRetryWait(RetryWait wait);
 };
 
 PEGASUS_NAMESPACE_END

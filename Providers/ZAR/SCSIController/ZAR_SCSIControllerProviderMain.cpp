@@ -7,6 +7,8 @@
 #include <Pegasus/Common/String.h>
 #include <Pegasus/Provider/CIMProvider.h>
 
+#include "ZAR_ConfigServicesForSCSIControllerProvider.h"
+#include "ZAR_ControllerConfigurationServiceProvider.h"
 #include "ZAR_ProtocolControllerMaskingCapProvider.h"
 #include "ZAR_SCSIControllerProvider.h"
 #include "ZAR_SystemControllerMaskingCapProvider.h"
@@ -21,10 +23,16 @@ extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(
     if (String::equalNoCase(providerName, "ZAR_SCSIControllerProvider"))
         return new ZAR_SCSIControllerProvider();
     if (String::equalNoCase(
+            providerName, "ZAR_ControllerConfigurationServiceProvider"))
+        return new ZAR_ControllerConfigurationServiceProvider();
+    if (String::equalNoCase(
             providerName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider"))
         return new ZAR_ProtocolControllerMaskingCapabilitiesProvider();
     if (String::equalNoCase(
             providerName, "ZAR_SystemControllerMaskingCapabilitiesProvider"))
         return new ZAR_SystemControllerMaskingCapabilitiesProvider();
+    if (String::equalNoCase(
+            providerName, "ZAR_ConfigServicesForSCSIControllerProvider"))
+        return new ZAR_ConfigServicesForSCSIControllerProvider();
     return 0;
 }
