@@ -146,6 +146,38 @@ TEST_F(ZarCimserver, ClientOperationsOverHttp)
     EXPECT_EQ(server.stop(), 0);
 }
 
+TEST_F(ZarCimserver, ClientOverHttpsVerifiesTheServer)
+{
+    std::string out;
+    ASSERT_EQ(runCommand("openssl req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=127.0.0.1 "
+                         "-keyout " + dir + "/key.pem -out " + dir + "/cert.pem", out, 60),
+              0)
+        << out;
+    ASSERT_EQ(runCommand("openssl req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=other "
+                         "-keyout " + dir + "/other-key.pem -out " + dir + "/other.pem", out, 60),
+              0)
+        << out;
+    std::string err;
+    ASSERT_TRUE(server.start(binaryDir() + "/bin/zar-cimserver",
+                             {"--array-db", dir + "/array.db", "--socket", "off", "--https-port", "0",
+                              "--tls-cert", dir + "/cert.pem", "--tls-key", dir + "/key.pem",
+                              "--schema-dir", testSchema(), "--provider-dir", binaryDir() + "/lib",
+                              "--log-file", dir + "/server.log"},
+                             {}, err))
+        << err;
+    ASSERT_GT(server.httpsPort(), 0);
+    CIMClient c;
+    c.connect("127.0.0.1", Uint32(server.httpsPort()), SSLContext(String((dir + "/cert.pem").c_str())),
+              "admin", "adminpass1");
+    EXPECT_EQ(c.enumerateInstanceNames("root/test", "ZTest_Gadget").size(), 2u);
+    // A trust store that does not hold the server's certificate refuses it.
+    CIMClient wary;
+    EXPECT_THROW(wary.connect("127.0.0.1", Uint32(server.httpsPort()),
+                              SSLContext(String((dir + "/other.pem").c_str())), "admin", "adminpass1"),
+                 Exception);
+    EXPECT_EQ(server.stop(), 0) << server.output();
+}
+
 TEST_F(ZarCimserver, LocalSocketIsPrivateAndTrusted)
 {
     startServer(testSchema());

@@ -95,10 +95,12 @@ auto decoding(F f) -> decltype(f())
 
 }  // namespace
 
-CIMXmlClient::CIMXmlClient(const String& host, Uint32 port, const String& user,
-    const String& password, Uint32 timeoutMs)
+CIMXmlClient::CIMXmlClient(const String& host, Uint32 port, const SSLContext* ssl,
+    const String& user, const String& password, Uint32 timeoutMs)
     : _conn(new HttpClientConnection(u8(host), port)), _timeoutMs(timeoutMs)
 {
+    if (ssl)
+        _conn->useTls(u8(ssl->getTrustStore()), u8(ssl->getCertPath()), u8(ssl->getKeyPath()));
     if (user.size())
         _authorization = "Basic " + clientBase64(u8(user) + ":" + u8(password));
     _limits.maxTextBytes = 64u << 20;
@@ -496,10 +498,7 @@ namespace {
 CIMClientConnection* createHttpConnection(const String& host, Uint32 port,
     const SSLContext* sslContext, const String& user, const String& password, Uint32 timeoutMs)
 {
-    if (sslContext)
-        throw CannotConnectException(String("Cannot connect to ") + host +
-            ". HTTPS is not available in this client.");
-    return new CIMXmlClient(host, port, user, password, timeoutMs);
+    return new CIMXmlClient(host, port, sslContext, user, password, timeoutMs);
 }
 
 CIMClientConnection* createLocalSocketConnection(Uint32 timeoutMs)

@@ -15,6 +15,7 @@
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/CIMXmlCodec.h>
+#include <Pegasus/Common/SSLContext.h>
 
 #include "Client/CIMClientConnection.h"
 #include "Client/HttpClientConnection.h"
@@ -24,11 +25,12 @@ PEGASUS_NAMESPACE_BEGIN
 class CIMXmlClient : public CIMClientConnection
 {
 public:
-    // Over a TCP connection to host:port with Basic credentials (sent with
-    // every request when user is not empty). Opens the connection now;
-    // CannotConnectException if the server cannot be reached.
-    CIMXmlClient(const String& host, Uint32 port, const String& user, const String& password,
-        Uint32 timeoutMs);
+    // Over a TCP connection to host:port (TLS when ssl is not null) with
+    // Basic credentials (sent with every request when user is not empty).
+    // Opens the connection now; CannotConnectException if the server cannot
+    // be reached, SSLException when the TLS handshake fails.
+    CIMXmlClient(const String& host, Uint32 port, const SSLContext* ssl, const String& user,
+        const String& password, Uint32 timeoutMs);
     // Over the local Unix socket at path (no credentials).
     CIMXmlClient(const std::string& socketPath, Uint32 timeoutMs);
     ~CIMXmlClient() override;

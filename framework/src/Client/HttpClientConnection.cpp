@@ -13,6 +13,10 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <openssl/err.h>
+#include <openssl/ssl.h>
+#include <sys/stat.h>
+
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Client/CIMClientException.h>
 
@@ -83,10 +87,109 @@ HttpClientConnection::HttpClientConnection(const std::string& socketPath)
 HttpClientConnection::~HttpClientConnection()
 {
     close();
+    if (_sslCtx)
+        SSL_CTX_free(static_cast<SSL_CTX*>(_sslCtx));
+}
+
+void HttpClientConnection::useTls(const std::string& trustStore, const std::string& certFile,
+    const std::string& keyFile)
+{
+    _tls = true;
+    _trustStore = trustStore;
+    _certFile = certFile;
+    _keyFile = keyFile;
+}
+
+void HttpClientConnection::_handshake(int timeoutMs)
+{
+    auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
+    String failure = String("Cannot connect to ") + _endpoint.c_str() + ". Connection failed.";
+    if (!_sslCtx) {
+        SSL_CTX* ctx = SSL_CTX_new(TLS_client_method());
+        if (!ctx)
+            throw SSLException("cannot create a TLS context");
+        SSL_CTX_set_min_proto_version(ctx, TLS1_2_VERSION);
+        SSL_CTX_set_mode(ctx, SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER | SSL_MODE_ENABLE_PARTIAL_WRITE);
+        _sslCtx = ctx;
+        if (!_trustStore.empty()) {
+            struct stat st;
+            bool dir = ::stat(_trustStore.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+            if (SSL_CTX_load_verify_locations(ctx, dir ? 0 : _trustStore.c_str(),
+                    dir ? _trustStore.c_str() : 0) != 1)
+                throw SSLException(String("cannot read the trust store ") + _trustStore.c_str());
+            SSL_CTX_set_verify(ctx, SSL_VERIFY_PEER, 0);
+        }
+        if (!_certFile.empty() &&
+            (SSL_CTX_use_certificate_chain_file(ctx, _certFile.c_str()) != 1 ||
+             SSL_CTX_use_PrivateKey_file(ctx, _keyFile.c_str(), SSL_FILETYPE_PEM) != 1))
+            throw SSLException(String("cannot read the client certificate ") + _certFile.c_str());
+    }
+    SSL* ssl = SSL_new(static_cast<SSL_CTX*>(_sslCtx));
+    _ssl = ssl;
+    SSL_set_fd(ssl, _fd);
+    SSL_set_tlsext_host_name(ssl, _host.c_str());
+    for (;;) {
+        int r = SSL_connect(ssl);
+        if (r == 1)
+            return;
+        int err = SSL_get_error(ssl, r);
+        short ev = err == SSL_ERROR_WANT_READ ? POLLIN : err == SSL_ERROR_WANT_WRITE ? POLLOUT : 0;
+        if (!ev) {
+            unsigned long e = ERR_get_error();
+            char buf[256] = "";
+            if (e) ERR_error_string_n(e, buf, sizeof buf);
+            ERR_clear_error();
+            close();
+            throw SSLException(String("TLS handshake with ") + _endpoint.c_str() + " failed: " + buf);
+        }
+        if (waitFd(_fd, ev, msLeft(deadline)) != 1) {
+            close();
+            throw CannotConnectException(failure);
+        }
+    }
+}
+
+long HttpClientConnection::_read(char* buf, size_t n, bool& wantWrite)
+{
+    wantWrite = false;
+    if (!_ssl) {
+        ssize_t r = ::recv(_fd, buf, n, 0);
+        if (r >= 0) return long(r);
+        return (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR) ? -1 : -2;
+    }
+    int r = SSL_read(static_cast<SSL*>(_ssl), buf, int(n));
+    if (r > 0) return r;
+    int err = SSL_get_error(static_cast<SSL*>(_ssl), r);
+    if (err == SSL_ERROR_WANT_READ) return -1;
+    if (err == SSL_ERROR_WANT_WRITE) { wantWrite = true; return -1; }
+    ERR_clear_error();
+    return err == SSL_ERROR_ZERO_RETURN || (err == SSL_ERROR_SYSCALL && r == 0) ? 0 : -2;
+}
+
+long HttpClientConnection::_write(const char* buf, size_t n, bool& wantWrite)
+{
+    wantWrite = true;
+    if (!_ssl) {
+        ssize_t w = ::send(_fd, buf, n, MSG_NOSIGNAL);
+        if (w >= 0) return long(w);
+        return (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR) ? -1 : -2;
+    }
+    int w = SSL_write(static_cast<SSL*>(_ssl), buf, int(n));
+    if (w > 0) return w;
+    int err = SSL_get_error(static_cast<SSL*>(_ssl), w);
+    if (err == SSL_ERROR_WANT_WRITE) return -1;
+    if (err == SSL_ERROR_WANT_READ) { wantWrite = false; return -1; }
+    ERR_clear_error();
+    return -2;
 }
 
 void HttpClientConnection::close()
 {
+    if (_ssl) {
+        SSL_shutdown(static_cast<SSL*>(_ssl));
+        SSL_free(static_cast<SSL*>(_ssl));
+        _ssl = 0;
+    }
     if (_fd >= 0)
         ::close(_fd);
     _fd = -1;
@@ -146,6 +249,8 @@ void HttpClientConnection::open(int timeoutMs)
     freeaddrinfo(res);
     if (_fd < 0)
         throw CannotConnectException(failure);
+    if (_tls)
+        _handshake(msLeft(deadline));
 }
 
 bool HttpClientConnection::exchange(const std::string& request, HttpClientResponse& resp,
@@ -156,15 +261,14 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
     // Send.
     size_t off = 0;
     while (off < request.size()) {
-        ssize_t w = ::send(_fd, request.data() + off, request.size() - off, MSG_NOSIGNAL);
+        bool wantWrite;
+        long w = _write(request.data() + off, request.size() - off, wantWrite);
         if (w > 0) {
             off += size_t(w);
             continue;
         }
-        if (w < 0 && errno == EINTR)
-            continue;
-        if (w < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
-            int r = waitFd(_fd, POLLOUT, msLeft(deadline));
+        if (w == -1) {
+            int r = waitFd(_fd, wantWrite ? POLLOUT : POLLIN, msLeft(deadline));
             if (r == 0) throw Timeout();
             if (r < 0) throw Closed();
             continue;
@@ -175,19 +279,16 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
     char buf[65536];
     auto more = [&]() {
         for (;;) {
-            ssize_t n = ::recv(_fd, buf, sizeof buf, 0);
+            bool wantWrite;
+            long n = _read(buf, sizeof buf, wantWrite);
             if (n > 0) {
                 _in.append(buf, size_t(n));
                 nothingReceived = false;
                 return;
             }
-            if (n == 0)
+            if (n == 0 || n == -2)
                 throw Closed();
-            if (errno == EINTR)
-                continue;
-            if (errno != EAGAIN && errno != EWOULDBLOCK)
-                throw Closed();
-            int r = waitFd(_fd, POLLIN, msLeft(deadline));
+            int r = waitFd(_fd, wantWrite ? POLLOUT : POLLIN, msLeft(deadline));
             if (r == 0) throw Timeout();
             if (r < 0) throw Closed();
         }

@@ -33,6 +33,12 @@ public:
     explicit HttpClientConnection(const std::string& socketPath);
     ~HttpClientConnection();
 
+    // Speaks TLS on the next open(). trustStore (a PEM file or a folder)
+    // verifies the server when not empty; certFile/keyFile identify the
+    // client when not empty.
+    void useTls(const std::string& trustStore, const std::string& certFile,
+                const std::string& keyFile);
+
     // Opens the connection within timeoutMs; throws CannotConnectException
     // ("Cannot connect to <host>:<port>. Connection failed.").
     void open(int timeoutMs);
@@ -52,12 +58,21 @@ public:
 private:
     bool exchange(const std::string& request, HttpClientResponse& resp, int timeoutMs,
                   bool& sentNothingReceived);
+    // Transfers some bytes: >0 count, 0 closed, -1 would block (wantWrite
+    // says which way), -2 failed.
+    long _read(char* buf, size_t n, bool& wantWrite);
+    long _write(const char* buf, size_t n, bool& wantWrite);
+    void _handshake(int timeoutMs);
     std::string _host;
     unsigned _port = 0;
     std::string _path;
     std::string _endpoint;
     int _fd = -1;
     std::string _in;
+    bool _tls = false;
+    std::string _trustStore, _certFile, _keyFile;
+    void* _sslCtx = 0;  // SSL_CTX
+    void* _ssl = 0;     // SSL
 };
 
 // URI escapes (%XX) of HTTP header values.
