@@ -136,7 +136,9 @@ struct ArrayBuilder {
     zar_u64 high = 0, low = 0;
     EXPECT_EQ(0, api_wwnStringToInt(nullptr, wwn.c_str(), &high, &low));
     lpid_t lpid = API_PORT_NONE;
-    if (port) EXPECT_EQ(0, api_convertStrLPIDtoPortID(port, &lpid));
+    if (port) {
+      EXPECT_EQ(0, api_convertStrLPIDtoPortID(port, &lpid));
+    }
     zar_u32 lun = API_LUN_AUTO;
     char err[API_ERRTEXT_LEN];
     EXPECT_EQ(0, cim_sem_wait());
