@@ -402,14 +402,16 @@ typedef struct api_sysinfo {
 /* With user NULL: opens the library's process-wide connection to the array
  * (once; later calls are cheap) and returns 0 on success.  With a user
  * name: opens if needed and returns 0 when that user exists, is enabled and
- * may use the array (any role), non-zero otherwise. */
+ * may use the array (any role), non-zero otherwise.  The OS user name of the
+ * calling process is the CIM server's own principal: always allowed. */
 int api_zarOpenForCimserver(const char *user);
 
 /* Decides whether user may run the named operation, a lower-case text such
  * as "zar_controllerconfigurationservice.exposepaths".  Returns 0 allowed,
  * 1 when the user is unknown or disabled, 2 when the user's role is too
- * low, 3 when the rules do not know the operation.  The check is recorded
- * in the log with the client address. */
+ * low, 3 when the rules do not know the operation.  The OS user name of the
+ * calling process (the CIM server's own principal) has the super role.  The
+ * check is recorded in the log with the client address. */
 int api_authorizeCIMUser(const char *user, const char *clientAddress,
                          const char *operation);
 

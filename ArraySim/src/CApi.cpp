@@ -146,7 +146,7 @@ int api_zarOpenForCimserver(const char* user) {
   if (!user) return 0;
   int role = 0;
   r = readArray("api_zarOpenForCimserver", [&](sqlite3* db) {
-    role = userRole(db, user);
+    role = principalRole(db, user);
     return Result::success();
   });
   if (!r.ok()) return r.code;

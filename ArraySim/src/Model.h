@@ -162,6 +162,13 @@ Result setUserPassword(sqlite3* db, const std::string& name, const std::string& 
 Result setUserRole(sqlite3* db, const std::string& name, int role);
 // The role of an enabled user, 0 otherwise.
 int userRole(sqlite3* db, const std::string& name);
+// True for the OS user name of this process: the CIM server's own
+// principal (its local connection runs under it), trusted by the array as
+// a real array trusts the server on its management node.
+bool isServerPrincipal(const std::string& name);
+// The role that the access checks give name: super for the server's own
+// principal, else userRole.
+int principalRole(sqlite3* db, const std::string& name);
 // A user's stored password hash, read under the array lock and checked
 // outside it (the check is slow on purpose).
 struct Credential {
@@ -171,7 +178,8 @@ struct Credential {
 };
 Credential loadCredential(sqlite3* db, const std::string& name);
 bool verifyCredential(const Credential& c, const std::string& password);
-// 0 allowed, 1 unknown or disabled user, 2 role too low, 3 unknown operation.
+// 0 allowed, 1 unknown or disabled user, 2 role too low, 3 unknown operation;
+// the server's own principal has the super role.
 int authorize(sqlite3* db, const std::string& user, const std::string& operation);
 
 // ---- Demo -----------------------------------------------------------------

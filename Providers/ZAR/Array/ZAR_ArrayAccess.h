@@ -25,10 +25,9 @@ public:
     static String userName(const OperationContext& context);
 
     // True when the requesting user may use the array. A request without a
-    // user name (made through a CIMOMHandle) or under the process's own OS
-    // user name (made through the server's local connection, which only that
-    // user can open) comes from the server itself and is checked as the
-    // server's own connection.
+    // user name (made through a CIMOMHandle) comes from the server itself
+    // and is checked as the server's own connection; the array library
+    // trusts the server's OS user (its local connection) by itself.
     static Boolean userMayUseArray(const OperationContext& context);
 
     // Reads the system's identity and configuration. Returns 0 or the
