@@ -6,8 +6,14 @@
 #include <Pegasus/Common/String.h>
 #include <Pegasus/Provider/CIMProvider.h>
 
+#include "ZAR_ControllerForUnitProvider.h"
 #include "ZAR_InternalCacheProvider.h"
+#include "ZAR_SAPAvailableForElementProvider.h"
+#include "ZAR_SCSIProtocolFCEndpointProvider.h"
 #include "ZAR_StorageSystemProvider.h"
+#include "ZAR_StorageVolumeProvider.h"
+#include "ZAR_iSCSIControllerProvider.h"
+#include "ZAR_iSCSIProtocolEndpointProvider.h"
 
 PEGASUS_USING_PEGASUS;
 
@@ -21,5 +27,24 @@ extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(
         return new ZAR_InternalCacheProvider();
     if (String::equalNoCase(providerName, "ZAR_StorageSystemProvider"))
         return new ZAR_StorageSystemProvider();
+    if (String::equalNoCase(providerName, "ZAR_StorageVolumeProvider"))
+        return new ZAR_StorageVolumeProvider();
+    if (String::equalNoCase(providerName, "ZAR_iSCSIControllerProvider"))
+        return new ZAR_iSCSIControllerProvider();
+    if (String::equalNoCase(providerName, "ZAR_SCSIProtocolFCEndpointProvider"))
+        return new ZAR_SCSIProtocolFCEndpointProvider();
+    if (String::equalNoCase(providerName, "ZAR_iSCSIProtocolEndpointProvider"))
+        return new ZAR_iSCSIProtocolEndpointProvider();
+    if (String::equalNoCase(providerName, "ZAR_ControllerForUnitProvider"))
+        return new ZAR_ControllerForUnitProvider(PORT_TYPE_FC);
+    if (String::equalNoCase(providerName, "ZAR_iSCSIControllerForUnitProvider"))
+        return new ZAR_ControllerForUnitProvider(PORT_TYPE_ISCSI);
+    if (String::equalNoCase(providerName, "ZAR_SAPAvailableForElementProvider"))
+        return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_FC);
+    if (String::equalNoCase(providerName,
+            "ZAR_iSCSISAPAvailableForElementProvider"))
+    {
+        return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_ISCSI);
+    }
     return 0;
 }

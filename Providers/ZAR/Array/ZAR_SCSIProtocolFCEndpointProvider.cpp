@@ -31,6 +31,16 @@ String _canonicalWWN(const String& text)
 
 }  // namespace
 
+ZAR_SCSIProtocolFCEndpointProvider::ZAR_SCSIProtocolFCEndpointProvider()
+    : ZAR_ProtocolEndpointBase(String("ZAR_SCSIProtocolFCEndpointProvider"),
+          "ZAR_SCSIProtocolFCEndpoint", PORT_TYPE_FC)
+{
+}
+
+ZAR_SCSIProtocolFCEndpointProvider::~ZAR_SCSIProtocolFCEndpointProvider()
+{
+}
+
 CIMObjectPath ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(
     const String& className, const String& systemName,
     const String& /* portDeviceID */, const String& portWWN)

@@ -6,20 +6,25 @@
 // One endpoint per FC target port, keyed by SystemCreationClassName
 // "ZAR_StorageSystem", SystemName, CreationClassName
 // "ZAR_SCSIProtocolFCEndpoint" and Name = the port's WWN as 16 upper-case
-// hexadecimal digits.
+// hexadecimal digits. Instances also carry ElementName ("FC port N:S:P"),
+// PortPosition ("N:S:P"), ConnectionType 2 (Fibre Channel), Role 3
+// (target), OperationalStatus and HealthState of the port. Changes are
+// refused.
 //%/////////////////////////////////////////////////////////////////////////////
 #ifndef ZAR_SCSIProtocolFCEndpointProvider_h
 #define ZAR_SCSIProtocolFCEndpointProvider_h
 
-#include <Pegasus/Common/Config.h>
-#include <Pegasus/Common/String.h>
-#include <Pegasus/Common/CIMObjectPath.h>
+#include "ZAR_ProtocolEndpointBase.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
 class PEGASUS_EXPORT ZAR_SCSIProtocolFCEndpointProvider
+    : public ZAR_ProtocolEndpointBase
 {
 public:
+    ZAR_SCSIProtocolFCEndpointProvider();
+    virtual ~ZAR_SCSIProtocolFCEndpointProvider();
+
     // The path of the FC protocol endpoint of a port: class className,
     // namespace root/zar, no host, the system keys of systemName and Name =
     // portWWN as 16 upper-case hexadecimal digits (a text that is no WWN is

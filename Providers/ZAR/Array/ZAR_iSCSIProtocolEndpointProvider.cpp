@@ -5,6 +5,16 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
+ZAR_iSCSIProtocolEndpointProvider::ZAR_iSCSIProtocolEndpointProvider()
+    : ZAR_ProtocolEndpointBase(String("ZAR_iSCSIProtocolEndpointProvider"),
+          "ZAR_iSCSIProtocolEndpoint", PORT_TYPE_ISCSI)
+{
+}
+
+ZAR_iSCSIProtocolEndpointProvider::~ZAR_iSCSIProtocolEndpointProvider()
+{
+}
+
 String ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(
     const String& targetName)
 {

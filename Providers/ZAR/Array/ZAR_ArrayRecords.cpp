@@ -1,0 +1,165 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_ArrayRecords.cpp
+//%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_ArrayRecords.h"
+
+#include <stdio.h>
+#include <string.h>
+
+#include <ZAR_Common.h>
+
+PEGASUS_NAMESPACE_BEGIN
+
+namespace
+{
+
+// Records a failed call's code in the status when the call left it empty.
+int _failed(int rc, api_status_t* status)
+{
+    if (rc != 0 && status->code == 0)
+        errinfo_set_str(status, rc, api_errorCodeText(rc));
+    return rc;
+}
+
+}  // namespace
+
+String ZAR_ArrayRecords::field(const char* text, size_t size)
+{
+    return String(text, (Uint32)strnlen(text, size));
+}
+
+String ZAR_ArrayRecords::wwnText(zar_u64 wwn)
+{
+    char buffer[17];
+    snprintf(buffer, sizeof(buffer), "%016llX", (unsigned long long)wwn);
+    return String(buffer);
+}
+
+int ZAR_ArrayRecords::readPorts(port_type_t type,
+    std::vector<ZAR_PortRecord>& ports, api_status_t* status)
+{
+    ports.clear();
+    if (type == PORT_TYPE_FC)
+    {
+        api_FCPort_t* list = 0;
+        int count = 0;
+        int rc = ZAR_Common::guardedCall(status, [&]() {
+            count = api_getFCPorts(0, 0, 0, &list);
+            return count < 0 ? -count : 0;
+        });
+        if (rc != 0)
+            return _failed(rc, status);
+        for (int i = 0; i < count; i++)
+        {
+            ZAR_PortRecord p;
+            p.type = PORT_TYPE_FC;
+            p.position = list[i].portPos;
+            p.deviceID = field(list[i].deviceID, sizeof(list[i].deviceID));
+            p.elementName = field(list[i].elementName, sizeof(list[i].elementName));
+            p.wwn = wwnText(list[i].portWWN);
+            p.status = list[i].operationalStatus;
+            p.speed = list[i].speed;
+            ports.push_back(p);
+        }
+        api_freeFCPorts(list, count);
+        return 0;
+    }
+
+    api_iSCSIPort_t* list = 0;
+    int count = 0;
+    int rc = ZAR_Common::guardedCall(status, [&]() {
+        count = api_getISCSIPorts(&list);
+        return count < 0 ? -count : 0;
+    });
+    if (rc != 0)
+        return _failed(rc, status);
+    for (int i = 0; i < count; i++)
+    {
+        ZAR_PortRecord p;
+        p.type = PORT_TYPE_ISCSI;
+        p.position = list[i].portID;
+        p.deviceID = field(list[i].deviceID, sizeof(list[i].deviceID));
+        p.elementName = field(list[i].elementName, sizeof(list[i].elementName));
+        p.iscsiName = field(list[i].iscsiName, sizeof(list[i].iscsiName));
+        p.status = list[i].operationalStatus;
+        p.speed = list[i].speed;
+        ports.push_back(p);
+    }
+    api_freeISCSIPorts(list);
+    return 0;
+}
+
+int ZAR_ArrayRecords::readVolumeChunk(zar_u64* cursor, Uint32 chunk,
+    std::vector<api_vv_t>& volumes, api_status_t* status)
+{
+    volumes.clear();
+    api_vv_t* list = 0;
+    zar_u32 count = 0;
+    int rc = ZAR_Common::guardedCall(status, [&]() {
+        return api_getVVs_chunk(cursor, chunk, 0, &count, &list, 1);
+    });
+    if (rc != 0)
+        return _failed(rc, status);
+    volumes.assign(list, list + count);
+    api_freeVVs(list);
+    return 0;
+}
+
+int ZAR_ArrayRecords::readVolume(const String& name, api_vv_t* volume,
+    api_status_t* status)
+{
+    api_vv_t* list = 0;
+    zar_u32 count = 0;
+    CString text = name.getCString();
+    int rc = ZAR_Common::guardedCall(status, [&]() {
+        return api_getVVs_direct(0, (const char*)text, &count, &list, 1);
+    });
+    if (rc != 0)
+        return _failed(rc, status);
+    if (count == 0)
+    {
+        api_freeVVs(list);
+        errinfo_set_str(status, API_E_VV_NOT_FOUND,
+            api_errorCodeText(API_E_VV_NOT_FOUND));
+        return API_E_VV_NOT_FOUND;
+    }
+    *volume = list[0];
+    api_freeVVs(list);
+    return 0;
+}
+
+int ZAR_ArrayRecords::readExports(const api_vlunsInfo_t& query,
+    std::vector<vlun>& records, api_status_t* status)
+{
+    records.clear();
+    api_vlunsInfo_t q = query;
+    q.count = 0;
+    q.vluns = 0;
+    int rc = ZAR_Common::guardedCall(status,
+        [&]() { return api_getSCSIProtocolControllers(&q); });
+    if (rc == 0 && q.vluns != 0)
+        records.assign(q.vluns, q.vluns + q.count);
+    api_freeVLUNs(&q);
+    return _failed(rc, status);
+}
+
+int ZAR_ArrayRecords::readViewChunk(const api_vlunsInfo_t& query,
+    api_spc_param_data* cursor, Uint32 chunk, std::vector<vlun>& records,
+    Uint32* more, api_status_t* status)
+{
+    records.clear();
+    api_vlunsInfo_t q = query;
+    q.count = 0;
+    q.vluns = 0;
+    zar_u32 remains = 0;
+    int rc = ZAR_Common::guardedCall(status, [&]() {
+        return api_getSCSIProtocolControllers_chunk(&q, cursor, &remains, chunk);
+    });
+    *more = rc == 0 ? remains : 0;
+    if (rc == 0 && q.vluns != 0)
+        records.assign(q.vluns, q.vluns + q.count);
+    api_freeVLUNs(&q);
+    return _failed(rc, status);
+}
+
+PEGASUS_NAMESPACE_END

@@ -1,0 +1,152 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_AssociationProviderBase.h: the operations shared by the association
+// providers of the array module, over an association class with two
+// reference ends.
+//
+// A subclass lists the pairs of end paths (with what it needs to fill in
+// the association and to build the end instances); this class answers
+// associators, associatorNames, references and referenceNames from either
+// end with role, result role and result class filtering, and getInstance,
+// enumerateInstances and enumerateInstanceNames of the association class.
+// Parameters that cannot name this association give an empty answer.
+//%/////////////////////////////////////////////////////////////////////////////
+#ifndef ZAR_AssociationProviderBase_h
+#define ZAR_AssociationProviderBase_h
+
+#include <functional>
+
+#include <Pegasus/Provider/CIMAssociationProvider.h>
+
+#include "ZAR_ArrayProviderBase.h"
+#include "ZAR_ArrayRecords.h"
+
+PEGASUS_NAMESPACE_BEGIN
+
+class ZAR_AssociationProviderBase : public CIMAssociationProvider,
+                                    public ZAR_ArrayProviderBase
+{
+public:
+    // One association: its two end paths and the records it stems from
+    // (those a subclass does not use are null).
+    struct Pair
+    {
+        CIMObjectPath ends[2];
+        const vlun* record;
+        const ZAR_PortRecord* port;
+    };
+
+    // Called for each pair; returns false to stop the walk.
+    typedef std::function<bool(const Pair&)> PairSink;
+
+    // assocClass is served; roles[i] names end i, endClasses[i] its class.
+    ZAR_AssociationProviderBase(const String& providerName,
+        const char* assocClass, const char* role0, const char* role1,
+        const char* endClass0, const char* endClass1);
+    virtual ~ZAR_AssociationProviderBase();
+
+    virtual void associators(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& associationClass,
+        const CIMName& resultClass,
+        const String& role,
+        const String& resultRole,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        ObjectResponseHandler& handler);
+
+    virtual void associatorNames(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& associationClass,
+        const CIMName& resultClass,
+        const String& role,
+        const String& resultRole,
+        ObjectPathResponseHandler& handler);
+
+    virtual void references(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& resultClass,
+        const String& role,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        ObjectResponseHandler& handler);
+
+    virtual void referenceNames(
+        const OperationContext& context,
+        const CIMObjectPath& objectName,
+        const CIMName& resultClass,
+        const String& role,
+        ObjectPathResponseHandler& handler);
+
+    // The association whose two reference keys match a pair;
+    // CIMInvalidParameterException when a key is missing,
+    // CIMObjectNotFoundException when there is no such pair.
+    virtual void getInstance(
+        const OperationContext& context,
+        const CIMObjectPath& instanceReference,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        InstanceResponseHandler& handler);
+
+    virtual void enumerateInstances(
+        const OperationContext& context,
+        const CIMObjectPath& classReference,
+        const Boolean includeQualifiers,
+        const Boolean includeClassOrigin,
+        const CIMPropertyList& propertyList,
+        InstanceResponseHandler& handler);
+
+    virtual void enumerateInstanceNames(
+        const OperationContext& context,
+        const CIMObjectPath& classReference,
+        ObjectPathResponseHandler& handler);
+
+protected:
+    // Calls sink for every pair (side -1), or for the pairs whose end
+    // `side` matches `from` (hosts ignored, the class of `from` put aside).
+    virtual void _forEachPair(const OperationContext& context, int side,
+        const CIMObjectPath& from, const String& systemName,
+        const String& host, const PairSink& sink) = 0;
+
+    // The instance at end `side` of a pair, from the stored class cls of
+    // that end.
+    virtual CIMInstance _endInstance(const OperationContext& context,
+        const Pair& pair, int side, CIMClass& cls, const String& systemName,
+        const String& host) = 0;
+
+    // Fills the association's own properties; nothing by default.
+    virtual void _fillAssociation(CIMInstance& instance, const Pair& pair);
+
+    // True when class `name` is `wanted` or derives from it (stored
+    // classes of root/zar).
+    Boolean _isA(const CIMName& name, const CIMName& wanted);
+
+    // The side (0 or 1) whose class an object path names, by its
+    // CreationClassName key or else its class; -1 for neither.
+    int _sideOf(const CIMObjectPath& path);
+
+    CIMName _assocClass;
+    String _roles[2];
+    CIMName _endClasses[2];
+
+private:
+    CIMObjectPath _assocPath(const Pair& pair, const String& host);
+    CIMInstance _assocInstance(CIMClass& cls, const Pair& pair,
+        const String& host);
+    // The far side for associators, or -1 when the parameters select
+    // nothing.
+    int _farSide(const CIMObjectPath& objectName, const CIMName& resultClass,
+        const String& role, const String& resultRole);
+    // The near side for references, or -1 as above.
+    int _nearSide(const CIMObjectPath& objectName, const CIMName& resultClass,
+        const String& role);
+};
+
+PEGASUS_NAMESPACE_END
+
+#endif
