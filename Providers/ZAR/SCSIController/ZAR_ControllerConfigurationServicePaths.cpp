@@ -60,6 +60,15 @@ void _decodeView(CIMObjectPath& view, Uint32& type, String& hostName, Uint16& po
         view.getClassName().equal(CIMName("ZAR_iSCSINode")));
 }
 
+// True for a view of a host or host set whose host the array could not
+// name (unknown, or not to be asked just now): changing it by an empty
+// host name would address another target.
+Boolean _hostMissing(Uint32 type, const String& hostName)
+{
+    return hostName.size() == 0 && (type == API_VLUN_MATCHED_SET ||
+        type == API_VLUN_HOST_SEES || type == API_VLUN_HOST_SET);
+}
+
 const char USE_CASE_EXPOSE[] = "Use case not supported: Only 2 use case is "
     "supported: Create a New View and Add Initiator IDs to a view";
 const char USE_CASE_HIDE[] = "Use case not supported: Only 3 use cases are "
@@ -256,6 +265,11 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
         String hostName;
         Uint16 port = NO_PORT;
         _decodeView(p.protocolControllers[0], type, hostName, port);
+        if (_hostMissing(type, hostName))
+        {
+            result.fail(5, "Invalid ProtocolControllers");
+            break;
+        }
         Array<CIMObjectPath> found;
         Boolean attempted = false;
         for (Uint32 l = 0; l < p.luNames.size(); l++)
@@ -382,6 +396,11 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
             if (type == API_VLUN_PORT_PRESENT)
             {
                 result.fail(5, "Cannot remove initiatorID from a port present VLUN");
+                break;
+            }
+            if (_hostMissing(type, hostName))
+            {
+                result.fail(5, "Invalid ProtocolControllers");
                 break;
             }
             CString w = wwnFilter.getCString();

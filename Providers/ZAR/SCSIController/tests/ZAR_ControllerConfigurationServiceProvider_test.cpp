@@ -129,23 +129,12 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder) {
     EXPECT_EQ(c.message, text(e.getMessage()));
   }
 
-  // The array's answers to the per-method right.
-  struct Right {
-    int answer;
-    CIMStatusCode code;
-    const char* message;
-  } rights[] = {
-      {1, CIM_ERR_ACCESS_DENIED, "Insufficient generic privilege"},
-      {2, CIM_ERR_ACCESS_DENIED, "Insufficient generic privilege"},
-      {3, CIM_ERR_NOT_SUPPORTED, "Does not support in generic!"},
-  };
-  for (Right& r : rights) {
-    zarsim_fail_next("api_authorizeCIMUser", 1, r.answer, "");
-    CIMException e = zartest::cimErrorOf(
-        [&] { server().invokeMethod(as("p1super"), ns(), path, "ExposePaths", none, out); });
-    EXPECT_EQ(r.code, e.getCode()) << r.answer;
-    EXPECT_EQ(r.message, text(e.getMessage()));
-  }
+  // The array cannot answer the per-method right: refused.
+  zarsim_fail_next("api_authorizeCIMUser", 1, 1, "");
+  CIMException refused = zartest::cimErrorOf(
+      [&] { server().invokeMethod(as("p1super"), ns(), path, "ExposePaths", none, out); });
+  EXPECT_EQ(CIM_ERR_ACCESS_DENIED, refused.getCode());
+  EXPECT_EQ("Insufficient generic privilege", text(refused.getMessage()));
   // A path of another class is not the service.
   CIMObjectPath viaSuper(path.getHost(), path.getNameSpace(), "CIM_ControllerConfigurationService",
                          path.getKeyBindings());

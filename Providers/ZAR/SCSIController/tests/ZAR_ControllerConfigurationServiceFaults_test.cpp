@@ -1,0 +1,173 @@
+// The configuration service when the array fails: each array call of a
+// method failing in turn, and the semaphore timing out. Each case checks
+// the status and description the client sees and what is left on the
+// array. (The sanitizer build runs the same cases for leaks.)
+#include "ServiceFixture.h"
+
+using namespace Pegasus;
+using zartest::text;
+
+namespace {
+
+const char SPARE_FC[] = "10000000C9A0FF01";
+const char INJECTED[] = "Injected failure";
+
+class FaultsTest : public zartest::ServiceFixture {
+ protected:
+  CIMObjectPath hostSees(const char* host) { return view("HS:" + std::to_string(hostID(host))); }
+  // The CIM error of a call after making the next call of operation fail
+  // with code.
+  CIMException failWith(const char* operation, int code, const char* method, const Array<CIMParamValue>& in) {
+    zarsim_fail_next(operation, 1, code, INJECTED);
+    return failure(method, in);
+  }
+};
+
+TEST_F(FaultsTest, AddingLUsToAView) {
+  std::string lu = wwnOf("finance-08");
+  Array<CIMParamValue> in = params({strings("LUNames", {lu}), refs("ProtocolControllers", {hostSees("db01")})});
+  // An automatic number that was not assigned is not shown.
+  const std::string item = "LU=" + lu + ",hostCollection=db01: ";
+  struct Case {
+    int arrayCode;
+    int status;
+  } cases[] = {{API_E_LUN_INVALID, 5}, {API_E_PORT_INVALID, 4099}, {API_E_FAILED, 4}, {API_E_VLUN_EXISTS, 4}};
+  for (Case& c : cases) {
+    CIMException e = failWith("api_createVLUN", c.arrayCode, "ExposePaths", in);
+    EXPECT_EQ(c.status, (int)e.getCode()) << c.arrayCode;
+    EXPECT_EQ(item + INJECTED + "\n", text(e.getMessage()));
+  }
+  // The view's host cannot be named: nothing is exported to another
+  // target instead.
+  zarsim_sem_timeout_next(1);
+  CIMException e = failure("ExposePaths", in);
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("Invalid ProtocolControllers", text(e.getMessage()));
+  // A port-present view needs no host: the export's own wait times out.
+  zarsim_sem_timeout_next(1);
+  e = failure("ExposePaths", params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:1:1")})}));
+  EXPECT_EQ(4, (int)e.getCode());
+  EXPECT_EQ("LU=" + lu + ",TargetPortID=0:1:1: Semaphore Timed-Out\n", text(e.getMessage()));
+  EXPECT_TRUE(exportsOf("finance-08").empty());
+
+  // The views cannot be looked up afterwards: the change stands, reported
+  // without views.
+  zarsim_fail_next("api_getSCSIProtocolControllers", 1, API_E_FAILED, INJECTED);
+  Outcome o = call("ExposePaths", in);
+  EXPECT_EQ(0u, o.rc);
+  EXPECT_TRUE(o.all("ProtocolControllers").empty());
+  EXPECT_EQ(1u, exportsOf("finance-08").size());
+}
+
+TEST_F(FaultsTest, CreatingANewView) {
+  std::string lu = wwnOf("eng-06");
+  Array<CIMParamValue> in = params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_FC})});
+  const std::string host = std::string("host-") + SPARE_FC;
+
+  CIMException e = failWith("api_getHostPaths", API_E_FAILED, "ExposePaths", in);
+  EXPECT_EQ(4098, (int)e.getCode());
+  // The array's text comes with its line break.
+  e = failWith("api_createHost", API_E_EXISTS, "ExposePaths", in);
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("Cannot create Host " + host + " - " + INJECTED + "\n\n", text(e.getMessage()));
+  e = failWith("api_createHost", API_E_FAILED, "ExposePaths", in);
+  EXPECT_EQ(4, (int)e.getCode());
+  EXPECT_EQ(0u, this->host(host).hostID);
+  EXPECT_EQ("", hostOf(SPARE_FC));
+
+  // The volume query fails: its checks are passed over.
+  zarsim_fail_next("api_getVVs_direct", 1, API_E_FAILED, INJECTED);
+  EXPECT_EQ(0u, call("ExposePaths", in).rc);
+  EXPECT_EQ(host, hostOf(SPARE_FC));
+  EXPECT_EQ(1u, exportsOf("eng-06").size());
+
+  // The host is made, the initiator cannot join it: the host stays, and
+  // a second try finds its name taken.
+  Array<CIMParamValue> other = params({strings("LUNames", {wwnOf("eng-07")}),
+                                       strings("InitiatorPortIDs", {"10000000C9A0FF02"})});
+  e = failWith("api_addPath", API_E_FAILED, "ExposePaths", other);
+  EXPECT_EQ(4, (int)e.getCode());
+  EXPECT_EQ(std::string(INJECTED) + "\n/n", text(e.getMessage()));
+  EXPECT_NE(0u, this->host("host-10000000C9A0FF02").hostID);
+  EXPECT_EQ("?", hostOf("10000000C9A0FF02"));
+  EXPECT_TRUE(exportsOf("eng-07").empty());
+  EXPECT_EQ(5, (int)failure("ExposePaths", other).getCode());
+}
+
+TEST_F(FaultsTest, HidingLUsAndInitiators) {
+  std::string lu = wwnOf("finance-02");
+  Array<CIMParamValue> luIn = params({strings("LUNames", {lu}), refs("ProtocolControllers", {hostSees("db01")})});
+  CIMException e = failWith("api_getVLUNTemplates", API_E_FAILED, "HidePaths", luIn);
+  EXPECT_EQ(4100, (int)e.getCode());
+  e = failWith("api_removeVLUN", API_E_LUN_INVALID, "HidePaths", luIn);
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("LU=" + lu + ",HostCollection=db01: " + INJECTED + "\n", text(e.getMessage()));
+  e = failWith("api_removeVLUN", API_E_FAILED, "HidePaths", luIn);
+  EXPECT_EQ(4, (int)e.getCode());
+  EXPECT_EQ(1u, exportsOf("finance-02").size());
+
+  Array<CIMParamValue> initIn = params({strings("InitiatorPortIDs", {"21000024FF300001"}),
+                                        refs("ProtocolControllers", {hostSees("db01")})});
+  e = failWith("api_getHostPaths", API_E_FAILED, "HidePaths", initIn);
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("Initiator port ID is invalid\n", text(e.getMessage()));
+  e = failWith("api_removePath", API_E_FAILED, "HidePaths", initIn);
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ(std::string(INJECTED) + "\n", text(e.getMessage()));
+  zarsim_sem_timeout_next(1);  // naming the view's host
+  e = failure("HidePaths", initIn);
+  EXPECT_EQ("Invalid ProtocolControllers", text(e.getMessage()));
+  EXPECT_EQ("db01", hostOf("21000024FF300001"));
+}
+
+TEST_F(FaultsTest, HardwareIDCollections) {
+  std::string lu = wwnOf("finance-08");
+  Array<CIMParamValue> in = params({strings("LUNames", {lu}), strings("HostNames", {"esx01"}),
+                                    uint16s("DeviceAccesses", {3})});
+  // The access check cannot read the volumes: it is passed over, and the
+  // array takes the export.
+  zarsim_fail_next("api_getVVs_chunk", 1, API_E_FAILED, INJECTED);
+  EXPECT_EQ(0u, call("ExposeLUsToStorageHardwareIDCollection", in).rc);
+  EXPECT_EQ(1u, exportsOf("finance-08").size());
+
+  Array<CIMParamValue> again = params({strings("LUNames", {wwnOf("finance-10")}), strings("HostNames", {"esx01"}),
+                                       uint16s("DeviceAccesses", {2})});
+  CIMException e = failWith("api_createVLUN", API_E_PORT_INVALID, "ExposeLUsToStorageHardwareIDCollection", again);
+  EXPECT_EQ(4099, (int)e.getCode());
+  zarsim_sem_timeout_next(2);  // the access check (passed over), the export
+  e = failure("ExposeLUsToStorageHardwareIDCollection", again);
+  EXPECT_EQ(4, (int)e.getCode());
+  EXPECT_EQ("LU=" + wwnOf("finance-10") + ",HostName=esx01: Semaphore Timed-Out\n", text(e.getMessage()));
+  EXPECT_TRUE(exportsOf("finance-10").empty());
+
+  Array<CIMParamValue> hide = params({strings("LUNames", {lu}), refs("ProtocolControllers", {hostSees("esx01")})});
+  e = failWith("api_getVLUNTemplates", API_E_FAILED, "HideLUsFromStorageHardwareIDCollection", hide);
+  EXPECT_EQ("InitiatorPort is not part of SPC.\n", text(e.getMessage()));
+  e = failWith("api_removeVLUN", API_E_FAILED, "HideLUsFromStorageHardwareIDCollection", hide);
+  EXPECT_EQ(4, (int)e.getCode());
+  EXPECT_EQ(1u, exportsOf("finance-08").size());
+}
+
+TEST_F(FaultsTest, DefaultLUs) {
+  std::string lu = wwnOf("finance-06");
+  Array<CIMParamValue> hide = params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:1:1:default")})});
+  // The port's LUs cannot be listed: nothing to remove.
+  zarsim_fail_next("api_getSCSIProtocolControllers", 1, API_E_FAILED, INJECTED);
+  Outcome o = call("HideDefaultLUs", hide);
+  EXPECT_EQ(0u, o.rc);
+  EXPECT_TRUE(o.descriptions().empty());
+  CIMException e = failWith("api_removeVLUN", API_E_FAILED, "HideDefaultLUs", hide);
+  EXPECT_EQ(4, (int)e.getCode());
+  EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1E,TargetPortID=: " + INJECTED + "\n", text(e.getMessage()));
+  EXPECT_EQ(1u, exportsOf("finance-06").size());
+
+  Array<CIMParamValue> expose = params({strings("LUNames", {wwnOf("finance-08")}),
+                                        strings("TargetPortIDs", {"2011000000000001"}), uint16s("DeviceAccesses", {2})});
+  e = failWith("api_createVLUN", API_E_LUN_INVALID, "ExposeDefaultLUs", expose);
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("LU=" + wwnOf("finance-08") + ",DeviceNumber=0xFFFFFF,TargetPortID=2011000000000001: " + INJECTED + "\n",
+            text(e.getMessage()));
+  EXPECT_TRUE(exportsOf("finance-08").empty());
+}
+
+}  // namespace
