@@ -55,11 +55,17 @@ TEST_F(DefaultLUsTest, WithoutNumbersOnlyTheFirstLUIsExposedOnEachPort) {
   ASSERT_EQ(1u, o.descriptions().size());
   EXPECT_EQ("LU=" + a + ",DeviceNumber=0x" + hex(made[0].lun) + ",TargetPortID=" + port + ": Success\n",
             o.descriptions()[0]);
+  // The port's port-present view, not its default view.
+  Array<CIMObjectPath> views = o.views();
+  ASSERT_EQ(1u, views.size());
+  EXPECT_EQ("PP:1:1:1", deviceIDOf(views[0]));
 }
 
 TEST_F(DefaultLUsTest, NumberedLUsOnFibreChannelAndISCSIPorts) {
   std::string a = wwnOf("eng-06"), b = wwnOf("eng-07");
-  std::string fc = fcPortWWN("1:1:2"), iscsi = iscsiPortName("1:2:1") + ",t,1";
+  // An iSCSI target port by its target name, as its endpoint is named
+  // (portal group tag: the position 1:2:1 = 0x91).
+  std::string fc = fcPortWWN("1:1:2"), iscsi = iscsiPortName("1:2:1") + ",t,0x0091";
   Outcome o = call("ExposeDefaultLUs", params({strings("LUNames", {a, b}), strings("DeviceNumbers", {"40", "41"}),
                                                strings("TargetPortIDs", {fc, iscsi}),
                                                uint16s("DeviceAccesses", {2, 2})}));
@@ -73,6 +79,11 @@ TEST_F(DefaultLUsTest, NumberedLUsOnFibreChannelAndISCSIPorts) {
   EXPECT_EQ("1:2:1", ofA[1].port);
   ASSERT_EQ(4u, o.descriptions().size());
   EXPECT_EQ("LU=" + b + ",DeviceNumber=0x41,TargetPortID=" + iscsi + ": Success\n", o.descriptions()[3]);
+  // Each port's view once, though two LUs reached it.
+  Array<CIMObjectPath> views = o.views();
+  ASSERT_EQ(2u, views.size());
+  EXPECT_EQ("PP:1:1:2", deviceIDOf(views[0]));
+  EXPECT_EQ("ZAR_iSCSIController", text(views[1].getClassName().getString()));
 }
 
 TEST_F(DefaultLUsTest, ABadPortPositionIsReportedAndTheOtherPortsServed) {

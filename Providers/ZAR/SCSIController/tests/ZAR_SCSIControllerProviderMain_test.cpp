@@ -1,7 +1,10 @@
 // Tests of the module's factory.
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
 
+#include "../ZAR_ConfigServicesForSCSIControllerProvider.h"
+#include "../ZAR_ControllerConfigurationServiceProvider.h"
 #include "../ZAR_ProtocolControllerMaskingCapProvider.h"
 #include "../ZAR_SCSIControllerProvider.h"
 #include "../ZAR_SystemControllerMaskingCapProvider.h"
@@ -32,6 +35,15 @@ TEST(Factory, KnownNamesInAnyLetterCase) {
   EXPECT_NE(nullptr, dynamic_cast<CIMAssociationProvider*>(assoc));
   EXPECT_NE(nullptr, dynamic_cast<CIMInstanceProvider*>(assoc));
   assoc->terminate();
+
+  CIMProvider* service = PegasusCreateProvider("zar_controllerconfigurationserviceprovider");
+  EXPECT_NE(nullptr, dynamic_cast<ZAR_ControllerConfigurationServiceProvider*>(service));
+  EXPECT_NE(nullptr, dynamic_cast<CIMMethodProvider*>(service));
+  service->terminate();
+  CIMProvider* configs = PegasusCreateProvider("ZAR_ConfigServicesForSCSIControllerProvider");
+  EXPECT_NE(nullptr, dynamic_cast<ZAR_ConfigServicesForSCSIControllerProvider*>(configs));
+  EXPECT_NE(nullptr, dynamic_cast<CIMAssociationProvider*>(configs));
+  configs->terminate();
 }
 
 TEST(Factory, OtherNamesGiveNothing) {
