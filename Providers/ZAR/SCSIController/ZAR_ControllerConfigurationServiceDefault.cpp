@@ -262,13 +262,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
     memset(&query, 0, sizeof(query));
     Uint16 viewPort = NO_PORT;
 
-    // The LUs found on the port, in the order found.
-    struct Match
-    {
-        String lu;
-        Uint32 lun;
-        Uint16 port;
-    };
+    // The LUs found on the port, in the order found: name, LUN, port.
     Array<String> matchLUs;
     Array<Uint32> matchLUNs;
     Array<Uint16> matchPorts;
