@@ -7,11 +7,13 @@
 #include <Pegasus/Provider/CIMProvider.h>
 
 #include "ZAR_ControllerForUnitProvider.h"
+#include "ZAR_HostedAccessPointProvider.h"
 #include "ZAR_InternalCacheProvider.h"
 #include "ZAR_SAPAvailableForElementProvider.h"
 #include "ZAR_SCSIProtocolFCEndpointProvider.h"
 #include "ZAR_StorageSystemProvider.h"
 #include "ZAR_StorageVolumeProvider.h"
+#include "ZAR_SystemDeviceProvider.h"
 #include "ZAR_iSCSIControllerProvider.h"
 #include "ZAR_iSCSIProtocolEndpointProvider.h"
 
@@ -46,5 +48,9 @@ extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(
     {
         return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_ISCSI);
     }
+    if (String::equalNoCase(providerName, "ZAR_SystemDeviceProvider"))
+        return new ZAR_SystemDeviceProvider();
+    if (String::equalNoCase(providerName, "ZAR_HostedAccessPointProvider"))
+        return new ZAR_HostedAccessPointProvider();
     return 0;
 }

@@ -98,6 +98,12 @@ int ZAR_AssociationProviderBase::_sideOf(const CIMObjectPath& path)
     return -1;
 }
 
+Boolean ZAR_AssociationProviderBase::_selected(const CIMObjectPath& end,
+    const CIMName& resultClass)
+{
+    return resultClass.isNull() || _isA(end.getClassName(), resultClass);
+}
+
 int ZAR_AssociationProviderBase::_farSide(const CIMObjectPath& objectName,
     const CIMName& resultClass, const String& role, const String& resultRole)
 {
@@ -109,8 +115,13 @@ int ZAR_AssociationProviderBase::_farSide(const CIMObjectPath& objectName,
         return -1;
     if (resultRole.size() != 0 && !String::equalNoCase(resultRole, _roles[far]))
         return -1;
-    if (!resultClass.isNull() && !_isA(_endClasses[far], resultClass))
+    // The far end's objects derive from its class: a result class that is
+    // neither above nor below it selects none of them.
+    if (!resultClass.isNull() && !_isA(_endClasses[far], resultClass) &&
+        !_isA(resultClass, _endClasses[far]))
+    {
         return -1;
+    }
     return far;
 }
 
@@ -177,10 +188,17 @@ void ZAR_AssociationProviderBase::associators(
         Seen seen;
         _forEachPair(context, 1 - far, objectName, systemName, host,
             [&](const Pair& pair) {
-                if (seen.first(pair.ends[far]))
+                if (_selected(pair.ends[far], resultClass) &&
+                    seen.first(pair.ends[far]))
                 {
+                    CIMClass farClass = cls;
+                    if (!pair.ends[far].getClassName().equal(_endClasses[far]))
+                    {
+                        farClass = _storedClass(pair.ends[far].getClassName(),
+                            includeQualifiers, includeClassOrigin, propertyList);
+                    }
                     handler.deliver(CIMObject(_endInstance(context, pair, far,
-                        cls, systemName, host)));
+                        farClass, systemName, host)));
                 }
                 return true;
             });
@@ -211,8 +229,11 @@ void ZAR_AssociationProviderBase::associatorNames(
         Seen seen;
         _forEachPair(context, 1 - far, objectName, systemName, host,
             [&](const Pair& pair) {
-                if (seen.first(pair.ends[far]))
+                if (_selected(pair.ends[far], resultClass) &&
+                    seen.first(pair.ends[far]))
+                {
                     handler.deliver(pair.ends[far]);
+                }
                 return true;
             });
     }

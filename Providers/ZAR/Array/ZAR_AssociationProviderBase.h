@@ -38,7 +38,8 @@ public:
     // Called for each pair; returns false to stop the walk.
     typedef std::function<bool(const Pair&)> PairSink;
 
-    // assocClass is served; roles[i] names end i, endClasses[i] its class.
+    // assocClass is served; roles[i] names end i, endClasses[i] its class
+    // (the class that every object at that end is, or derives from).
     ZAR_AssociationProviderBase(const String& providerName,
         const char* assocClass, const char* role0, const char* role1,
         const char* endClass0, const char* endClass1);
@@ -127,8 +128,9 @@ protected:
     Boolean _isA(const CIMName& name, const CIMName& wanted);
 
     // The side (0 or 1) whose class an object path names, by its
-    // CreationClassName key or else its class; -1 for neither.
-    int _sideOf(const CIMObjectPath& path);
+    // CreationClassName key or else its class; -1 for neither. A subclass
+    // whose end holds objects of several classes overrides it.
+    virtual int _sideOf(const CIMObjectPath& path);
 
     CIMName _assocClass;
     String _roles[2];
@@ -142,6 +144,8 @@ private:
     // nothing.
     int _farSide(const CIMObjectPath& objectName, const CIMName& resultClass,
         const String& role, const String& resultRole);
+    // True when the far end `end` is of resultClass (any when null).
+    Boolean _selected(const CIMObjectPath& end, const CIMName& resultClass);
     // The near side for references, or -1 as above.
     int _nearSide(const CIMObjectPath& objectName, const CIMName& resultClass,
         const String& role);

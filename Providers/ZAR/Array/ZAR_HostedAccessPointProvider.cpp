@@ -1,0 +1,111 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_HostedAccessPointProvider.cpp
+//%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_HostedAccessPointProvider.h"
+
+#include <vector>
+
+#include <ZAR_Common.h>
+
+#include "ZAR_ProtocolEndpointBase.h"
+#include "ZAR_StorageSystemProvider.h"
+
+PEGASUS_NAMESPACE_BEGIN
+
+namespace
+{
+
+const int SYSTEM = 0;
+const int ENDPOINT = 1;
+const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
+const char FC_ENDPOINT[] = "ZAR_SCSIProtocolFCEndpoint";
+const char ISCSI_ENDPOINT[] = "ZAR_iSCSIProtocolEndpoint";
+
+}  // namespace
+
+ZAR_HostedAccessPointProvider::ZAR_HostedAccessPointProvider()
+    : ZAR_AssociationProviderBase(String("ZAR_HostedAccessPointProvider"),
+          "ZAR_HostedAccessPoint", "Antecedent", "Dependent", SYSTEM_CLASS,
+          "CIM_ServiceAccessPoint")
+{
+}
+
+ZAR_HostedAccessPointProvider::~ZAR_HostedAccessPointProvider()
+{
+}
+
+int ZAR_HostedAccessPointProvider::_sideOf(const CIMObjectPath& path)
+{
+    String creation = ZAR_Common::getStringProperty(path, "CreationClassName");
+    CIMName cls = creation.size() != 0 ? CIMName(creation) : path.getClassName();
+    if (cls.equal(CIMName(SYSTEM_CLASS)))
+        return SYSTEM;
+    if (cls.equal(CIMName(FC_ENDPOINT)) || cls.equal(CIMName(ISCSI_ENDPOINT)))
+        return ENDPOINT;
+    return -1;
+}
+
+void ZAR_HostedAccessPointProvider::_forEachPair(
+    const OperationContext& /* context */, int side, const CIMObjectPath& from,
+    const String& systemName, const String& host, const PairSink& sink)
+{
+    Pair pair;
+    pair.record = 0;
+    pair.port = 0;
+    pair.ends[SYSTEM] = ZAR_StorageSystemProvider::buildObjectPath(host,
+        systemName);
+    if (side == SYSTEM && !ZAR_Common::matchObjectPath(
+            _asClass(from, CIMName(SYSTEM_CLASS)), pair.ends[SYSTEM]))
+    {
+        return;
+    }
+    const port_type_t types[] = {PORT_TYPE_FC, PORT_TYPE_ISCSI};
+    for (port_type_t type : types)
+    {
+        CIMName cls(type == PORT_TYPE_FC ? FC_ENDPOINT : ISCSI_ENDPOINT);
+        if (side == ENDPOINT &&
+            !String::equalNoCase(cls.getString(),
+                ZAR_Common::getStringProperty(from, "CreationClassName")))
+        {
+            continue;
+        }
+        std::vector<ZAR_PortRecord> ports;
+        api_status_t status;
+        if (ZAR_ArrayRecords::readPorts(type, ports, &status) != 0)
+        {
+            _fail("_forEachPair", type == PORT_TYPE_FC ? "api_getFCPorts"
+                : "api_getISCSIPorts", status);
+        }
+        for (size_t i = 0; i < ports.size(); i++)
+        {
+            pair.port = &ports[i];
+            pair.ends[ENDPOINT] = ZAR_ProtocolEndpointBase::endpointPath(
+                ports[i], host, systemName);
+            if (side == ENDPOINT && !ZAR_Common::matchObjectPath(
+                    _asClass(from, cls), pair.ends[ENDPOINT]))
+            {
+                continue;
+            }
+            if (!sink(pair))
+                return;
+        }
+    }
+}
+
+CIMInstance ZAR_HostedAccessPointProvider::_endInstance(
+    const OperationContext& /* context */, const Pair& pair, int side,
+    CIMClass& cls, const String& systemName, const String& host)
+{
+    if (side == SYSTEM)
+    {
+        CIMInstance system = _cimom.getInstance(OperationContext(),
+            CIMNamespaceName("root/zar"), pair.ends[SYSTEM], false,
+            false, false, CIMPropertyList());
+        system.setPath(pair.ends[SYSTEM]);
+        return system;
+    }
+    return ZAR_ProtocolEndpointBase::endpointInstance(cls, *pair.port, host,
+        systemName);
+}
+
+PEGASUS_NAMESPACE_END
