@@ -89,6 +89,39 @@ TEST_F(ExposePathsTest, NewViewThroughTargetPortsWithGivenNumbers) {
   EXPECT_EQ(2u, o.views().size());
 }
 
+TEST_F(ExposePathsTest, ISCSIInitiatorThroughISCSITargetPortsOnly) {
+  std::string lu = wwnOf("eng-07");
+  std::string target;
+  api_iSCSIPort_t* ports = nullptr;
+  ASSERT_EQ(0, cim_sem_wait());
+  int n = api_getISCSIPorts(&ports);
+  cim_sem_post();
+  for (int i = 0; i < n; i++)
+    if (portOf(ports[i].portID) == "0:2:1") target = ports[i].iscsiName;
+  api_freeISCSIPorts(ports);
+  ASSERT_FALSE(target.empty());
+
+  // A Fibre Channel port is passed over for an iSCSI initiator; with
+  // nothing else, nothing is attempted (the host stays made).
+  CIMException e = failure("ExposePaths", params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_ISCSI}),
+                                                  strings("TargetPortIDs", {fcPortWWN("0:1:1")})}));
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("Invalid initiator and target port combinations\n", text(e.getMessage()));
+  EXPECT_TRUE(exportsOf("eng-07").empty());
+
+  Outcome o = call("ExposePaths", params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_ISCSI}),
+                                          strings("TargetPortIDs", {fcPortWWN("0:1:1"), target + ",t,0x0011"})}));
+  EXPECT_EQ(0u, o.rc);
+  std::vector<Export> made = exportsOf("eng-07");
+  ASSERT_EQ(1u, made.size());
+  EXPECT_EQ("0:2:1", made[0].port);
+  EXPECT_EQ(API_VLUN_MATCHED_SET, made[0].kind);
+  EXPECT_EQ(hostOf(SPARE_ISCSI), made[0].host);
+  ASSERT_EQ(1u, o.views().size());
+  EXPECT_EQ("ZAR_iSCSIController", text(o.views()[0].getClassName().getString()));
+  EXPECT_EQ("MS:0:2:1:" + std::to_string(hostID(made[0].host)), deviceIDOf(o.views()[0]));
+}
+
 TEST_F(ExposePathsTest, PortsOnlyGiveOneVLUNPerLUAndPort) {
   std::string lu = wwnOf("finance-08");
   Outcome o = call("ExposePaths", params({strings("LUNames", {lu}),
