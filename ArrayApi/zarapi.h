@@ -108,7 +108,11 @@ typedef enum api_vol_mode {
   VOL_MODE_UNKNOWN = 0,
   VOL_MODE_READ = 1,
   VOL_MODE_WRITE = 2,
-  VOL_MODE_READWRITE = 3
+  VOL_MODE_READWRITE = 3,
+  /* Not an access mode: the mark of a default view's records
+   * (API_VOL_ACCESS_DEFAULT_VIEW). Declared here so that the value lies
+   * inside the enumeration's range. */
+  VOL_MODE_DEFAULT_VIEW = 4
 } api_vol_mode_t;
 
 typedef enum api_port_status {
