@@ -372,12 +372,10 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
             for (zar_u32 r = 0; r < query.count; r++)
             {
                 const vlun& record = query.vluns[r];
-                // The default-view mark lies outside the access modes'
-                // enumeration: read the field as the integer it holds.
-                int volAccess = 0;
-                memcpy(&volAccess, &record.volAccess, sizeof(volAccess));
+                // Records of a default view carry the default-view mark.
                 if (record.hporttype != portType ||
-                    volAccess != API_VOL_ACCESS_DEFAULT_VIEW || record.port != port)
+                    (int)record.volAccess != API_VOL_ACCESS_DEFAULT_VIEW ||
+                    record.port != port)
                     continue;
                 for (Uint32 l = 0; l < p.luNames.size(); l++)
                 {
