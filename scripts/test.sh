@@ -17,7 +17,7 @@ done
 
 jobs=$(nproc)
 echo "== build (RelWithDebInfo)"
-"$root/scripts/build.sh" "$root/build"
+"$root/scripts/build.sh" "$root/build" -DZAR_WERROR=ON
 echo "== tests"
 ctest --test-dir "$root/build" --output-on-failure -j "$jobs"
 

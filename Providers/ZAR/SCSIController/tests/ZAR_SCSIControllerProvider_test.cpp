@@ -34,7 +34,7 @@ class SCSIControllerTest : public zartest::ModuleFixture {
     for (int i = 0; i < n; i++) {
       char name[32], initiator[17];
       snprintf(name, sizeof(name), "many%04d", i);
-      snprintf(initiator, sizeof(initiator), "5000000001%06X", i);
+      snprintf(initiator, sizeof(initiator), "5000000001%06X", static_cast<unsigned>(i) & 0xFFFFFFu);
       ASSERT_EQ(0, ArrayBuilder::host(name, initiator));
       ASSERT_EQ(0, ArrayBuilder::exportTo(wwn, name, nullptr));
     }
