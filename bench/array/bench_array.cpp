@@ -42,7 +42,24 @@ void check(int rc, const char* what) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  int hosts = argc > 1 ? atoi(argv[1]) : 2500;
+  int hosts = 2500;
+  if (argc > 1) {
+    if (!strcmp(argv[1], "-h") || !strcmp(argv[1], "--help")) {
+      printf("usage: bench_array [HOSTS]\n"
+             "  Creates HOSTS x 4 VLUNs (default 2500 hosts: 10,000 VLUNs, each its own\n"
+             "  view) on a fresh array in a temporary file, reads all views in chunks of\n"
+             "  200, and prints the cost of the first and the last chunk and the peak\n"
+             "  memory.\n");
+      return 0;
+    }
+    char* end = nullptr;
+    long n = strtol(argv[1], &end, 10);
+    if (*argv[1] == '\0' || *end != '\0' || n < 1 || n > 1000000) {
+      fprintf(stderr, "bench_array: HOSTS must be a number from 1 to 1000000, not '%s'\n", argv[1]);
+      return 2;
+    }
+    hosts = static_cast<int>(n);
+  }
   char path[512];
   check(zarsim_open_temp(path, sizeof path), "open");
   zarsim_capture_log(1);
