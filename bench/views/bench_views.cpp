@@ -1,0 +1,150 @@
+// bench_views: the demo array plus HOSTS x 4 matched-set exports (each a view
+// of its own), served by zar-cimserver with the provider modules; enumerates
+// the views' names and instances over HTTP with our CIMClient and prints the
+// views per second and the server's peak resident memory.
+//
+// Usage: bench_views [--hosts N] [--rounds R]   (defaults 2500 and 3)
+#include "ServerProcess.h"
+
+#include <Pegasus/Client/CIMClient.h>
+#include <zarapi.h>
+#include <zarsim_test.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+PEGASUS_USING_PEGASUS;
+
+namespace {
+
+void check(int rc, const char* what)
+{
+    if (rc != 0) {
+        std::fprintf(stderr, "bench_views: %s failed with %d\n", what, rc);
+        std::exit(1);
+    }
+}
+
+// Adds hosts "v00000".. each exported one volume through four FC ports.
+int addViews(int hosts)
+{
+    const char* ports[] = {"2:1:1", "3:1:1", "2:1:2", "3:1:2"};
+    lpid_t lpid[4];
+    for (int k = 0; k < 4; ++k) {
+        zarsim_add_port(ports[k], PORT_TYPE_FC);  // already there in the demo array: fine
+        check(api_convertStrLPIDtoPortID(ports[k], &lpid[k]), "port position");
+    }
+    char wwn[33];
+    check(zarsim_add_volume("benchvol", 1024, "-", VOL_MODE_READWRITE, wwn), "volume");
+    zar_u64 hi = 0, lo = 0;
+    check(api_wwnStringToInt(nullptr, wwn, &hi, &lo), "wwn");
+    int views = 0;
+    for (int i = 0; i < hosts; ++i) {
+        char name[32];
+        std::snprintf(name, sizeof name, "v%05d", i);
+        api_status_t st;
+        check(api_createHost(&st, nullptr, name, nullptr, 0x5100000000000000ULL + zar_u64(i), 2, "-"),
+              "createHost");
+        for (int k = 0; k < 4; ++k) {
+            zar_u32 lun = API_LUN_AUTO;
+            char err[API_ERRTEXT_LEN];
+            check(cim_sem_wait(), "semaphore");
+            int rc = api_createVLUN(nullptr, hi, lo, &lun, name, API_WWN_NONE, nullptr, lpid[k], 1, 0,
+                                    err, sizeof err);
+            cim_sem_post();
+            check(rc, "createVLUN");
+            ++views;
+        }
+    }
+    return views;
+}
+
+double seconds(std::chrono::steady_clock::time_point t0)
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    int hosts = 2500, rounds = 3;
+    for (int i = 1; i < argc; i++) {
+        if (!std::strcmp(argv[i], "--hosts") && i + 1 < argc) hosts = std::atoi(argv[++i]);
+        else if (!std::strcmp(argv[i], "--rounds") && i + 1 < argc) rounds = std::atoi(argv[++i]);
+        else {
+            std::printf("Usage: bench_views [--hosts N] [--rounds R]\n"
+                        "Adds N x 4 views to the demo array, then enumerates the views' names and\n"
+                        "instances R times through zar-cimserver over HTTP; prints views per\n"
+                        "second and the server's peak resident memory.\n");
+            return std::strcmp(argv[i], "--help") == 0 ? 0 : 2;
+        }
+    }
+    if (hosts < 1 || rounds < 1) {
+        std::fprintf(stderr, "bench_views: --hosts and --rounds must be positive\n");
+        return 2;
+    }
+
+    std::string dir = zare2e::makeTempDir();
+    std::string db = dir + "/array.db";
+    check(zarsim_open(db.c_str()), "open array");
+    zarsim_set_log_level(1);
+    check(zarsim_seed_demo(), "seed");
+    check(zarsim_add_user("bench", "benchpass1", "browse"), "add user");
+    auto t0 = std::chrono::steady_clock::now();
+    int added = addViews(hosts);
+    std::printf("array: %d views added in %.1f s\n", added, seconds(t0));
+    zarsim_close();
+
+    zare2e::ServerProcess server;
+    std::string err;
+    if (!server.start(zare2e::binaryDir() + "/bin/zar-cimserver",
+                      {"--array-db", db, "--socket", "off", "--schema-dir", zare2e::sourceDir() + "/schema",
+                       "--provider-dir", zare2e::binaryDir() + "/lib", "--log-file", dir + "/server.log",
+                       "--log-level", "2"},
+                      {}, err)) {
+        std::fprintf(stderr, "bench_views: %s\n", err.c_str());
+        return 1;
+    }
+    long rssStart = server.peakRssKb();
+    int status = 0;
+    try {
+        CIMClient client;
+        client.setTimeout(600000);
+        client.connect("127.0.0.1", Uint32(server.httpPort()), "bench", "benchpass1");
+        double bestNames = 0, bestInstances = 0;
+        Uint32 seen = 0;
+        for (int r = 0; r < rounds; r++) {
+            t0 = std::chrono::steady_clock::now();
+            seen = client.enumerateInstanceNames("root/zar", "ZAR_SCSIController").size();
+            double s = seconds(t0);
+            bestNames = std::max(bestNames, seen / s);
+            t0 = std::chrono::steady_clock::now();
+            Uint32 n = client.enumerateInstances("root/zar", "ZAR_SCSIController").size();
+            double si = seconds(t0);
+            bestInstances = std::max(bestInstances, n / si);
+            std::printf("round %d: %u names in %.3f s, %u instances in %.3f s\n", r + 1, seen, s, n, si);
+            if (n != seen || seen < Uint32(added)) {
+                std::fprintf(stderr, "bench_views: expected at least %d views\n", added);
+                status = 1;
+                break;
+            }
+        }
+        std::printf("ZAR_SCSIController over HTTP (%u views): best %.0f names/s, %.0f instances/s; "
+                    "server peak RSS %ld KiB (%ld KiB after start)\n",
+                    seen, bestNames, bestInstances, server.peakRssKb(), rssStart);
+    } catch (Exception& e) {
+        CString m = e.getMessage().getCString();
+        std::fprintf(stderr, "bench_views: %s\n", (const char*)m);
+        status = 1;
+    }
+    int rc = server.stop();
+    if (rc != 0) {
+        std::fprintf(stderr, "bench_views: server exited with %d\n%s", rc, server.output().c_str());
+        status = 1;
+    }
+    return status;
+}
