@@ -50,6 +50,32 @@ Boolean _verifyViews(Array<CIMObjectPath>& views, String& host,
     return true;
 }
 
+// Reads the parameters in the order given; a ProtocolControllers
+// parameter is checked as soon as it is read, so that a bad reference is
+// reported before anything that follows it.
+Boolean _readParamsCheckingViews(const Array<CIMParamValue>& inParameters,
+    const char* const* allowed, String& host, Params& params, MethodResult& result)
+{
+    for (Uint32 i = 0; i < inParameters.size(); i++)
+    {
+        Array<CIMParamValue> one;
+        one.append(inParameters[i]);
+        if (!readParams(one, allowed, false, params, result))
+            return false;
+        if (String::equalNoCase(inParameters[i].getParameterName(),
+                "ProtocolControllers") &&
+            !inParameters[i].getValue().isNull() &&
+            !_verifyViews(params.protocolControllers, host,
+                _viewClasses("ZAR_SCSIController", "ZAR_iSCSIController",
+                    "ZAR_iSCSINode")))
+        {
+            result.fail(5, REF_ERROR);
+            return false;
+        }
+    }
+    return true;
+}
+
 // The view named by a reference: type code, host (or host set) name and
 // port, decoded from its DeviceID.
 void _decodeView(CIMObjectPath& view, Uint32& type, String& hostName, Uint16& port)
@@ -102,15 +128,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
             result.fail(5, "Invalid number of parameters");
             break;
         }
-        if (!readParams(inParameters, allowed, false, p, result))
+        if (!_readParamsCheckingViews(inParameters, allowed, _systemAddress, p, result))
             break;
-        if (!_verifyViews(p.protocolControllers, _systemAddress,
-                _viewClasses("ZAR_SCSIController", "ZAR_iSCSIController",
-                    "ZAR_iSCSINode")))
-        {
-            result.fail(5, REF_ERROR);
-            break;
-        }
 
         Uint32 views = p.protocolControllers.size();
         Boolean newView = p.luNames.size() != 0 &&
@@ -353,15 +372,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
             result.fail(5, "Invalid number of parameters");
             break;
         }
-        if (!readParams(inParameters, allowed, false, p, result))
+        if (!_readParamsCheckingViews(inParameters, allowed, _systemAddress, p, result))
             break;
-        if (!_verifyViews(p.protocolControllers, _systemAddress,
-                _viewClasses("ZAR_SCSIController", "ZAR_iSCSIController",
-                    "ZAR_iSCSINode")))
-        {
-            result.fail(5, REF_ERROR);
-            break;
-        }
 
         Boolean removeLUs = p.luNames.size() != 0 && p.protocolControllers.size() == 1;
         Boolean removeInitiators = p.luNames.size() == 0 &&

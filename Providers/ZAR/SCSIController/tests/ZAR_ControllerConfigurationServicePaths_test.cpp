@@ -290,6 +290,16 @@ TEST_F(ExposePathsTest, Refusals) {
             text(failure("ExposePaths", params({strings("LUNames", {lu}),
                                                 refs("ProtocolControllers", {elsewhere})}))
                      .getMessage()));
+  // The reference is judged when it is read: a bad name after it is not
+  // reached, while a bad name before it is.
+  EXPECT_EQ("Parameter ProtocolController does not contain correct hostname or namespace or className",
+            text(failure("ExposePaths", params({strings("LUNames", {lu}), refs("ProtocolControllers", {elsewhere}),
+                                                strings("Bogus", {"x"})}))
+                     .getMessage()));
+  EXPECT_EQ("Invalid parameter: Bogus",
+            text(failure("ExposePaths", params({strings("Bogus", {"x"}), strings("LUNames", {lu}),
+                                                refs("ProtocolControllers", {elsewhere})}))
+                     .getMessage()));
 }
 
 TEST_F(ExposePathsTest, ParameterNamesIgnoreCaseAndJobIsIgnored) {
@@ -412,6 +422,15 @@ TEST_F(HidePathsTest, Refusals) {
   }
   EXPECT_EQ(1u, exportsOf("finance-02").size());
   EXPECT_EQ("db01", hostOf("21000024FF300001"));
+
+  // A reference of another namespace stops the reading where it stands.
+  CIMObjectPath elsewhere = hs;
+  elsewhere.setNameSpace("root/other");
+  CIMException e = failure("HidePaths", params({strings("LUNames", {lu}), refs("ProtocolControllers", {elsewhere}),
+                                                flag("Override", true)}));
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("Parameter ProtocolController does not contain correct hostname or namespace or className",
+            text(e.getMessage()));
 }
 
 TEST_F(HidePathsTest, PortPresentViewLosesItsLU) {
