@@ -117,8 +117,10 @@ void ZAR_Common::deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType,
         portID = port;
         if (portID == API_PORT_NONE)
             return;
-        if (c3 == PEG_NOT_FOUND)
-            return;  // port present: no host part
+        // A port-present identifier names no host, even when text follows
+        // its LPID.
+        if (c3 == PEG_NOT_FOUND || vlunType == API_VLUN_PORT_PRESENT)
+            return;
         lastColon = c3;
     }
 

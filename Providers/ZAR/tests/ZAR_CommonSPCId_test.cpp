@@ -92,6 +92,12 @@ TEST_F(SPCIdTest, DefaultViewIdentifierKeepsThePortAndHasNoHost) {
   EXPECT_EQ(4u, d.type);
   EXPECT_EQ(lpid("0:1:2"), d.port);
   EXPECT_EQ("", d.host);
+
+  // A number after the LPID is no host of a port-present view either.
+  Decoded numbered = decode("PP:0:1:2:" + std::to_string(alpha_));
+  EXPECT_EQ(4u, numbered.type);
+  EXPECT_EQ(lpid("0:1:2"), numbered.port);
+  EXPECT_EQ("", numbered.host);
 }
 
 TEST_F(SPCIdTest, SemaphoreTimeOutLeavesTheHostEmpty) {
