@@ -475,10 +475,12 @@ public:
 
     // Appends to `instances` the views of one chunk (at most `chunk`
     // records) of class className ("ZAR_SCSIController" or
-    // "ZAR_iSCSIController"), narrowed to the DeviceID of `path` when it has
-    // keys. The array sets *more while records remain and advances cursor.
-    // A failed chunk throws CIMException(CIM_ERR_FAILED, "Failed to
-    // retrieve SPC data.") while records remain (after releasing cursor).
+    // "ZAR_iSCSIController"), narrowed to the DeviceID of `path` when it
+    // names a class (none when that path has no DeviceID). The array sets
+    // *more while records remain and advances cursor. A failed chunk throws
+    // CIMException(CIM_ERR_INVALID_PARAMETER, "Failed to retrieve SPC data."
+    // followed by the array's error text) while records remain (after
+    // releasing cursor).
     static void buildSPCInstances(
         CIMOMHandle& cimom,
         const OperationContext& context,

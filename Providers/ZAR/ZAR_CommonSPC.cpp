@@ -101,7 +101,7 @@ void ZAR_Common::buildSPCInstances(
     memset(&query, 0, sizeof(query));
     Boolean narrowed = false;
     String requestedID;
-    if (path.getKeyBindings().size() != 0)
+    if (!path.getClassName().isNull())
     {
         requestedID = getStringProperty(path, "DeviceID");
         if (requestedID.size() == 0)

@@ -144,6 +144,12 @@ TEST_F(SPCAssemblyTest, RequestedDeviceIDNarrowsTheAnswer) {
   ASSERT_EQ(1u, one.size());
   EXPECT_EQ("HS:" + std::to_string(db01), prop(one[0], "DeviceID"));
   EXPECT_TRUE(log.has("vlunType = 2, host = db01\n"));
+
+  // A path that names the class but no view asks for no view at all.
+  EXPECT_EQ(0u, all("ZAR_SCSIController", 200, nullptr,
+                    CIMObjectPath("//zar-demo/root/zar:ZAR_SCSIController")).size());
+  CIMObjectPath noDeviceID("//zar-demo/root/zar:ZAR_SCSIController.SystemName=\"ZAR-DEMO\"");
+  EXPECT_EQ(0u, all("ZAR_SCSIController", 200, nullptr, noDeviceID).size());
 }
 
 TEST_F(SPCAssemblyTest, FailedChunkIsTracedAndEndsTheWalkWhenNothingRemains) {
