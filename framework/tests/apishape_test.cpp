@@ -6,6 +6,12 @@
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/CIMParamValue.h>
+#include <Pegasus/Common/CIMQualifier.h>
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
+#include <Pegasus/Provider/CIMAssociationProvider.h>
+#include <Pegasus/Client/CIMClient.h>
 
 #include <gtest/gtest.h>
 
@@ -74,6 +80,55 @@ TEST(ApiShapeTest, CIMValueOverloadSet)
     EXPECT_TRUE((std::is_same<Sint64, long long>::value));
     EXPECT_FALSE((std::is_base_of<std::exception, Exception>::value));
     EXPECT_EQ(0xFFFFFFFFu, PEG_NOT_FOUND);
+}
+
+// Declarations whose odd shape provider code depends on: the exact type must
+// match, or code that compiles here stops compiling there (or the reverse).
+TEST(ApiShapeTest, ExactSignaturesOfTheOddDeclarations)
+{
+    // Index first, then the character.
+    EXPECT_TRUE((std::is_same<decltype(static_cast<Uint32 (String::*)(Uint32, Char16) const>(
+        &String::find)), Uint32 (String::*)(Uint32, Char16) const>::value));
+    // In place, returning nothing.
+    EXPECT_TRUE((std::is_same<decltype(&String::toLower), void (String::*)()>::value));
+    // Non-const references: pv.setValue(CIMValue(x)) must not compile.
+    EXPECT_TRUE((std::is_same<decltype(&CIMParamValue::setValue),
+        void (CIMParamValue::*)(CIMValue&)>::value));
+    EXPECT_TRUE((std::is_same<decltype(&CIMParamValue::setParameterName),
+        void (CIMParamValue::*)(String&)>::value));
+    // By value and non-const.
+    EXPECT_TRUE((std::is_same<decltype(&CIMKeyBinding::equal),
+        Boolean (CIMKeyBinding::*)(CIMValue)>::value));
+    EXPECT_TRUE((std::is_same<decltype(&CIMQualifier::getPropagated),
+        Uint32 (CIMQualifier::*)() const>::value));
+    // The const instance hands out read-only properties.
+    EXPECT_TRUE((std::is_same<decltype(std::declval<const CIMInstance&>().getProperty(0u)),
+        CIMConstProperty>::value));
+    EXPECT_TRUE((std::is_same<decltype(std::declval<CIMInstance&>().getProperty(0u)),
+        CIMProperty>::value));
+}
+
+TEST(ApiShapeTest, ProviderInterfacesShareOneCIMProvider)
+{
+    // Virtual inheritance: a class with several interfaces converts to
+    // CIMProvider* unambiguously (the module factory returns new X()).
+    struct Both : CIMInstanceProvider, CIMMethodProvider, CIMAssociationProvider { };
+    EXPECT_TRUE((std::is_convertible<Both*, CIMProvider*>::value));
+    EXPECT_TRUE((std::is_convertible<InstanceResponseHandler*, ResponseHandler*>::value));
+    EXPECT_TRUE((std::is_convertible<CIMInstance, CIMObject>::value));
+    EXPECT_FALSE((std::is_convertible<CIMObject, CIMInstance>::value));    // explicit
+    EXPECT_TRUE((std::is_base_of<CIMException, CIMObjectNotFoundException>::value));
+    EXPECT_FALSE((std::is_base_of<CIMException, TypeMismatchException>::value));
+}
+
+TEST(ApiShapeTest, ClientHeaderBringsItsPlaceholderTypes)
+{
+    // CIMClient.h includes CIMQualifierDecl.h and UintArgs.h; the qualifier
+    // declaration is a complete, copyable type.
+    EXPECT_TRUE((std::is_copy_constructible<CIMQualifierDecl>::value));
+    EXPECT_TRUE((std::is_copy_assignable<CIMQualifierDecl>::value));
+    EXPECT_TRUE((std::is_copy_constructible<SSLContext>::value));
+    EXPECT_FALSE((std::is_copy_constructible<CIMClient>::value));
 }
 
 } // namespace

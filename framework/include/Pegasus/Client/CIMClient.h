@@ -29,6 +29,8 @@
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/SSLContext.h>
+#include <Pegasus/Common/CIMQualifierDecl.h>
+#include <Pegasus/Common/UintArgs.h>
 #include <Pegasus/Common/AcceptLanguageList.h>
 #include <Pegasus/Common/ContentLanguageList.h>
 #include <Pegasus/Client/CIMClientException.h>
