@@ -37,30 +37,6 @@ int _leave(int rc, api_status_t* status)
 
 }  // namespace
 
-String ZAR_ArrayAccess::userName(const OperationContext& context)
-{
-    try
-    {
-        IdentityContainer container = context.get(IdentityContainer::NAME);
-        return container.getUserName();
-    }
-    catch (Exception&)
-    {
-        return String();
-    }
-}
-
-Boolean ZAR_ArrayAccess::userMayUseArray(const OperationContext& context)
-{
-    // A request without user name comes from the server itself (through a
-    // CIMOMHandle); the array library itself trusts the server's OS user,
-    // under which its local connection runs.
-    String user = userName(context);
-    if (user.size() == 0)
-        return api_zarOpenForCimserver(0) == 0;
-    return api_zarOpenForCimserver((const char*)user.getCString()) == 0;
-}
-
 int ZAR_ArrayAccess::readSystemInfo(api_sysinfo_t* info, api_status_t* status)
 {
     memset(info, 0, sizeof(*info));

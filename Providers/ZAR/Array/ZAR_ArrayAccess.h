@@ -11,7 +11,6 @@
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/String.h>
-#include <Pegasus/Common/OperationContext.h>
 
 #include <zarapi.h>
 
@@ -20,16 +19,6 @@ PEGASUS_NAMESPACE_BEGIN
 class ZAR_ArrayAccess
 {
 public:
-    // The user name of the request; empty when the context carries none
-    // (a request made by the server itself through a CIMOMHandle).
-    static String userName(const OperationContext& context);
-
-    // True when the requesting user may use the array. A request without a
-    // user name (made through a CIMOMHandle) comes from the server itself
-    // and is checked as the server's own connection; the array library
-    // trusts the server's OS user (its local connection) by itself.
-    static Boolean userMayUseArray(const OperationContext& context);
-
     // Reads the system's identity and configuration. Returns 0 or the
     // array error code; status holds the code and its text.
     static int readSystemInfo(api_sysinfo_t* info, api_status_t* status);

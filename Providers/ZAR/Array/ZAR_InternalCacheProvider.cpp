@@ -9,6 +9,7 @@
 #include <Pegasus/Provider/ProviderException.h>
 
 #include "ZAR_ArrayAccess.h"
+#include "ZAR_Common.h"
 #include "ZAR_InternalCacheService.h"
 
 PEGASUS_NAMESPACE_BEGIN
@@ -142,11 +143,7 @@ void ZAR_InternalCacheProvider::getInstance(
     InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::getInstance\n");
-    if (!ZAR_ArrayAccess::userMayUseArray(context))
-    {
-        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
-            "Insufficient privilege for the user", __FILE__, __LINE__);
-    }
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(instanceReference);
     api_sysinfo_t info;
     _readSystemInfo(&info, "getInstance");
@@ -168,11 +165,7 @@ void ZAR_InternalCacheProvider::enumerateInstances(
     InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstances\n");
-    if (!ZAR_ArrayAccess::userMayUseArray(context))
-    {
-        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
-            "Insufficient privilege for the user", __FILE__, __LINE__);
-    }
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(classReference);
     api_sysinfo_t info;
     _readSystemInfo(&info, "enumerateInstances");
@@ -190,11 +183,7 @@ void ZAR_InternalCacheProvider::enumerateInstanceNames(
     ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstanceNames\n");
-    if (!ZAR_ArrayAccess::userMayUseArray(context))
-    {
-        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
-            "Insufficient privilege for the user", __FILE__, __LINE__);
-    }
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(classReference);
     api_sysinfo_t info;
     _readSystemInfo(&info, "enumerateInstanceNames");
@@ -235,11 +224,7 @@ void ZAR_InternalCacheProvider::invokeMethod(
     MethodResultResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::invokeMethod\n");
-    if (!ZAR_ArrayAccess::userMayUseArray(context))
-    {
-        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
-            "Insufficient privilege for the user", __FILE__, __LINE__);
-    }
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(objectReference);
     CString method = methodName.getString().getCString();
     log_message(4, "\t methodName = %s\n", (const char*)method);

@@ -9,6 +9,7 @@
 #include <Pegasus/Provider/ProviderException.h>
 
 #include "ZAR_ArrayAccess.h"
+#include "ZAR_Common.h"
 #include "ZAR_InternalCacheService.h"
 
 PEGASUS_NAMESPACE_BEGIN
@@ -227,11 +228,7 @@ void ZAR_StorageSystemProvider::getInstance(
     InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageSystemProvider::getInstance\n");
-    if (!ZAR_ArrayAccess::userMayUseArray(context))
-    {
-        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
-            "Insufficient privilege for the user", __FILE__, __LINE__);
-    }
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(instanceReference);
     const Array<CIMKeyBinding>& keys = instanceReference.getKeyBindings();
     if (keys.size() != 2)
@@ -273,11 +270,7 @@ void ZAR_StorageSystemProvider::enumerateInstances(
     InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstances\n");
-    if (!ZAR_ArrayAccess::userMayUseArray(context))
-    {
-        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
-            "Insufficient privilege for the user", __FILE__, __LINE__);
-    }
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(classReference);
     api_sysinfo_t info;
     _readSystemInfo(&info, "enumerateInstances");
@@ -295,11 +288,7 @@ void ZAR_StorageSystemProvider::enumerateInstanceNames(
     ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstanceNames\n");
-    if (!ZAR_ArrayAccess::userMayUseArray(context))
-    {
-        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
-            "Insufficient privilege for the user", __FILE__, __LINE__);
-    }
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(classReference);
     api_sysinfo_t info;
     _readSystemInfo(&info, "enumerateInstanceNames");
