@@ -1,6 +1,8 @@
 #include "Array.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -36,7 +38,13 @@ Result openLocked(const std::string& path) {
     g_path.clear();
   }
   bool memory = path == ":memory:";
-  if (!memory) makeParentDir(path);
+  if (!memory) {
+    makeParentDir(path);
+    // The state holds password hashes: a new file is the owner's alone
+    // (SQLite gives its journal files the same mode).
+    int fd = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (fd >= 0) close(fd);
+  }
   sqlite3* db = nullptr;
   int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX;
   int rc = sqlite3_open_v2(path.c_str(), &db, flags, nullptr);

@@ -2,6 +2,7 @@
 // nothing.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -59,6 +60,10 @@ bool has(const std::string& text, const std::string& part) { return text.find(pa
 
 TEST_F(Zarcli, SeedThenViewsShowsAllFormsAndADefaultView) {
   ASSERT_EQ(0, run("seed").status);
+  // The state holds password hashes: it is the owner's alone.
+  struct stat st;
+  ASSERT_EQ(0, stat(db_.c_str(), &st));
+  EXPECT_EQ(0600u, st.st_mode & 0777u);
   Outcome v = run("views");
   ASSERT_EQ(0, v.status) << v.err;
   for (const char* form : {"MS:", "HS:", "HSet:", "PP:", ":default", "dormant", "active"}) EXPECT_TRUE(has(v.out, form)) << form;
