@@ -191,10 +191,16 @@ bool criteria(sqlite3* db, const api_vlunsInfo_t& q, const char* t, std::string*
     add(std::string(t) + "volume_id = ?", v.id);
   }
   if (q.hostnameIsSet) {
+    // A port-present export is the one with no host name.
+    std::string name = field(q.hostname, sizeof q.hostname);
     HostRow h;
-    if (!findHost(db, field(q.hostname, sizeof q.hostname), &h)) return false;
-    add(std::string(t) + "owner = ?", h.id);
-    w += std::string(" AND ") + t + "kind <> 4";
+    if (name.empty()) {
+      w += std::string(" AND ") + t + "kind = 4";
+    } else {
+      if (!findHost(db, name, &h)) return false;
+      add(std::string(t) + "owner = ?", h.id);
+      w += std::string(" AND ") + t + "kind <> 4";
+    }
   }
   if (q.lunIsSet) add(std::string(t) + "lun = ?", q.lun);
   if (q.portIsSet) add(std::string(t) + "port = ?", q.port);

@@ -146,6 +146,17 @@ TEST_F(Views, ChunkCriteriaNarrowTheWalk) {
   EXPECT_EQ(0u, more);
   api_freeVLUNs(&q);
   api_freeSPCParamData(&cur);
+  // An empty host name is that of port-present exports.
+  q = api_vlunsInfo_t{};
+  q.hostnameIsSet = 1;
+  std::vector<vlun> r = query(api_getVLUNTemplates, q);
+  ASSERT_EQ(2u, r.size());
+  for (const vlun& x : r) EXPECT_EQ(API_VLUN_PORT_PRESENT, x.accessPriority) << x.deviceID;
+  api_initSPCParamData(&cur);
+  ASSERT_EQ(0, api_getSCSIProtocolControllers_chunk(&q, &cur, &more, 200));
+  EXPECT_EQ(4u, q.count);  // each with its default view
+  api_freeVLUNs(&q);
+  api_freeSPCParamData(&cur);
   // A cursor that was never set up is refused.
   api_spc_param_data bad;
   memset(&bad, 0, sizeof bad);
