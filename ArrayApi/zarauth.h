@@ -27,6 +27,12 @@ int zar_authenticateUser(const char *user, const char *password);
  * or disabled user or when the array cannot be read. */
 int zar_userRole(const char *user);
 
+/* Records a failed login of user from address (a client address, NULL or
+ * "" when unknown) in the array's audit log, as a refused "login" event.
+ * Control characters in either are stored escaped.  Returns 0 when the
+ * event was written. */
+int zar_recordFailedLogin(const char *user, const char *address);
+
 #ifdef __cplusplus
 } /* extern "C" */
 #endif

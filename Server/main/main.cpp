@@ -106,6 +106,9 @@ int main(int argc, char** argv)
         return zar_authenticateUser(user.c_str(), password.c_str()) == 0;
     };
     hc.log = logLine;
+    hc.recordFailedLogin = [](const std::string& user, const std::string& address) {
+        zar_recordFailedLogin(user.c_str(), address.c_str());
+    };
     zarwire::CimOperationHandler handler(core->dispatcher(), hc);
 
     zarwire::ServerConfig sc;

@@ -8,7 +8,9 @@
 #include <Pegasus/Common/ClientAddressContainer.h>
 #include <Pegasus/Common/OperationContext.h>
 
+#include "CimProtocol.h"
 #include "CimResponse.h"
+#include "LogText.h"
 
 PEGASUS_USING_PEGASUS;
 
@@ -29,14 +31,6 @@ String str(const std::string& s)
 {
     return String(s.c_str(), Uint32(s.size()));
 }
-
-// A request that cannot be carried out for a protocol reason: answered with
-// an HTTP status, a CIMError header (when cimError is set) and PGErrorDetail.
-struct ProtocolError {
-    int status;
-    std::string cimError;
-    std::string detail;
-};
 
 // An error to answer with ERROR CODE/DESCRIPTION.
 struct CimError {
@@ -319,6 +313,7 @@ struct CimOperationHandler::Outcome {
     std::string operation = "-";
     std::string className = "-";
     std::string status = "-";
+    std::string reason;
 };
 
 CimOperationHandler::CimOperationHandler(CIMOperationHost& host, const CimHandlerConfig& config)
@@ -332,43 +327,47 @@ void CimOperationHandler::log(int level, const std::string& line)
         _config.log(level, line);
 }
 
+void CimOperationHandler::logAccess(const std::string& user, const std::string& address,
+                                    const std::string& operation, const std::string& className,
+                                    const std::string& status, const std::string& reason, double ms)
+{
+    char dur[32];
+    snprintf(dur, sizeof dur, "%.1f", ms);
+    std::string line = "access: user=" + logSafe(user) + " address=" + logSafe(address) +
+                       " operation=" + logSafe(operation) + " class=" + logSafe(className) +
+                       " status=" + logSafe(status) + " duration_ms=" + dur;
+    if (!reason.empty())
+        line += " reason=\"" + logSafe(reason) + "\"";
+    log(3, line);
+}
+
 void CimOperationHandler::rejected(const PeerInfo& peer, int status, const std::string& reason)
 {
-    log(3, "access: user=- address=" + peer.address + " operation=- class=- status=HTTP_" +
-               std::to_string(status) + " duration_ms=0 reason=\"" + reason + "\"");
+    logAccess("-", peer.address, "-", "-", "HTTP_" + std::to_string(status), reason, 0);
 }
 
 void CimOperationHandler::handle(HttpExchange& ex)
 {
     auto start = Clock::now();
     Outcome out;
+    if (!ex.user().empty())
+        out.user = ex.user();
     try {
         process(ex, out);
     } catch (ProtocolError& e) {
-        Headers h;
-        if (!e.cimError.empty())
-            h.emplace_back("CIMError", e.cimError);
-        h.emplace_back("PGErrorDetail", uriEncode(e.detail));
-        if (e.status == 401)
-            h.emplace_back("WWW-Authenticate", "Basic realm=\"" + _config.realm + "\"");
         if (e.status != 401)
             ex.setKeepAlive(ex.keepAlive() && e.status < 500);
         if (!ex.responded())
-            ex.send(e.status, "", h, std::string());
+            ex.send(e.status, "", protocolErrorHeaders(e, _config.realm), std::string());
         out.status = "HTTP_" + std::to_string(e.status);
-        if (!e.detail.empty())
-            out.status += " reason=\"" + e.detail + "\"";
+        out.reason = e.detail;
     } catch (...) {
         if (!ex.responded())
             ex.send(500, "", {}, std::string());
         out.status = "HTTP_500";
     }
     double ms = std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-    char dur[32];
-    snprintf(dur, sizeof dur, "%.1f", ms);
-    log(3, "access: user=" + out.user + " address=" + ex.peer().address + " operation=" +
-               out.operation + " class=" + out.className + " status=" + out.status +
-               " duration_ms=" + dur);
+    logAccess(out.user, ex.peer().address, out.operation, out.className, out.status, out.reason, ms);
 }
 
 void CimOperationHandler::process(HttpExchange& ex, Outcome& out)
@@ -376,25 +375,7 @@ void CimOperationHandler::process(HttpExchange& ex, Outcome& out)
     const HttpRequest& req = ex.request();
 
     // Method and the extension-header prefix of M-POST.
-    std::string mns;
-    if (req.method == "M-POST") {
-        if (req.versionMinor == 0)
-            throw ProtocolError{400, "", "M-POST needs HTTP/1.1"};
-        const std::string* man = req.header("Man");
-        size_t p = man ? man->find("ns=") : std::string::npos;
-        if (!man || man->find("http://www.dmtf.org/cim/mapping/http/v1.0") == std::string::npos ||
-            p == std::string::npos)
-            throw ProtocolError{400, "", "M-POST without the CIM mapping Man header"};
-        mns = trim(man->substr(p + 3));
-        size_t end = mns.find_first_of(" ;,");
-        if (end != std::string::npos) mns.erase(end);
-        if (mns.empty() || mns.find_first_not_of("0123456789") != std::string::npos)
-            throw ProtocolError{400, "", "malformed ns in Man header"};
-    } else if (req.method != "POST") {
-        throw ProtocolError{501, "", "method " + req.method + " is not supported"};
-    }
-    if (req.versionMinor >= 1 && !req.header("Host"))
-        throw ProtocolError{400, "", "missing Host header"};
+    std::string mns = checkMethod(req);
 
     auto cimHeader = [&](const char* name) -> const std::string* {
         if (!mns.empty())
@@ -402,32 +383,6 @@ void CimOperationHandler::process(HttpExchange& ex, Outcome& out)
                 return v;
         return req.header(name);
     };
-
-    // Authentication.
-    if (ex.peer().local) {
-        out.user = _config.localUser;
-    } else {
-        const std::string* auth = req.header("Authorization");
-        if (!auth)
-            throw ProtocolError{401, "", "User Unauthorized"};
-        std::string a = trim(*auth);
-        if (a.size() < 6 || !equalsNoCase(a.substr(0, 6), "Basic "))
-            throw ProtocolError{401, "", "User Unauthorized"};
-        std::string cred;
-        if (!base64Decode(trim(a.substr(6)), cred) || cred.find(':') == std::string::npos)
-            throw ProtocolError{401, "", "User Unauthorized"};
-        std::string user = cred.substr(0, cred.find(':'));
-        std::string pass = cred.substr(cred.find(':') + 1);
-        out.user = user.empty() ? "-" : user;
-        if (!(ex.authMemo && *ex.authMemo == a)) {
-            if (user.empty() || !_config.authenticate || !_config.authenticate(user, pass)) {
-                log(3, "authentication failed for user \"" + user + "\" from " + ex.peer().address);
-                throw ProtocolError{401, "", "User Unauthorized"};
-            }
-            if (ex.authMemo)
-                *ex.authMemo = a;
-        }
-    }
 
     // CIM headers.
     const std::string* op = cimHeader("CIMOperation");

@@ -3,8 +3,9 @@
 //
 // Per request: HTTP method (POST, M-POST) and CIM headers are checked
 // (protocol errors answered with an HTTP status and CIMError/PGErrorDetail
-// headers), the client is authenticated (HTTP Basic; the local socket is
-// trusted as the server's own user), the body is checked to be UTF-8 and
+// headers), the client is authenticated from the head alone, before the
+// body is read (CimAdmission.cpp: HTTP Basic; the local socket is trusted
+// as the server's own user), the body is checked to be UTF-8 and
 // parsed under limits, the operation runs with IdentityContainer and
 // ClientAddressContainer in its context, and CIM errors come back as ERROR
 // elements. One access-log line is written per request.
@@ -33,11 +34,15 @@ struct CimHandlerConfig {
     std::function<bool(const std::string& user, const std::string& password)> authenticate;
     // Receives log lines: level (2 error, 3 warning/notice, 4 trace), text.
     std::function<void(int level, const std::string& line)> log;
+    // Records a failed login in the array's audit log. Optional.
+    std::function<void(const std::string& user, const std::string& address)> recordFailedLogin;
 };
 
 class CimOperationHandler : public RequestHandler {
 public:
     CimOperationHandler(Pegasus::CIMOperationHost& host, const CimHandlerConfig& config);
+    Admission screen(const HttpRequest& head, const PeerInfo& peer) override;
+    Admission check(const HttpRequest& head, const PeerInfo& peer) override;
     void handle(HttpExchange& exchange) override;
     void rejected(const PeerInfo& peer, int status, const std::string& reason) override;
 
@@ -49,6 +54,11 @@ private:
     void runExtrinsic(HttpExchange& ex, Outcome& out, const Pegasus::CIMXml::XmlElement& call,
                       const std::string& messageId, bool chunked, const std::string& ns);
     void log(int level, const std::string& line);
+    // One access-log line; every field is escaped.
+    void logAccess(const std::string& user, const std::string& address, const std::string& operation,
+                   const std::string& className, const std::string& status,
+                   const std::string& reason, double ms);
+    void recordFailedLogin(const std::string& user, const std::string& address);
 
     Pegasus::CIMOperationHost& _host;
     CimHandlerConfig _config;

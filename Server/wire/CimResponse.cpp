@@ -1,6 +1,7 @@
 #include "CimResponse.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace zarwire {
 
@@ -52,7 +53,7 @@ bool CimResponse::flushIfFull()
 bool CimResponse::finish()
 {
     if (!_chunked)
-        return _ex.send(200, "OK", headers(_buf.size()), _buf, false);
+        return _ex.send(200, "OK", headers(_buf.size()), std::move(_buf), false);
     if (!_started) {
         _started = true;
         if (!_ex.beginChunked(200, "OK", headers(0)))

@@ -1,32 +1,38 @@
 #include "HttpServer.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <deque>
+#include <functional>
+#include <mutex>
 #include <stdexcept>
+#include <unordered_map>
+#include <vector>
 
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
-#include <poll.h>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+#include "OutputQueue.h"
+#include "WorkerPool.h"
 
 namespace zarwire {
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-long msSince(Clock::time_point t)
-{
-    return static_cast<long>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - t).count());
-}
+using std::chrono::milliseconds;
 
 std::string sysError(const std::string& what)
 {
@@ -48,134 +54,7 @@ std::string peerAddress(const sockaddr_storage& ss)
     return buf;
 }
 
-const char* reasonPhrase(int status)
-{
-    switch (status) {
-    case 100: return "Continue";
-    case 200: return "OK";
-    case 400: return "Bad Request";
-    case 401: return "Unauthorized";
-    case 403: return "Forbidden";
-    case 408: return "Request Timeout";
-    case 411: return "Length Required";
-    case 413: return "Request Entity Too Large";
-    case 431: return "Request Header Fields Too Large";
-    case 500: return "Internal Server Error";
-    case 501: return "Not Implemented";
-    case 503: return "Service Unavailable";
-    case 505: return "HTTP Version Not Supported";
-    }
-    return "Error";
-}
-
-}  // namespace
-
-RequestHandler::~RequestHandler() = default;
-void RequestHandler::rejected(const PeerInfo&, int, const std::string&) {}
-
-// ---------------------------------------------------------------------------
-// HttpExchange
-
-HttpExchange::HttpExchange(Stream& stream, const HttpRequest& request, const PeerInfo& peer,
-                           const HttpLimits& limits, bool keepAlive)
-    : _stream(stream), _request(request), _peer(peer), _limits(limits), _keepAlive(keepAlive)
-{
-}
-
-std::string HttpExchange::head(int status, const std::string& reason,
-                               const std::vector<std::pair<std::string, std::string> >& headers)
-{
-    _status = status;
-    std::string h = "HTTP/1.1 " + std::to_string(status) + " " +
-                    (reason.empty() ? std::string(reasonPhrase(status)) : reason) + "\r\n";
-    for (const auto& kv : headers)
-        h += kv.first + ": " + kv.second + "\r\n";
-    if (!_keepAlive)
-        h += "Connection: close\r\n";
-    return h;
-}
-
-bool HttpExchange::send(int status, const std::string& reason,
-                        const std::vector<std::pair<std::string, std::string> >& headers,
-                        const std::string& body, bool addLength)
-{
-    std::string h = head(status, reason, headers);
-    if (addLength)
-        h += "Content-Length: " + std::to_string(body.size()) + "\r\n";
-    h += "\r\n";
-    _responded = true;
-    // One write for small responses, so that they go out in one segment.
-    if (body.size() < 65536) {
-        h += body;
-        _failed = !_stream.writeAll(h.data(), h.size(), _limits.writeTimeoutMs);
-    } else {
-        _failed = !_stream.writeAll(h.data(), h.size(), _limits.writeTimeoutMs) ||
-                  !_stream.writeAll(body.data(), body.size(), _limits.writeTimeoutMs);
-    }
-    if (_failed)
-        _keepAlive = false;
-    return !_failed;
-}
-
-bool HttpExchange::beginChunked(int status, const std::string& reason,
-                                const std::vector<std::pair<std::string, std::string> >& headers)
-{
-    std::string h = head(status, reason, headers);
-    h += "Transfer-Encoding: chunked\r\n\r\n";
-    _responded = true;
-    _failed = !_stream.writeAll(h.data(), h.size(), _limits.writeTimeoutMs);
-    if (_failed)
-        _keepAlive = false;
-    return !_failed;
-}
-
-bool HttpExchange::sendChunk(const char* data, size_t n)
-{
-    if (_failed)
-        return false;
-    if (n == 0)
-        return true;
-    char size[32];
-    int len = snprintf(size, sizeof size, "%zx\r\n", n);
-    std::string chunk;
-    chunk.reserve(n + 40);
-    chunk.append(size, static_cast<size_t>(len));
-    chunk.append(data, n);
-    chunk += "\r\n";
-    _failed = !_stream.writeAll(chunk.data(), chunk.size(), _limits.writeTimeoutMs);
-    if (_failed)
-        _keepAlive = false;
-    return !_failed;
-}
-
-bool HttpExchange::endChunked(const std::vector<std::pair<std::string, std::string> >& trailers)
-{
-    if (_failed)
-        return false;
-    std::string t = "0\r\n";
-    for (const auto& kv : trailers)
-        t += kv.first + ": " + kv.second + "\r\n";
-    t += "\r\n";
-    _failed = !_stream.writeAll(t.data(), t.size(), _limits.writeTimeoutMs);
-    if (_failed)
-        _keepAlive = false;
-    return !_failed;
-}
-
-// ---------------------------------------------------------------------------
-// HttpServer
-
-HttpServer::HttpServer(const ServerConfig& config, RequestHandler& handler)
-    : _config(config), _handler(handler)
-{
-}
-
-HttpServer::~HttpServer()
-{
-    stop();
-}
-
-int HttpServer::listenTcp(int port, int& boundPort)
+int listenTcp(const std::string& address, int port, int& boundPort)
 {
     addrinfo hints;
     std::memset(&hints, 0, sizeof hints);
@@ -183,19 +62,20 @@ int HttpServer::listenTcp(int port, int& boundPort)
     hints.ai_socktype = SOCK_STREAM;
     hints.ai_flags = AI_PASSIVE | AI_NUMERICSERV;
     addrinfo* res = nullptr;
-    std::string where = _config.listenAddress + ":" + std::to_string(port);
-    int rc = getaddrinfo(_config.listenAddress.empty() ? nullptr : _config.listenAddress.c_str(),
-                         std::to_string(port).c_str(), &hints, &res);
+    std::string where = address + ":" + std::to_string(port);
+    int rc = getaddrinfo(address.empty() ? nullptr : address.c_str(), std::to_string(port).c_str(),
+                         &hints, &res);
     if (rc != 0)
         throw std::runtime_error("cannot listen on " + where + ": " + gai_strerror(rc));
-    int fd = ::socket(res->ai_family, res->ai_socktype | SOCK_CLOEXEC, res->ai_protocol);
+    int fd = ::socket(res->ai_family, res->ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK,
+                      res->ai_protocol);
     if (fd < 0) {
         freeaddrinfo(res);
         throw std::runtime_error(sysError("cannot listen on " + where));
     }
     int one = 1;
     setsockopt(fd, SOL_SOCKET, SO_REUSEADDR, &one, sizeof one);
-    if (::bind(fd, res->ai_addr, res->ai_addrlen) != 0 || ::listen(fd, 128) != 0) {
+    if (::bind(fd, res->ai_addr, res->ai_addrlen) != 0 || ::listen(fd, 512) != 0) {
         std::string msg = sysError("cannot listen on " + where);
         freeaddrinfo(res);
         ::close(fd);
@@ -210,7 +90,7 @@ int HttpServer::listenTcp(int port, int& boundPort)
     return fd;
 }
 
-int HttpServer::listenUnix(const std::string& path)
+int listenUnix(const std::string& path)
 {
     sockaddr_un addr;
     std::memset(&addr, 0, sizeof addr);
@@ -237,13 +117,13 @@ int HttpServer::listenUnix(const std::string& path)
             throw std::runtime_error("local socket " + path + " is in use by another server");
         ::unlink(path.c_str());
     }
-    int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (fd < 0)
         throw std::runtime_error(sysError("cannot create local socket " + path));
     mode_t old = ::umask(0177);
     int rc = ::bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr);
     ::umask(old);
-    if (rc != 0 || ::chmod(path.c_str(), 0600) != 0 || ::listen(fd, 64) != 0) {
+    if (rc != 0 || ::chmod(path.c_str(), 0600) != 0 || ::listen(fd, 128) != 0) {
         std::string msg = sysError("cannot listen on local socket " + path);
         ::close(fd);
         throw std::runtime_error(msg);
@@ -251,304 +131,845 @@ int HttpServer::listenUnix(const std::string& path)
     return fd;
 }
 
+// Where a connection stands.
+enum class Phase {
+    Handshake,  // TLS handshake
+    Idle,       // between requests, nothing received
+    Head,       // part of a head received
+    Parked,     // head read; its address has too many requests in flight
+    Checking,   // credentials being checked on a worker
+    Delayed,    // a failed login's refusal waiting out its delay
+    Body,       // admitted; body being read
+    Running,    // on a worker, or its answer being written
+    Closing     // last answer being written, then close
+};
+
+}  // namespace
+
+// ---------------------------------------------------------------------------
+
+struct Conn {
+    uint64_t id = 0;
+    PeerInfo peer;
+    std::unique_ptr<Stream> io;
+    Phase phase = Phase::Idle;
+    Clock::time_point since = Clock::now();  // start of the current phase
+    Clock::time_point wakeAt;                // Delayed: when to answer
+    std::string in;
+    size_t bodyStart = 0;         // raw body bytes counted from here in `in`
+    size_t lastDecodeSize = 0;    // chunked body: size of `in` at the last attempt
+    std::shared_ptr<HttpRequest> req;
+    BodyFraming framing;
+    std::string user;
+    std::string memoCredential, memoUser;
+    Admission refusal;            // Delayed: the answer to send
+    std::shared_ptr<OutputQueue> out;
+    bool slot = false;            // holds one of its address's in-flight places
+    bool readWantsWrite = false;  // TLS read waits for writability
+    bool writeWantsRead = false;  // TLS write waits for readability
+    bool handshakeWantsWrite = false;
+    bool closed = false;
+    uint32_t events = 0;
+};
+
+class HttpServer::Loop {
+public:
+    Loop(const ServerConfig& config, RequestHandler& handler, TlsContext* tls, int httpFd,
+         int httpsFd, int unixFd)
+        : _config(config), _handler(handler), _tls(tls), _throttle(config.throttle),
+          _pool(config.workers, config.maxQueued)
+    {
+        _listen[0] = httpFd;
+        _listen[1] = httpsFd;
+        _listen[2] = unixFd;
+        _perAddressRequests = config.maxRequestsPerAddress
+                                  ? config.maxRequestsPerAddress
+                                  : std::max<size_t>(1, config.workers / 2);
+        _maxConnections = config.maxConnections;
+        rlimit rl;
+        if (getrlimit(RLIMIT_NOFILE, &rl) == 0 && rl.rlim_cur != RLIM_INFINITY &&
+            rl.rlim_cur > 64)
+            _maxConnections = std::min<size_t>(_maxConnections, rl.rlim_cur - 48);
+        _epoll = epoll_create1(EPOLL_CLOEXEC);
+        _wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+        if (_epoll < 0 || _wake < 0)
+            throw std::runtime_error(sysError("cannot create the event loop"));
+        addFd(_wake, kWakeId, EPOLLIN);
+        for (int k = 0; k < 3; k++)
+            if (_listen[k] >= 0)
+                addFd(_listen[k], kListenId + static_cast<uint64_t>(k), EPOLLIN);
+        _thread = std::thread(&Loop::run, this);
+    }
+
+    ~Loop()
+    {
+        stop();
+        if (_epoll >= 0) ::close(_epoll);
+        if (_wake >= 0) ::close(_wake);
+    }
+
+    void stop()
+    {
+        _stopRequested = true;
+        wake();
+        if (_thread.joinable())
+            _thread.join();
+        // Workers still running see their connections closed and end.
+        _pool.stop();
+        std::lock_guard<std::mutex> lock(_postMu);
+        _posted.clear();
+    }
+
+    int busy() const { return _pool.busy(); }
+
+private:
+    static const uint64_t kWakeId = 1, kListenId = 2, kFirstConnId = 16;
+
+    struct AddressState {
+        size_t connections = 0;
+        size_t inFlight = 0;
+        std::deque<std::weak_ptr<Conn> > parked;
+    };
+
+    // ---- plumbing ---------------------------------------------------------
+
+    void addFd(int fd, uint64_t id, uint32_t events)
+    {
+        epoll_event ev{};
+        ev.events = events;
+        ev.data.u64 = id;
+        epoll_ctl(_epoll, EPOLL_CTL_ADD, fd, &ev);
+    }
+
+    void wake()
+    {
+        uint64_t one = 1;
+        if (::write(_wake, &one, sizeof one) < 0) {
+            // The counter is full: the loop is awake already.
+        }
+    }
+
+    // Runs fn on the event thread (from any thread).
+    void post(std::function<void()> fn)
+    {
+        {
+            std::lock_guard<std::mutex> lock(_postMu);
+            _posted.push_back(std::move(fn));
+        }
+        wake();
+    }
+
+    void runPosted()
+    {
+        uint64_t n;
+        while (::read(_wake, &n, sizeof n) > 0) {
+        }
+        std::vector<std::function<void()> > fns;
+        {
+            std::lock_guard<std::mutex> lock(_postMu);
+            fns.swap(_posted);
+        }
+        for (auto& f : fns)
+            f();
+    }
+
+    void run()
+    {
+        epoll_event evs[128];
+        auto lastSweep = Clock::now();
+        for (;;) {
+            if (_stopRequested && !_stopping)
+                beginStop();
+            if (_stopping && (_conns.empty() || Clock::now() >= _drainDeadline)) {
+                std::vector<std::shared_ptr<Conn> > all;
+                for (auto& kv : _conns) all.push_back(kv.second);
+                for (auto& c : all) close(c, "server stopped");
+                return;
+            }
+            int n = epoll_wait(_epoll, evs, 128, 100);
+            for (int i = 0; i < n; i++) {
+                uint64_t id = evs[i].data.u64;
+                if (id == kWakeId) {
+                    runPosted();
+                } else if (id >= kListenId && id < kListenId + 3) {
+                    acceptAll(static_cast<int>(id - kListenId));
+                } else {
+                    auto it = _conns.find(id);
+                    if (it != _conns.end())
+                        onEvent(it->second, evs[i].events);
+                }
+            }
+            auto now = Clock::now();
+            if (now - lastSweep >= milliseconds(100)) {
+                lastSweep = now;
+                sweep(now);
+            }
+        }
+    }
+
+    void setInterest(const std::shared_ptr<Conn>& c)
+    {
+        if (c->closed)
+            return;
+        bool reading = c->phase == Phase::Idle || c->phase == Phase::Head || c->phase == Phase::Body;
+        uint32_t ev = 0;
+        if (c->phase == Phase::Handshake)
+            ev = c->handshakeWantsWrite ? EPOLLOUT : EPOLLIN;
+        else {
+            if (reading || c->writeWantsRead) ev |= EPOLLIN;
+            if ((c->out && c->out->pending() && !c->writeWantsRead) || c->readWantsWrite)
+                ev |= EPOLLOUT;
+        }
+        if (ev == c->events)
+            return;
+        epoll_event e{};
+        e.events = ev;
+        e.data.u64 = c->id;
+        epoll_ctl(_epoll, EPOLL_CTL_MOD, c->io->fd(), &e);
+        c->events = ev;
+    }
+
+    // ---- connections ------------------------------------------------------
+
+    void acceptAll(int kind)
+    {
+        for (int round = 0; round < 256; round++) {
+            sockaddr_storage ss;
+            socklen_t len = sizeof ss;
+            int fd = ::accept4(_listen[kind], reinterpret_cast<sockaddr*>(&ss), &len,
+                               SOCK_CLOEXEC | SOCK_NONBLOCK);
+            if (fd < 0)
+                return;
+            PeerInfo peer;
+            peer.tls = kind == 1;
+            peer.local = kind == 2;
+            peer.address = peer.local ? std::string("local") : peerAddress(ss);
+            if (peer.local) {
+                ucred cred;
+                socklen_t cl = sizeof cred;
+                if (getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &cred, &cl) != 0 ||
+                    cred.uid != geteuid()) {
+                    ::close(fd);
+                    _handler.rejected(peer, 403, "local connection from another user refused");
+                    continue;
+                }
+            } else {
+                int one = 1;
+                setsockopt(fd, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
+            }
+            AddressState& a = _addresses[peer.address];
+            if (_conns.size() >= _maxConnections || a.connections >= _config.maxConnectionsPerAddress) {
+                bool perAddress = _conns.size() < _maxConnections;
+                if (!peer.tls) {
+                    static const char busy[] =
+                        "HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\n"
+                        "Connection: close\r\n\r\n";
+                    if (::send(fd, busy, sizeof busy - 1, MSG_NOSIGNAL) < 0) {
+                        // The client is gone already.
+                    }
+                }
+                ::close(fd);
+                if (a.connections == 0 && a.inFlight == 0)
+                    _addresses.erase(peer.address);
+                _handler.rejected(peer, 503, perAddress ? "too many connections from this address"
+                                                        : "too many connections");
+                continue;
+            }
+            auto c = std::make_shared<Conn>();
+            c->id = _nextId++;
+            c->peer = peer;
+            if (peer.tls) {
+                std::string why;
+                c->io = _tls->wrap(fd, why);
+                if (!c->io) {
+                    _handler.rejected(peer, 400, why);
+                    continue;
+                }
+                c->phase = Phase::Handshake;
+            } else {
+                c->io = makePlainStream(fd);
+            }
+            a.connections++;
+            _conns[c->id] = c;
+            c->events = EPOLLIN;
+            addFd(fd, c->id, EPOLLIN);
+        }
+    }
+
+    void close(const std::shared_ptr<Conn>& c, const char*)
+    {
+        if (c->closed)
+            return;
+        c->closed = true;
+        if (c->out)
+            c->out->close();
+        epoll_ctl(_epoll, EPOLL_CTL_DEL, c->io->fd(), nullptr);
+        c->io.reset();
+        _conns.erase(c->id);
+        const std::string address = c->peer.address;
+        auto it = _addresses.find(address);
+        if (it != _addresses.end())
+            it->second.connections--;
+        releaseSlot(c);
+        it = _addresses.find(address);
+        if (it != _addresses.end() && it->second.connections == 0 && it->second.inFlight == 0)
+            _addresses.erase(it);
+    }
+
+    void releaseSlot(const std::shared_ptr<Conn>& c)
+    {
+        if (!c->slot)
+            return;
+        c->slot = false;
+        auto it = _addresses.find(c->peer.address);
+        if (it == _addresses.end())
+            return;
+        AddressState& a = it->second;
+        a.inFlight--;
+        while (a.inFlight < _perAddressRequests && !a.parked.empty()) {
+            std::shared_ptr<Conn> next = a.parked.front().lock();
+            a.parked.pop_front();
+            if (!next || next->closed || next->phase != Phase::Parked)
+                continue;
+            next->slot = true;
+            a.inFlight++;
+            admit(next);
+        }
+    }
+
+    void onEvent(const std::shared_ptr<Conn>& c, uint32_t events)
+    {
+        if (c->phase == Phase::Handshake) {
+            IoResult r = c->io->handshake();
+            if (r.kind == IoResult::Done) {
+                c->phase = Phase::Idle;
+                c->since = Clock::now();
+                readInput(c);
+            } else if (r.kind == IoResult::WantRead || r.kind == IoResult::WantWrite) {
+                c->handshakeWantsWrite = r.kind == IoResult::WantWrite;
+            } else {
+                _handler.rejected(c->peer, 400, "TLS handshake failed");
+                close(c, "handshake");
+                return;
+            }
+            setInterest(c);
+            return;
+        }
+        // A peer that hung up while nothing is read from it is gone.
+        if ((events & (EPOLLHUP | EPOLLERR)) && !reading(c)) {
+            close(c, "peer gone");
+            return;
+        }
+        if ((events & EPOLLOUT) || ((events & EPOLLIN) && c->writeWantsRead))
+            flush(c);
+        if (c->closed)
+            return;
+        if ((events & (EPOLLIN | EPOLLHUP | EPOLLERR)) || ((events & EPOLLOUT) && c->readWantsWrite))
+            readInput(c);
+        if (!c->closed)
+            setInterest(c);
+    }
+
+    bool reading(const std::shared_ptr<Conn>& c) const
+    {
+        return c->phase == Phase::Idle || c->phase == Phase::Head || c->phase == Phase::Body;
+    }
+
+    void readInput(const std::shared_ptr<Conn>& c)
+    {
+        char buf[16384];
+        size_t got = 0;
+        c->readWantsWrite = false;
+        while (reading(c) && got < 256 * 1024) {
+            IoResult r = c->io->read(buf, sizeof buf);
+            if (r.kind == IoResult::Done) {
+                if (c->phase == Phase::Idle) {
+                    c->phase = Phase::Head;
+                    c->since = Clock::now();
+                }
+                c->in.append(buf, r.n);
+                got += r.n;
+                if (!advance(c))
+                    break;
+                continue;
+            }
+            if (r.kind == IoResult::WantRead)
+                break;
+            if (r.kind == IoResult::WantWrite) {
+                c->readWantsWrite = true;
+                break;
+            }
+            // Closed or failed: a request cut short gets no answer.
+            close(c, "peer closed");
+            return;
+        }
+        if (!c->closed)
+            setInterest(c);
+    }
+
+    // Moves the request on with what `in` holds; false when c was closed.
+    bool advance(const std::shared_ptr<Conn>& c)
+    {
+        if (c->phase == Phase::Head)
+            return headReceived(c);
+        if (c->phase == Phase::Body)
+            return bodyReceived(c);
+        return true;
+    }
+
+    // Answers from the server itself (refusals), then close unless keep.
+    void answer(const std::shared_ptr<Conn>& c, int status, const HeaderList& headers, bool keep)
+    {
+        if (_stopping)
+            keep = false;
+        c->out = newOutput(c);
+        std::string h = responseHead(status, "", headers, keep) + "Content-Length: 0\r\n\r\n";
+        c->out->give(std::move(h));
+        c->out->finish(keep);
+        c->phase = keep ? Phase::Running : Phase::Closing;
+        c->req.reset();
+        flush(c);
+    }
+
+    void refuse(const std::shared_ptr<Conn>& c, int status, const std::string& why)
+    {
+        _handler.rejected(c->peer, status, why);
+        answer(c, status, {{"PGErrorDetail", uriEncode(why)}}, false);
+    }
+
+    std::shared_ptr<OutputQueue> newOutput(const std::shared_ptr<Conn>& c)
+    {
+        std::weak_ptr<Conn> weak = c;
+        return std::make_shared<OutputQueue>(_config.outputBufferBytes, [this, weak] {
+            post([this, weak] {
+                if (auto c = weak.lock())
+                    if (!c->closed) {
+                        flush(c);
+                        if (!c->closed) setInterest(c);
+                    }
+            });
+        });
+    }
+
+    bool headReceived(const std::shared_ptr<Conn>& c)
+    {
+        const HttpLimits& lim = _config.limits;
+        size_t a = c->in.find("\r\n\r\n");
+        size_t b = c->in.find("\n\n");
+        size_t headEnd, bodyStart;
+        if (a != std::string::npos && (b == std::string::npos || a < b)) {
+            headEnd = a;
+            bodyStart = a + 4;
+        } else if (b != std::string::npos) {
+            headEnd = b;
+            bodyStart = b + 2;
+        } else {
+            if (c->in.size() > lim.maxHeadBytes) {
+                refuse(c, 431, "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
+                return false;
+            }
+            return true;
+        }
+        if (headEnd > lim.maxHeadBytes) {
+            refuse(c, 431, "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
+            return false;
+        }
+        auto req = std::make_shared<HttpRequest>();
+        HeadParseResult hp = parseRequestHead(c->in.substr(0, headEnd), lim, *req);
+        if (!hp.ok) {
+            refuse(c, hp.status, hp.reason);
+            return false;
+        }
+        c->framing = bodyFraming(*req, lim);
+        if (c->framing.kind == BodyFraming::Invalid) {
+            refuse(c, c->framing.status, c->framing.reason);
+            return false;
+        }
+        c->in.erase(0, bodyStart);
+        c->req = req;
+        AddressState& as = _addresses[c->peer.address];
+        if (as.inFlight >= _perAddressRequests) {
+            c->phase = Phase::Parked;
+            as.parked.push_back(c);
+            return true;
+        }
+        c->slot = true;
+        as.inFlight++;
+        admit(c);
+        return !c->closed;
+    }
+
+    void admit(const std::shared_ptr<Conn>& c)
+    {
+        c->since = Clock::now();
+        Admission a = _handler.screen(*c->req, c->peer);
+        if (a.kind == Admission::Check && !c->memoCredential.empty() &&
+            a.credential == c->memoCredential) {
+            a.kind = Admission::Accept;
+            a.user = c->memoUser;
+        }
+        if (a.kind == Admission::Check) {
+            c->phase = Phase::Checking;
+            std::weak_ptr<Conn> weak = c;
+            std::shared_ptr<HttpRequest> req = c->req;
+            PeerInfo peer = c->peer;
+            std::string credential = a.credential;
+            bool queued = _pool.submit([this, weak, req, peer, credential] {
+                Admission r = _handler.check(*req, peer);
+                post([this, weak, r, credential] {
+                    auto c = weak.lock();
+                    if (!c || c->closed || c->phase != Phase::Checking)
+                        return;
+                    if (r.kind == Admission::Accept) {
+                        c->memoCredential = credential;
+                        c->memoUser = r.user;
+                    }
+                    admitted(c, r);
+                });
+            });
+            if (!queued)
+                refuse(c, 503, "server busy");
+            return;
+        }
+        admitted(c, a);
+    }
+
+    void admitted(const std::shared_ptr<Conn>& c, const Admission& a)
+    {
+        if (a.kind == Admission::Reject) {
+            if (a.failedLogin) {
+                milliseconds d = _throttle.failure(a.user, c->peer.address);
+                if (d.count() > 0 && !_stopping) {
+                    c->phase = Phase::Delayed;
+                    c->wakeAt = Clock::now() + d;
+                    c->refusal = a;
+                    setInterest(c);
+                    return;
+                }
+            }
+            reject(c, a);
+            return;
+        }
+        c->user = a.user;
+        startBody(c);
+    }
+
+    // Sends an admission refusal. The connection stays open when the body
+    // that was announced can be skipped (none, or all of it received).
+    void reject(const std::shared_ptr<Conn>& c, const Admission& a)
+    {
+        bool keep = c->req && c->req->keepAlive();
+        if (c->framing.kind == BodyFraming::Length) {
+            if (c->in.size() >= c->framing.length)
+                c->in.erase(0, c->framing.length);
+            else
+                keep = false;
+        } else if (c->framing.kind == BodyFraming::Chunked) {
+            keep = false;
+        }
+        answer(c, a.status, a.headers, keep);
+    }
+
+    void startBody(const std::shared_ptr<Conn>& c)
+    {
+        c->phase = Phase::Body;
+        c->since = Clock::now();
+        c->bodyStart = 0;
+        c->lastDecodeSize = 0;
+        if (c->framing.kind != BodyFraming::None && c->in.empty() && c->req->versionMinor >= 1) {
+            const std::string* expect = c->req->header("Expect");
+            if (expect && equalsNoCase(trim(*expect), "100-continue")) {
+                c->out = newOutput(c);
+                c->out->give("HTTP/1.1 100 Continue\r\n\r\n");
+                flush(c);
+                if (c->closed)
+                    return;
+            }
+        }
+        if (bodyReceived(c))
+            setInterest(c);
+    }
+
+    bool bodyReceived(const std::shared_ptr<Conn>& c)
+    {
+        const HttpLimits& lim = _config.limits;
+        HttpRequest& req = *c->req;
+        if (c->framing.kind == BodyFraming::Length) {
+            if (c->in.size() < c->framing.length)
+                return true;
+            req.body.assign(c->in, 0, c->framing.length);
+            c->in.erase(0, c->framing.length);
+        } else if (c->framing.kind == BodyFraming::Chunked) {
+            // Decoding starts over on each attempt: try when the input may
+            // end with the last chunk, or has doubled since the last try.
+            const std::string& in = c->in;
+            bool endLike = in.size() >= 2 && in[in.size() - 1] == '\n' &&
+                           (in[in.size() - 2] == '\n' ||
+                            (in.size() >= 3 && in[in.size() - 2] == '\r' && in[in.size() - 3] == '\n'));
+            if (!endLike && in.size() < 2 * c->lastDecodeSize + 4096)
+                return true;
+            c->lastDecodeSize = in.size();
+            size_t pos = 0;
+            std::string why;
+            req.body.clear();
+            int r = decodeChunked(c->in, pos, lim.maxBodyBytes, req.body, why);
+            if (r < 0) {
+                refuse(c, why.find("larger") != std::string::npos ? 413 : 400, why);
+                return false;
+            }
+            if (r == 0) {
+                req.body.clear();
+                req.body.shrink_to_fit();
+                if (c->in.size() > lim.maxBodyBytes + lim.maxBodyBytes / 4 + 65536) {
+                    refuse(c, 413, "request body too large");
+                    return false;
+                }
+                return true;
+            }
+            c->in.erase(0, pos);
+        }
+        // Large input buffers are given back.
+        if (c->in.capacity() > 65536)
+            std::string(c->in).swap(c->in);
+        dispatch(c);
+        return !c->closed;
+    }
+
+    void dispatch(const std::shared_ptr<Conn>& c)
+    {
+        c->phase = Phase::Running;
+        c->since = Clock::now();
+        bool keep = c->req->keepAlive() && !_stopping;
+        auto out = newOutput(c);
+        c->out = out;
+        std::shared_ptr<HttpRequest> req = std::move(c->req);
+        PeerInfo peer = c->peer;
+        std::string user = c->user;
+        bool queued = _pool.submit([this, out, req, peer, user, keep] {
+            HttpExchange ex(*out, *req, peer, user, keep && !_stopping);
+            _handler.handle(ex);
+            if (!ex.responded())
+                ex.send(500, "", {}, std::string());
+            out->finish(ex.keepAlive());
+        });
+        if (!queued) {
+            c->out.reset();
+            refuse(c, 503, "server busy");
+            return;
+        }
+        setInterest(c);
+    }
+
+    void flush(const std::shared_ptr<Conn>& c)
+    {
+        if (!c->out || c->closed)
+            return;
+        c->writeWantsRead = false;
+        IoResult r = c->out->drain(*c->io);
+        if (r.kind == IoResult::Failed || r.kind == IoResult::Closed) {
+            close(c, "write failed");
+            return;
+        }
+        if (r.kind == IoResult::WantRead)
+            c->writeWantsRead = true;
+        if (c->out->pending() == 0 && c->out->finished() &&
+            (c->phase == Phase::Running || c->phase == Phase::Closing))
+            responseDone(c);
+    }
+
+    void responseDone(const std::shared_ptr<Conn>& c)
+    {
+        bool keep = c->phase == Phase::Running && c->out->keepAlive() && !_stopping;
+        c->out.reset();
+        releaseSlot(c);
+        if (!keep) {
+            close(c, "done");
+            return;
+        }
+        c->phase = c->in.empty() ? Phase::Idle : Phase::Head;
+        c->since = Clock::now();
+        c->user.clear();
+        if (c->in.capacity() > 65536)
+            std::string(c->in).swap(c->in);
+        // A pipelined request, or bytes TLS decrypted already.
+        if (!c->in.empty() && !advance(c))
+            return;
+        if (c->io->buffered())
+            readInput(c);
+        if (!c->closed)
+            setInterest(c);
+    }
+
+    // ---- deadlines ------------------------------------------------------
+
+    void sweep(Clock::time_point now)
+    {
+        const HttpLimits& lim = _config.limits;
+        std::vector<std::shared_ptr<Conn> > all;
+        all.reserve(_conns.size());
+        for (auto& kv : _conns) all.push_back(kv.second);
+        double rate = static_cast<double>(_config.minBytesPerSecond ? _config.minBytesPerSecond : 1);
+        for (auto& c : all) {
+            if (c->closed)
+                continue;
+            long ms = static_cast<long>(
+                std::chrono::duration_cast<milliseconds>(now - c->since).count());
+            switch (c->phase) {
+            case Phase::Handshake:
+                if (ms > lim.requestTimeoutMs) {
+                    _handler.rejected(c->peer, 408, "TLS handshake not completed in time");
+                    close(c, "handshake timeout");
+                }
+                break;
+            case Phase::Idle:
+                if (ms > lim.idleTimeoutMs || _stopping)
+                    close(c, "idle");
+                break;
+            case Phase::Head:
+                if (ms > lim.requestTimeoutMs)
+                    refuse(c, 408, "request not received in time");
+                break;
+            case Phase::Body: {
+                double allowed = lim.requestTimeoutMs + 1000.0 * static_cast<double>(c->in.size()) / rate;
+                if (ms > allowed)
+                    refuse(c, 408, "request body not received in time");
+                break;
+            }
+            case Phase::Delayed:
+                if (now >= c->wakeAt || _stopping)
+                    reject(c, c->refusal);
+                break;
+            case Phase::Running:
+            case Phase::Closing:
+                if (c->out && c->out->pending()) {
+                    long stall = static_cast<long>(std::chrono::duration_cast<milliseconds>(
+                                                       now - c->out->lastProgress()).count());
+                    long total = static_cast<long>(std::chrono::duration_cast<milliseconds>(
+                                                       now - c->out->started()).count());
+                    double allowed = lim.writeTimeoutMs +
+                                     1000.0 * static_cast<double>(c->out->sent()) / rate;
+                    if (stall > lim.writeTimeoutMs || total > allowed) {
+                        _handler.rejected(c->peer, 408, "client does not read the answer");
+                        close(c, "write timeout");
+                    }
+                }
+                break;
+            case Phase::Parked:
+            case Phase::Checking:
+                if (_stopping)
+                    close(c, "stopping");
+                break;
+            }
+        }
+    }
+
+    void beginStop()
+    {
+        _stopping = true;
+        _drainDeadline = Clock::now() + milliseconds(_config.drainTimeoutMs);
+        // No new connections from now on.
+        for (int k = 0; k < 3; k++) {
+            if (_listen[k] >= 0) {
+                epoll_ctl(_epoll, EPOLL_CTL_DEL, _listen[k], nullptr);
+                ::close(_listen[k]);
+                _listen[k] = -1;
+            }
+        }
+        if (!_config.socketPath.empty())
+            ::unlink(_config.socketPath.c_str());
+        // Connections with nothing in flight go now.
+        std::vector<std::shared_ptr<Conn> > all;
+        for (auto& kv : _conns) all.push_back(kv.second);
+        for (auto& c : all)
+            if (c->phase != Phase::Running && c->phase != Phase::Closing && c->phase != Phase::Delayed)
+                close(c, "stopping");
+        sweep(Clock::now());
+    }
+
+    const ServerConfig& _config;
+    RequestHandler& _handler;
+    TlsContext* _tls;
+    LoginThrottle _throttle;
+    WorkerPool _pool;
+    int _listen[3];
+    int _epoll = -1, _wake = -1;
+    size_t _perAddressRequests;
+    size_t _maxConnections;
+    uint64_t _nextId = kFirstConnId;
+    std::unordered_map<uint64_t, std::shared_ptr<Conn> > _conns;
+    std::unordered_map<std::string, AddressState> _addresses;
+    std::atomic<bool> _stopRequested{false};
+    std::atomic<bool> _stopping{false};
+    Clock::time_point _drainDeadline;
+    std::mutex _postMu;
+    std::vector<std::function<void()> > _posted;
+    std::thread _thread;
+};
+
+// ---------------------------------------------------------------------------
+
+RequestHandler::~RequestHandler() = default;
+
+Admission RequestHandler::screen(const HttpRequest&, const PeerInfo&)
+{
+    return Admission();
+}
+
+Admission RequestHandler::check(const HttpRequest&, const PeerInfo&)
+{
+    return Admission();
+}
+
+void RequestHandler::rejected(const PeerInfo&, int, const std::string&) {}
+
+HttpServer::HttpServer(const ServerConfig& config, RequestHandler& handler)
+    : _config(config), _handler(handler)
+{
+}
+
+HttpServer::~HttpServer()
+{
+    stop();
+}
+
 void HttpServer::start()
 {
-    if (_started)
+    if (_loop)
         return;
+    std::unique_ptr<TlsContext> tls;
     if (_config.httpsPort >= 0) {
         if (_config.tlsCert.empty() || _config.tlsKey.empty())
             throw std::runtime_error("HTTPS needs both a certificate and a key file");
-        _tls.reset(new TlsContext(_config.tlsCert, _config.tlsKey));
+        tls.reset(new TlsContext(_config.tlsCert, _config.tlsKey));
     }
+    int httpFd = -1, httpsFd = -1, unixFd = -1;
     try {
         if (_config.httpPort >= 0)
-            _httpFd = listenTcp(_config.httpPort, _httpPort);
+            httpFd = listenTcp(_config.listenAddress, _config.httpPort, _httpPort);
         if (_config.httpsPort >= 0)
-            _httpsFd = listenTcp(_config.httpsPort, _httpsPort);
+            httpsFd = listenTcp(_config.listenAddress, _config.httpsPort, _httpsPort);
         if (!_config.socketPath.empty())
-            _unixFd = listenUnix(_config.socketPath);
-        if (::pipe2(_wakePipe, O_CLOEXEC) != 0)
-            throw std::runtime_error(sysError("cannot create pipe"));
+            unixFd = listenUnix(_config.socketPath);
+        _tlsContext = std::move(tls);
+        _loop.reset(new Loop(_config, _handler, _tlsContext.get(), httpFd, httpsFd, unixFd));
     } catch (...) {
-        for (int fd : {_httpFd, _httpsFd, _unixFd})
+        for (int fd : {httpFd, httpsFd, unixFd})
             if (fd >= 0) ::close(fd);
-        _httpFd = _httpsFd = _unixFd = -1;
         throw;
     }
-    _started = true;
-    size_t n = _config.workers ? _config.workers : 1;
-    for (size_t i = 0; i < n; i++)
-        _workers.emplace_back(&HttpServer::workerLoop, this);
-    _acceptThread = std::thread(&HttpServer::acceptLoop, this);
 }
 
 void HttpServer::stop()
 {
-    if (!_started)
+    if (!_loop)
         return;
-    _started = false;
-    _stopping = true;
-    char c = 'x';
-    if (::write(_wakePipe[1], &c, 1) < 0) {
-        // The accept loop also polls with a timeout; nothing else to do.
-    }
-    if (_acceptThread.joinable())
-        _acceptThread.join();
-    {
-        std::lock_guard<std::mutex> lock(_mu);
-        for (const Pending& p : _queue)
-            ::close(p.fd);
-        _queue.clear();
-    }
-    _cv.notify_all();
-    for (auto& t : _workers)
-        t.join();
-    _workers.clear();
-    for (int fd : {_httpFd, _httpsFd, _unixFd})
-        if (fd >= 0) ::close(fd);
-    if (_unixFd >= 0)
-        ::unlink(_config.socketPath.c_str());
-    _httpFd = _httpsFd = _unixFd = -1;
-    ::close(_wakePipe[0]);
-    ::close(_wakePipe[1]);
-    _wakePipe[0] = _wakePipe[1] = -1;
+    _loop->stop();
+    _loop.reset();
 }
 
-void HttpServer::acceptLoop()
+int HttpServer::activeRequests() const
 {
-    while (!_stopping) {
-        pollfd fds[4];
-        int kinds[4];
-        int n = 0;
-        fds[n].fd = _wakePipe[0]; fds[n].events = POLLIN; kinds[n++] = -1;
-        if (_httpFd >= 0) { fds[n].fd = _httpFd; fds[n].events = POLLIN; kinds[n++] = 0; }
-        if (_httpsFd >= 0) { fds[n].fd = _httpsFd; fds[n].events = POLLIN; kinds[n++] = 1; }
-        if (_unixFd >= 0) { fds[n].fd = _unixFd; fds[n].events = POLLIN; kinds[n++] = 2; }
-        int r = ::poll(fds, static_cast<nfds_t>(n), 1000);
-        if (r <= 0)
-            continue;
-        for (int i = 0; i < n; i++) {
-            if (!(fds[i].revents & POLLIN) || kinds[i] < 0)
-                continue;
-            sockaddr_storage ss;
-            socklen_t len = sizeof ss;
-            int fd = ::accept4(fds[i].fd, reinterpret_cast<sockaddr*>(&ss), &len, SOCK_CLOEXEC);
-            if (fd < 0)
-                continue;
-            Pending p{fd, kinds[i], kinds[i] == 2 ? std::string("local") : peerAddress(ss)};
-            if (kinds[i] != 2) {
-                int one = 1;
-                setsockopt(fd, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
-            }
-            std::unique_lock<std::mutex> lock(_mu);
-            if (_queue.size() >= _config.maxPending) {
-                lock.unlock();
-                static const char busy[] =
-                    "HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\n"
-                    "Connection: close\r\n\r\n";
-                if (kinds[i] != 1 && ::send(fd, busy, sizeof busy - 1, MSG_NOSIGNAL) < 0) {
-                    // The client is gone already.
-                }
-                ::close(fd);
-                _handler.rejected(PeerInfo{p.address, kinds[i] == 1, kinds[i] == 2}, 503,
-                                  "too many connections waiting");
-                continue;
-            }
-            _queue.push_back(p);
-            lock.unlock();
-            _cv.notify_one();
-        }
-    }
-}
-
-void HttpServer::workerLoop()
-{
-    for (;;) {
-        Pending p;
-        {
-            std::unique_lock<std::mutex> lock(_mu);
-            _cv.wait(lock, [this] { return _stopping || !_queue.empty(); });
-            if (_queue.empty())
-                return;  // stopping
-            p = _queue.front();
-            _queue.pop_front();
-        }
-        serve(p);
-    }
-}
-
-void HttpServer::serve(Pending p)
-{
-    PeerInfo peer;
-    peer.address = p.address;
-    peer.tls = p.kind == 1;
-    peer.local = p.kind == 2;
-    if (peer.local) {
-        ucred cred;
-        socklen_t len = sizeof cred;
-        if (getsockopt(p.fd, SOL_SOCKET, SO_PEERCRED, &cred, &len) != 0 || cred.uid != geteuid()) {
-            ::close(p.fd);
-            _handler.rejected(peer, 403, "local connection from another user refused");
-            return;
-        }
-    }
-    std::unique_ptr<Stream> s;
-    if (peer.tls) {
-        std::string why;
-        s = _tls->accept(p.fd, _config.limits.requestTimeoutMs, why);
-        if (!s) {
-            _handler.rejected(peer, 400, why);
-            return;
-        }
-    } else {
-        s = makePlainStream(p.fd);
-    }
-    serveStream(*s, peer);
-}
-
-void HttpServer::serveStream(Stream& s, PeerInfo& peer)
-{
-    const HttpLimits& lim = _config.limits;
-    std::string in;
-    std::string authMemo;
-    char buf[16384];
-    auto reject = [&](int status, const std::string& why) {
-        HttpRequest dummy;
-        HttpExchange ex(s, dummy, peer, lim, false);
-        ex.send(status, "", {{"PGErrorDetail", uriEncode(why)}}, std::string());
-        _handler.rejected(peer, status, why);
-    };
-
-    while (!_stopping) {
-        // Wait for the start of the next request: idle connections give way
-        // when others wait for a worker, and close on stop or idle timeout.
-        auto idleStart = Clock::now();
-        while (in.empty()) {
-            if (_stopping)
-                return;
-            long idle = msSince(idleStart);
-            if (idle >= lim.idleTimeoutMs)
-                return;
-            bool othersWaiting;
-            {
-                std::lock_guard<std::mutex> lock(_mu);
-                othersWaiting = !_queue.empty();
-            }
-            if (othersWaiting && idle >= 1000)
-                return;
-            int r = s.waitReadable(200);
-            if (r < 0)
-                return;
-            if (r == 0)
-                continue;
-            long n = s.read(buf, sizeof buf, lim.requestTimeoutMs);
-            if (n <= 0)
-                return;
-            in.append(buf, static_cast<size_t>(n));
-        }
-
-        // The head.
-        auto reqStart = Clock::now();
-        size_t headEnd, bodyStart;
-        for (;;) {
-            size_t a = in.find("\r\n\r\n");
-            size_t b = in.find("\n\n");
-            if (a != std::string::npos && (b == std::string::npos || a < b)) {
-                headEnd = a; bodyStart = a + 4; break;
-            }
-            if (b != std::string::npos) {
-                headEnd = b; bodyStart = b + 2; break;
-            }
-            if (in.size() > lim.maxHeadBytes) {
-                reject(431, "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
-                return;
-            }
-            long left = lim.requestTimeoutMs - msSince(reqStart);
-            long n = left > 0 ? s.read(buf, sizeof buf, static_cast<int>(left)) : -1;
-            if (n <= 0) {
-                if (n < 0 && left <= 0)
-                    reject(408, "request not received in time");
-                return;
-            }
-            in.append(buf, static_cast<size_t>(n));
-        }
-        if (headEnd > lim.maxHeadBytes) {
-            reject(431, "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
-            return;
-        }
-        HttpRequest req;
-        HeadParseResult hp = parseRequestHead(in.substr(0, headEnd), lim, req);
-        if (!hp.ok) {
-            reject(hp.status, hp.reason);
-            return;
-        }
-        in.erase(0, bodyStart);
-
-        // The body.
-        BodyFraming fr = bodyFraming(req, lim);
-        if (fr.kind == BodyFraming::Invalid) {
-            reject(fr.status, fr.reason);
-            return;
-        }
-        const std::string* expect = req.header("Expect");
-        if (expect && equalsNoCase(trim(*expect), "100-continue") && fr.kind != BodyFraming::None &&
-            in.empty() && req.versionMinor >= 1) {
-            static const char cont[] = "HTTP/1.1 100 Continue\r\n\r\n";
-            if (!s.writeAll(cont, sizeof cont - 1, lim.writeTimeoutMs))
-                return;
-        }
-        if (fr.kind == BodyFraming::Length) {
-            while (in.size() < fr.length) {
-                long left = lim.requestTimeoutMs - msSince(reqStart);
-                long n = left > 0 ? s.read(buf, sizeof buf, static_cast<int>(left)) : -1;
-                if (n <= 0) {
-                    if (n < 0)
-                        reject(408, "request body not received in time");
-                    return;
-                }
-                in.append(buf, static_cast<size_t>(n));
-            }
-            req.body.assign(in, 0, fr.length);
-            in.erase(0, fr.length);
-        } else if (fr.kind == BodyFraming::Chunked) {
-            for (;;) {
-                size_t pos = 0;
-                std::string why;
-                int r = decodeChunked(in, pos, lim.maxBodyBytes, req.body, why);
-                if (r < 0) {
-                    reject(why.find("larger") != std::string::npos ? 413 : 400, why);
-                    return;
-                }
-                if (r > 0) {
-                    in.erase(0, pos);
-                    break;
-                }
-                req.body.clear();
-                if (in.size() > lim.maxBodyBytes + lim.maxBodyBytes / 4 + 65536) {
-                    reject(413, "request body too large");
-                    return;
-                }
-                long left = lim.requestTimeoutMs - msSince(reqStart);
-                long n = left > 0 ? s.read(buf, sizeof buf, static_cast<int>(left)) : -1;
-                if (n <= 0) {
-                    if (n < 0)
-                        reject(408, "request body not received in time");
-                    return;
-                }
-                in.append(buf, static_cast<size_t>(n));
-            }
-        }
-
-        HttpExchange ex(s, req, peer, lim, req.keepAlive() && !_stopping);
-        ex.authMemo = &authMemo;
-        _active++;
-        _handler.handle(ex);
-        _active--;
-        if (!ex.responded())
-            ex.send(500, "", {}, std::string());
-        if (!ex.keepAlive() || _stopping)
-            return;
-    }
+    return _loop ? _loop->busy() : 0;
 }
 
 }  // namespace zarwire

@@ -1,90 +1,60 @@
-// HttpServer: the listening side of the CIM server. Accepts connections on
-// HTTP, HTTPS and a local Unix socket, reads HTTP/1.x requests under hard
-// limits and hands each one to a RequestHandler on a bounded pool of worker
-// threads. Keep-alive connections are served until the client closes them,
-// they sit idle too long, or the server stops.
+// HttpServer: the listening side of the CIM server. One event thread owns
+// every socket (HTTP, HTTPS, the local Unix socket) in non-blocking mode:
+// it accepts, runs TLS handshakes, reads request heads and bodies under
+// deadlines with a minimum rate, has each request admitted (authenticated)
+// before reading its body, and writes answers as clients read them. Only
+// complete, admitted requests reach the bounded pool of workers, so slow,
+// idle or non-reading clients hold no worker. Connections and requests in
+// flight are limited per client address; failed logins are answered after
+// a growing delay, without holding a worker.
 #ifndef ZAR_SERVER_WIRE_HTTPSERVER_H
 #define ZAR_SERVER_WIRE_HTTPSERVER_H
 
 #include <atomic>
-#include <condition_variable>
-#include <deque>
+#include <cstddef>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
+#include "HttpExchange.h"
 #include "HttpMessage.h"
+#include "LoginThrottle.h"
 #include "Stream.h"
 
 namespace zarwire {
 
-// Who is at the other end of a connection.
-struct PeerInfo {
-    std::string address;   // client IP address; "local" on the Unix socket
-    bool tls = false;
-    bool local = false;    // Unix socket, peer uid checked equal to ours
-};
-
-// One request and the means to answer it. A handler answers exactly once,
-// either with send() or with a chunked stream (beginChunked, sendChunk...,
-// endChunked).
-class HttpExchange {
-public:
-    HttpExchange(Stream& stream, const HttpRequest& request, const PeerInfo& peer,
-                 const HttpLimits& limits, bool keepAlive);
-
-    const HttpRequest& request() const { return _request; }
-    const PeerInfo& peer() const { return _peer; }
-
-    // Whether the connection stays open after the response; a handler may
-    // clear it (it is always cleared while the server stops).
-    bool keepAlive() const { return _keepAlive; }
-    void setKeepAlive(bool keep) { _keepAlive = keep; }
-
-    // Sends a complete response. headers must not contain Connection; the
-    // caller supplies its own Content-Length unless addLength is true.
-    bool send(int status, const std::string& reason,
-              const std::vector<std::pair<std::string, std::string> >& headers,
-              const std::string& body, bool addLength = true);
-
-    // Chunked response: the head (Transfer-Encoding: chunked is added), then
-    // chunks, then the last chunk with optional trailer fields.
-    bool beginChunked(int status, const std::string& reason,
-                      const std::vector<std::pair<std::string, std::string> >& headers);
-    bool sendChunk(const char* data, size_t n);
-    bool endChunked(const std::vector<std::pair<std::string, std::string> >& trailers);
-
-    // True once any byte of the response went out.
-    bool responded() const { return _responded; }
-    // HTTP status sent (for the access log).
-    int status() const { return _status; }
-    // Per-connection memory of the last accepted credentials (so that a
-    // keep-alive client is not re-checked on every request).
-    std::string* authMemo = nullptr;
-
-private:
-    std::string head(int status, const std::string& reason,
-                     const std::vector<std::pair<std::string, std::string> >& headers);
-    Stream& _stream;
-    const HttpRequest& _request;
-    const PeerInfo& _peer;
-    const HttpLimits& _limits;
-    bool _keepAlive;
-    bool _responded = false;
-    bool _failed = false;
-    int _status = 0;
+// What the application decides about a request from its head alone.
+struct Admission {
+    enum Kind {
+        Accept,  // read the body and handle the request as user
+        Reject,  // answer status with headers, do not read the body
+        Check    // run check() on a worker (a slow password check)
+    } kind = Accept;
+    std::string user;
+    // Check: the credential; a connection that passed check() with the same
+    // credential is admitted again without another check.
+    std::string credential;
+    int status = 0;
+    HeaderList headers;
+    std::string detail;  // for the server's own log of a refusal
+    // Reject after a wrong password: the answer is delayed by the throttle
+    // (user names the login that failed).
+    bool failedLogin = false;
 };
 
 class RequestHandler {
 public:
     virtual ~RequestHandler();
-    // Answers one request; must not throw.
+    // On the event thread, as soon as the head is read: must be quick. The
+    // default admits everyone.
+    virtual Admission screen(const HttpRequest& head, const PeerInfo& peer);
+    // On a worker, when screen() asked for it; may be slow. Accept or Reject.
+    virtual Admission check(const HttpRequest& head, const PeerInfo& peer);
+    // Answers one request on a worker; must not throw.
     virtual void handle(HttpExchange& exchange) = 0;
-    // Called when a request could not even be read (bad framing, limits);
-    // the server has already answered with status. For the access log.
+    // Called when a request could not even be read (bad framing, limits,
+    // too many connections); the server has answered with status (or
+    // closed). For the access log.
     virtual void rejected(const PeerInfo& peer, int status, const std::string& reason);
 };
 
@@ -94,9 +64,16 @@ struct ServerConfig {
     int httpsPort = -1;           // -1: no HTTPS listener
     std::string tlsCert, tlsKey;  // PEM files for HTTPS
     std::string socketPath;       // empty: no local socket
-    size_t workers = 16;          // connections served at once
-    size_t maxPending = 256;      // accepted connections waiting for a worker
+    size_t workers = 16;          // requests handled at once
+    size_t maxQueued = 256;       // admitted requests waiting for a worker
+    size_t maxConnections = 4096;           // open at once (also bounded by the fd limit)
+    size_t maxConnectionsPerAddress = 256;  // from one client address
+    size_t maxRequestsPerAddress = 0;       // in flight from one address; 0: workers / 2
+    size_t outputBufferBytes = 256 * 1024;  // answer bytes waiting per connection
+    size_t minBytesPerSecond = 1024;        // slowest body upload or answer download
+    int drainTimeoutMs = 10000;             // stop(): time left to requests in flight
     HttpLimits limits;
+    LoginThrottle::Settings throttle;
 };
 
 class HttpServer {
@@ -111,9 +88,10 @@ public:
     // example a port in use, or unreadable TLS files).
     void start();
 
-    // Stops accepting, lets requests in progress finish (their connections
-    // then close), closes idle and waiting connections, joins the threads.
-    // Idempotent.
+    // Closes the listeners at once, closes connections with no request in
+    // flight, lets requests in flight finish for up to drainTimeoutMs
+    // (then cuts them: a cut answer never looks complete), joins the
+    // threads. Idempotent.
     void stop();
 
     // The bound ports (useful when 0 was asked); -1 when not listening.
@@ -122,35 +100,15 @@ public:
     const std::string& socketPath() const { return _config.socketPath; }
 
     // Requests being handled right now.
-    int activeRequests() const { return _active.load(); }
+    int activeRequests() const;
 
 private:
-    struct Pending {
-        int fd;
-        int kind;  // 0 http, 1 https, 2 local
-        std::string address;
-    };
-    void acceptLoop();
-    void workerLoop();
-    void serve(Pending p);
-    void serveStream(Stream& s, PeerInfo& peer);
-    int listenTcp(int port, int& boundPort);
-    int listenUnix(const std::string& path);
-
+    class Loop;
     ServerConfig _config;
     RequestHandler& _handler;
-    std::unique_ptr<TlsContext> _tls;
-    int _httpFd = -1, _httpsFd = -1, _unixFd = -1;
+    std::unique_ptr<TlsContext> _tlsContext;
+    std::unique_ptr<Loop> _loop;
     int _httpPort = -1, _httpsPort = -1;
-    int _wakePipe[2] = {-1, -1};
-    std::atomic<bool> _stopping{false};
-    bool _started = false;
-    std::atomic<int> _active{0};
-    std::mutex _mu;
-    std::condition_variable _cv;
-    std::deque<Pending> _queue;
-    std::thread _acceptThread;
-    std::vector<std::thread> _workers;
 };
 
 }  // namespace zarwire

@@ -1,6 +1,8 @@
 // Stream: the byte stream of one accepted connection (plain TCP, Unix socket
-// or TLS), with time limits on every read and write, and the server's TLS
-// context.
+// or TLS) in non-blocking mode, and the server's TLS context. Every call
+// returns at once; when a call cannot go on, the result says which readiness
+// of the socket it waits for (a TLS read may need the socket writable and a
+// TLS write readable). Only the server's event thread uses a Stream.
 #ifndef ZAR_SERVER_WIRE_STREAM_H
 #define ZAR_SERVER_WIRE_STREAM_H
 
@@ -13,22 +15,28 @@ typedef struct ssl_st SSL;
 
 namespace zarwire {
 
+// Outcome of one non-blocking call: n > 0 bytes moved; Closed: orderly end
+// of the peer's stream; WantRead / WantWrite: try again when the socket is
+// readable / writable; Failed: the connection is broken.
+struct IoResult {
+    enum Kind { Done, Closed, WantRead, WantWrite, Failed } kind = Done;
+    size_t n = 0;
+};
+
 class Stream {
 public:
     virtual ~Stream();
-    // Waits up to timeoutMs for data. Returns 1 readable, 0 timed out, -1
-    // closed or failed.
-    virtual int waitReadable(int timeoutMs) = 0;
-    // Reads what is available (at least one byte, waiting up to timeoutMs).
-    // Returns the count, 0 on orderly close, -1 on error or timeout.
-    virtual long read(char* buf, size_t n, int timeoutMs) = 0;
-    // Writes everything or fails (false) within timeoutMs.
-    virtual bool writeAll(const char* data, size_t n, int timeoutMs) = 0;
-    // The socket (for shutdown from another thread).
+    // Completes the TLS handshake (plain streams are ready at once).
+    virtual IoResult handshake() = 0;
+    virtual IoResult read(char* buf, size_t n) = 0;
+    virtual IoResult write(const char* data, size_t n) = 0;
+    // Bytes already decrypted and waiting to be read (TLS), so that the
+    // caller does not wait for socket readiness that will not come.
+    virtual bool buffered() const { return false; }
     virtual int fd() const = 0;
 };
 
-// A stream over a connected socket; owns and closes fd.
+// A stream over a connected socket; sets it non-blocking, owns and closes it.
 std::unique_ptr<Stream> makePlainStream(int fd);
 
 // The server's TLS configuration (certificate chain and key, TLS 1.2+).
@@ -40,9 +48,9 @@ public:
     TlsContext(const TlsContext&) = delete;
     TlsContext& operator=(const TlsContext&) = delete;
 
-    // Runs the server handshake on fd within timeoutMs; the stream owns fd.
-    // Returns null (fd closed) when the handshake fails; reason says why.
-    std::unique_ptr<Stream> accept(int fd, int timeoutMs, std::string& reason);
+    // A server-side TLS stream over fd (owned), its handshake still to run.
+    // Null (fd closed) when OpenSSL cannot allocate one; reason says why.
+    std::unique_ptr<Stream> wrap(int fd, std::string& reason);
 
 private:
     SSL_CTX* _ctx;

@@ -334,15 +334,21 @@ TEST_F(WireServer, OversizedAndTruncatedRequests)
     Reply head = exchange("POST /cimom HTTP/1.1\r\nX: " + std::string(20000, 'a'));
     EXPECT_EQ(head.status, 431);
     // A body shorter than announced: the server times the request out.
-    Reply cut = exchange("POST /cimom HTTP/1.1\r\nHost: h\r\nContent-Length: 100\r\n\r\n<CIM>");
+    Reply cut = exchange("POST /cimom HTTP/1.1\r\nHost: h\r\n" + std::string(kAuth) +
+                         "Content-Length: 100\r\n\r\n<CIM>");
     EXPECT_EQ(cut.status, 408);
     // Chunked request body over the limit.
     std::string chunk(300 * 1024, 'x');
     char size[32];
     snprintf(size, sizeof size, "%zx\r\n", chunk.size());
-    Reply chunked = exchange("POST /cimom HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n" +
-                             std::string(size) + chunk + "\r\n0\r\n\r\n");
+    std::string chunkedHead = "POST /cimom HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n";
+    Reply chunked = exchange(chunkedHead + kAuth + "\r\n" + std::string(size) + chunk + "\r\n0\r\n\r\n");
     EXPECT_EQ(chunked.status, 413);
+    // Without credentials the body is not read at all: refused at once, the
+    // connection closed.
+    Reply anonymous = exchange(chunkedHead + "\r\n" + std::string(size) + chunk.substr(0, 1000));
+    EXPECT_EQ(anonymous.status, 401);
+    EXPECT_TRUE(anonymous.has("Connection: close"));
     // Garbage instead of HTTP.
     Reply junk = exchange(std::string("\x16\x03\x01\x02\x00 nonsense\r\n\r\n", 18));
     EXPECT_EQ(junk.status, 400);
