@@ -51,12 +51,16 @@ std::string serverUsage()
         "  --log-file FILE       log to FILE instead of standard error\n"
         "  --socket PATH         local socket for connectLocal clients (default\n"
         "                        var/cimxml.socket; 'off' disables it)\n"
-        "  --workers N           connections served at once (default 16)\n"
+        "  --workers N           requests handled at once (default 16); slow and\n"
+        "                        idle connections hold none\n"
         "  --idle-timeout SEC    close idle keep-alive connections (default 30)\n"
+        "  --drain-timeout SEC   on SIGTERM, time left to requests in progress\n"
+        "                        before their connections are cut (default 10)\n"
         "  --help                show this text\n"
         "\n"
         "Once listening, a line \"zar-cimserver: listening on ...\" is printed.\n"
-        "SIGTERM or SIGINT stop the server: requests in progress finish first.\n";
+        "SIGTERM or SIGINT stop the server: it stops listening at once, and\n"
+        "requests in progress get the drain time to finish.\n";
 }
 
 bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o,
@@ -80,7 +84,7 @@ bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o,
         static const char* const withValue[] = {
             "--listen", "--http-port", "--https-port", "--tls-cert", "--tls-key",
             "--array-db", "--schema-dir", "--provider-dir", "--log-level", "--log-file",
-            "--socket", "--workers", "--idle-timeout"};
+            "--socket", "--workers", "--idle-timeout", "--drain-timeout"};
         bool known = false;
         for (const char* w : withValue)
             if (a == w) known = true;
@@ -132,13 +136,14 @@ bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o,
             o.logFile = value;
         } else if (a == "--socket") {
             o.socketPath = value == "off" ? std::string() : value;
-        } else if (a == "--workers" || a == "--idle-timeout") {
+        } else if (a == "--workers" || a == "--idle-timeout" || a == "--drain-timeout") {
             if (value.empty() || value.size() > 4 ||
                 value.find_first_not_of("0123456789") != std::string::npos || std::stoi(value) < 1) {
                 error = "invalid " + a + " " + value;
                 return false;
             }
-            (a == "--workers" ? o.workers : o.idleTimeoutSec) = std::stoi(value);
+            (a == "--workers" ? o.workers : a == "--idle-timeout" ? o.idleTimeoutSec : o.drainTimeoutSec) =
+                std::stoi(value);
         }
     }
     if (certGiven != keyGiven) {

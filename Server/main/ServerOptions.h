@@ -20,6 +20,7 @@ struct ServerOptions {
     std::string socketPath = "var/cimxml.socket";
     int workers = 16;
     int idleTimeoutSec = 30;
+    int drainTimeoutSec = 10;
     bool help = false;
     bool httpsRequested = false;  // --https-port given explicitly
 };

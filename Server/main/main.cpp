@@ -120,6 +120,7 @@ int main(int argc, char** argv)
     sc.socketPath = opt.socketPath;
     sc.workers = static_cast<size_t>(opt.workers);
     sc.limits.idleTimeoutMs = opt.idleTimeoutSec * 1000;
+    sc.drainTimeoutMs = opt.drainTimeoutSec * 1000;
     zarwire::HttpServer server(sc, handler);
     try {
         server.start();

@@ -483,6 +483,10 @@ void CimOperationHandler::process(HttpExchange& ex, Outcome& out)
 
     try {
         if (call->name == "IMETHODCALL") {
+            for (const auto& n : call->requiredChild("LOCALNAMESPACEPATH").children)
+                if (n.name == "NAMESPACE" && n.attribute("NAME") && n.attribute("NAME")->empty())
+                    throw CIMXmlFormatException(CIMXmlFormatException::BAD_VALUE,
+                                                "invalid namespace: empty namespace name");
             std::string ns = u8(CIMXml::decodeLocalNamespacePath(
                                     call->requiredChild("LOCALNAMESPACEPATH")).getString());
             if (!equalsNoCase(hobject, ns) && !equalsNoCase(hobject, "/" + ns))
@@ -514,9 +518,16 @@ void CimOperationHandler::process(HttpExchange& ex, Outcome& out)
             runExtrinsic(ex, out, *call, messageId, chunked, mns);
         }
     } catch (CIMXmlFormatException& e) {
-        if (e.getKind() == CIMXmlFormatException::BAD_VALUE)
-            throw;
-        throw ProtocolError{400, "request-not-valid", u8(e.getMessage())};
+        if (e.getKind() != CIMXmlFormatException::BAD_VALUE)
+            throw ProtocolError{400, "request-not-valid", u8(e.getMessage())};
+        // Well-formed XML naming what cannot exist (a namespace "..", a key
+        // name with a space): a CIM error, not a broken request.
+        std::string text = u8(e.getMessage());
+        Uint32 code = text.find("invalid namespace") != std::string::npos ? CIM_ERR_INVALID_NAMESPACE
+                                                                           : CIM_ERR_INVALID_PARAMETER;
+        out.status = u8(CIMXml::errorDescription(code, String()));
+        CimResponse(ex, chunked, mns).sendError(messageId, name, call->name == "IMETHODCALL", code,
+                                                e.getMessage());
     } catch (Exception& e) {
         // Names and paths of the envelope that the object model refuses.
         throw ProtocolError{400, "request-not-valid", u8(e.getMessage())};

@@ -64,6 +64,22 @@ bool CimResponse::finish()
     return ok;
 }
 
+bool CimResponse::sendError(const std::string& messageId, const std::string& method,
+                            bool intrinsic, Pegasus::Uint32 code, const Pegasus::String& message)
+{
+    namespace CIMXml = Pegasus::CIMXml;
+    const char* element = intrinsic ? "IMETHODRESPONSE" : "METHODRESPONSE";
+    _buf.clear();
+    CIMXml::appendMessageStart(_buf, messageId, false);
+    _buf += std::string("<") + element + " NAME=\"";
+    CIMXml::appendAttribute(_buf, method);
+    _buf += "\">";
+    CIMXml::appendError(_buf, code, message);
+    _buf += std::string("</") + element + ">\n";
+    CIMXml::appendMessageEnd(_buf, false);
+    return finish();
+}
+
 bool CimResponse::abort(unsigned code, const std::string& description)
 {
     _buf.clear();

@@ -8,6 +8,8 @@
 
 #include <string>
 
+#include <Pegasus/Common/CIMXmlCodec.h>
+
 #include "HttpServer.h"
 
 namespace zarwire {
@@ -33,6 +35,11 @@ public:
 
     // Sends the rest of the body and ends the response.
     bool finish();
+
+    // Sends a whole response holding one ERROR: the answer of method
+    // (an intrinsic one in IMETHODRESPONSE) to the message messageId.
+    bool sendError(const std::string& messageId, const std::string& method, bool intrinsic,
+                   Pegasus::Uint32 code, const Pegasus::String& message);
 
     // Ends a started chunked response with an error carried in the trailer
     // (CIMStatusCode, CIMStatusCodeDescription).

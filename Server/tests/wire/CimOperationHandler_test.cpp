@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <arpa/inet.h>
+#include <cstring>
 #include <mutex>
 #include <netinet/in.h>
 #include <poll.h>
@@ -48,8 +49,9 @@ protected:
         hc.hostName = "testhost";
         hc.realm = "testhost";
         hc.xmlLimits.maxDepth = 40;
+        // As the program does: the array's check takes C strings.
         hc.authenticate = [](const std::string& u, const std::string& p) {
-            return u == "tester" && p == "goodpassword";
+            return strcmp(u.c_str(), "tester") == 0 && strcmp(p.c_str(), "goodpassword") == 0;
         };
         hc.log = [](int, const std::string& line) {
             std::lock_guard<std::mutex> lock(logMu);
@@ -407,4 +409,53 @@ TEST_F(WireServer, CIMClientOverHttp)
     } catch (CIMClientHTTPErrorException& e) {
         EXPECT_EQ(e.getCode(), 401u);
     }
+}
+
+TEST_F(WireServer, ClientTextCannotForgeLogLinesOrCredentials)
+{
+    std::string body = intrinsic("EnumerateClassNames", "");
+    auto basic = [](const std::string& userAndPassword) {
+        return "Authorization: Basic " + base64Encode(userAndPassword) + "\r\n";
+    };
+    // A line feed in a user name (no login needed) and in an authenticated
+    // CIMObject header.
+    EXPECT_EQ(exchange(post(body, basic("x\nforged user=root:pw"))).status, 401);
+    EXPECT_EQ(exchange(post(body, kAuth, "EnumerateClassNames", "root%0Aaccess: user=root")).status, 400);
+    // NUL bytes would cut the name and the password in the array's check.
+    EXPECT_EQ(exchange(post(body, basic(std::string("tester\0X:goodpassword\0zzz", 26)))).status, 400);
+    // Two Authorization headers: refused, whichever comes first.
+    EXPECT_EQ(exchange(post(body, std::string(kAuth) + basic("tester:wrong"))).status, 400);
+    EXPECT_EQ(exchange(post(body, basic("tester:wrong") + kAuth)).status, 400);
+    EXPECT_NE(logLineWith("reason=\"more than one Authorization header\""), "");
+    EXPECT_NE(logLineWith("access: user=x\\x0aforged user=root address="), "");
+    std::lock_guard<std::mutex> lock(logMu);
+    for (const auto& l : logLines)
+        EXPECT_EQ(l.find_first_of(std::string("\n\r\0", 3)), std::string::npos) << l;
+}
+
+TEST_F(WireServer, InvalidNamesAreCimErrors)
+{
+    struct Case { std::string ns, header; const char* code; };
+    const Case cases[] = {
+        {"<NAMESPACE NAME=\"..\"/>", "..", "CIM_ERR_INVALID_NAMESPACE"},
+        {"<NAMESPACE NAME=\"\"/>", "x", "CIM_ERR_INVALID_NAMESPACE"},
+        {"<NAMESPACE NAME=\"a b\"/>", "a%20b", "CIM_ERR_INVALID_NAMESPACE"},
+    };
+    for (const Case& c : cases) {
+        Reply r = exchange(post(intrinsic("EnumerateClassNames", "", c.ns), kAuth, "EnumerateClassNames",
+                                c.header));
+        EXPECT_EQ(r.status, 200) << c.ns << "\n" << r.head;
+        EXPECT_NE(r.body.find(c.code), std::string::npos) << r.body;
+    }
+    // A key name no property can have, in the target of a method call.
+    std::string call =
+        "<?xml version=\"1.0\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"9\" "
+        "PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><METHODCALL NAME=\"Foo\"><LOCALINSTANCEPATH>"
+        "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/></LOCALNAMESPACEPATH>"
+        "<INSTANCENAME CLASSNAME=\"CIM_ManagedElement\"><KEYBINDING NAME=\"a b\"><KEYVALUE>1</KEYVALUE>"
+        "</KEYBINDING></INSTANCENAME></LOCALINSTANCEPATH></METHODCALL></SIMPLEREQ></MESSAGE></CIM>";
+    Reply r = exchange(post(call, kAuth, "Foo", "root/zar:CIM_ManagedElement.x=\"1\""));
+    EXPECT_EQ(r.status, 200) << r.head;
+    EXPECT_NE(r.body.find("CIM_ERR_INVALID_PARAMETER"), std::string::npos) << r.body;
+    expectStillServing();
 }

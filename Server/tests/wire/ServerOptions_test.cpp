@@ -27,7 +27,7 @@ TEST(ServerOptions, ParsesEveryOption)
     ASSERT_TRUE(parse({"--listen", "::1", "--http-port=0", "--https-port", "6989", "--tls-cert", "c.pem",
                        "--tls-key=k.pem", "--array-db", "a.db", "--schema-dir", "s", "--provider-dir", "p",
                        "--log-level", "4", "--log-file", "l", "--socket", "off", "--workers", "3",
-                       "--idle-timeout", "5"},
+                       "--idle-timeout", "5", "--drain-timeout", "2"},
                       o, err))
         << err;
     EXPECT_EQ(o.listen, "::1");
@@ -38,6 +38,7 @@ TEST(ServerOptions, ParsesEveryOption)
     EXPECT_TRUE(o.socketPath.empty());
     EXPECT_EQ(o.workers, 3);
     EXPECT_EQ(o.idleTimeoutSec, 5);
+    EXPECT_EQ(o.drainTimeoutSec, 2);
 
     ASSERT_TRUE(parse({}, o, err));
     EXPECT_EQ(o.listen, "127.0.0.1");
