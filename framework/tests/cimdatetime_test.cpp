@@ -1,6 +1,7 @@
 // Tests of CIMDateTime: parsing, text form, instants, arithmetic.
 
 #include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/Exception.h>
 
 #include <gtest/gtest.h>
 

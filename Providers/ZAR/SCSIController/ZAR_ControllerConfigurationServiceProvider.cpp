@@ -4,6 +4,7 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_ControllerConfigurationServiceProvider.h"
 
+#include <Pegasus/Common/MessageLoader.h>
 #include <Pegasus/Common/InternalException.h>
 #include <Pegasus/Provider/ProviderException.h>
 

@@ -6,6 +6,7 @@
 // that instant.
 
 #include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/Exception.h>
 
 #include <sys/time.h>
 #include <cstdio>

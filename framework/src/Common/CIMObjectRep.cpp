@@ -1,6 +1,7 @@
 // CIMObjectRep, CIMClassRep and CIMInstanceRep: the state of classes and
 // instances and the operations that work on it as a whole (clone, compare,
 // filter, build an instance or a path).
+#include <Pegasus/Common/MessageLoader.h>
 #include <Pegasus/Common/InternalException.h>
 
 #include "Common/ObjectModelRep.h"

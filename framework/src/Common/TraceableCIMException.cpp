@@ -1,7 +1,7 @@
 // TraceableCIMException and the internal exceptions of InternalException.h.
 
-#include <Pegasus/Common/InternalException.h>
 #include <Pegasus/Common/MessageLoader.h>
+#include <Pegasus/Common/InternalException.h>
 
 #include <cstdio>
 

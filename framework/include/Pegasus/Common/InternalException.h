@@ -1,8 +1,9 @@
 //%/////////////////////////////////////////////////////////////////////////////
 // InternalException.h: TraceableCIMException (a CIMException that remembers
 // the source file and line that raised it) and the internal exceptions the
-// framework throws from its object model. Internal header; it compiles
-// whether or not MessageLoader.h was included first.
+// framework throws from its object model. Internal header: like OpenPegasus's,
+// it names MessageLoaderParms without declaring it, so MessageLoader.h has to
+// be included first.
 //%/////////////////////////////////////////////////////////////////////////////
 #ifndef Pegasus_InternalException_h
 #define Pegasus_InternalException_h
@@ -13,8 +14,6 @@
 #include <Pegasus/Common/PegasusAssert.h>
 
 PEGASUS_NAMESPACE_BEGIN
-
-class MessageLoaderParms;
 
 // "null pointer": a null pointer was passed where text or an object was needed.
 class PEGASUS_COMMON_LINKAGE NullPointer : public Exception

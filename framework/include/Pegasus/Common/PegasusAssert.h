@@ -7,7 +7,6 @@
 #define Pegasus_Assert_h
 
 #include <cassert>
-#include <Pegasus/Common/Config.h>
 
 #if defined(NDEBUG) || defined(PEGASUS_NOASSERTS)
 # define PEGASUS_ASSERT(COND) ((void)0)
