@@ -309,9 +309,11 @@ typedef struct api_host {
   zar_u8 isSet;          /* non-zero for a host set */
 } api_host_t;
 
-/* Changes to a host for api_setHost: only fields whose mark is set apply. */
+/* Changes to a host for api_setHost: only fields whose mark is set apply.
+ * newName carries a name longer than the array allows, so that the array
+ * itself judges it. */
 typedef struct api_host_change {
-  char newName[32];
+  char newName[256];
   zar_u32 persona;
   char domain[32];
   zar_u8 newNameIsSet;
@@ -336,8 +338,9 @@ typedef struct api_name {
   char name[32];
 } api_name_t;
 
-/* The system's addresses.  dual_flag: 1 IPv4 only, 2 IPv6 only,
- * 3 both. */
+/* The system's addresses.  dual_flag: 0 none, 1 IPv4 only, 3 IPv4 and
+ * IPv6, 4 IPv6 only; a value above 2 means that ipv6_addr holds the
+ * system's IPv6 address (ipv4_addr is 0 when there is no IPv4 address). */
 typedef struct _api_ipaddr_t {
   int dual_flag;
   zar_u32 ipv4_addr;      /* network order */

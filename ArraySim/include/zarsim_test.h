@@ -108,6 +108,11 @@ int zarsim_enable_user(const char *name, int enabled);
 /* Sets the policy word. */
 int zarsim_set_policy(zar_u32 policy);
 
+/* Sets a system setting as "zarcli config set" does (name, host-name,
+ * contact, owner, model, serial, policy, ipv4, ipv6; "" clears an
+ * address). */
+int zarsim_set_config(const char *key, const char *value);
+
 /* Marks a volume busy (a task runs on it) or not. */
 int zarsim_set_volume_busy(const char *name, int busy);
 

@@ -613,7 +613,7 @@ int api_getSystemDualIP(_api_ipaddr_t* addr) {
   bool v6 = inet_pton(AF_INET6, s.ipv6.c_str(), &a6) == 1;
   if (v4) addr->ipv4_addr = a4.s_addr;
   if (v6) memcpy(addr->ipv6_addr, &a6, 16);
-  addr->dual_flag = (v4 ? 1 : 0) | (v6 ? 2 : 0);
+  addr->dual_flag = v6 ? (v4 ? 3 : 4) : (v4 ? 1 : 0);
   return 0;
 }
 

@@ -122,6 +122,11 @@ int zarsim_set_policy(zar_u32 policy) {
                 [&](sqlite3* db) { return setConfig(db, "policy", std::to_string(policy)); });
 }
 
+int zarsim_set_config(const char* key, const char* value) {
+  std::string k = key ? key : "", v = value ? value : "";
+  return change("zarsim_set_config", k + "=" + v, [&](sqlite3* db) { return setConfig(db, k, v); });
+}
+
 int zarsim_set_volume_busy(const char* name, int busy) {
   return change("zarsim_set_volume_busy", "volume=" + str(name),
                 [&](sqlite3* db) { return setVolumeBusy(db, str(name), busy != 0); });

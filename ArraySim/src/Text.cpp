@@ -148,8 +148,11 @@ api_ip_addr_e validateConvertIP(const char* text, char* out, int outSize) {
   if (!text || !out || outSize < 46) return API_IP_INVALID;
   out[0] = '\0';
   if (strchr(text, ':')) {
+    // As the host of a URL or object path, an IPv6 address is in brackets.
+    std::string bare = text;
+    if (bare.size() > 2 && bare.front() == '[' && bare.back() == ']') bare = bare.substr(1, bare.size() - 2);
     struct in6_addr a6;
-    if (inet_pton(AF_INET6, text, &a6) != 1) return API_IPV6_INVALID;
+    if (inet_pton(AF_INET6, bare.c_str(), &a6) != 1) return API_IPV6_INVALID;
     if (!inet_ntop(AF_INET6, &a6, out, (socklen_t)outSize)) return API_IP_CONVERSION_ERROR;
     return API_IPV6_OK;
   }

@@ -40,6 +40,17 @@ TEST_F(System, IdentityContactAndAddresses) {
   EXPECT_STREQ("192.0.2.44", text);
   inet_ntop(AF_INET6, addr.ipv6_addr, text, sizeof text);
   EXPECT_STREQ("2001:db8::44", text);
+  // Above 2 whenever there is an IPv6 address, also without IPv4.
+  ASSERT_EQ(0, config("ipv4", ""));
+  ASSERT_EQ(0, api_getSystemDualIP(&addr));
+  EXPECT_EQ(4, addr.dual_flag);
+  EXPECT_EQ(0u, addr.ipv4_addr);
+  inet_ntop(AF_INET6, addr.ipv6_addr, text, sizeof text);
+  EXPECT_STREQ("2001:db8::44", text);
+  ASSERT_EQ(0, config("ipv4", "192.0.2.44"));
+  ASSERT_EQ(0, config("ipv6", ""));
+  ASSERT_EQ(0, api_getSystemDualIP(&addr));
+  EXPECT_EQ(1, addr.dual_flag);
 }
 
 TEST_F(System, PolicyWordAndNodes) {

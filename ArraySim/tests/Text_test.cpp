@@ -52,6 +52,10 @@ TEST(Text, AddressClassification) {
   EXPECT_STREQ("192.0.2.1", out);
   EXPECT_EQ(API_IPV6_OK, validateConvertIP("2001:DB8:0:0::1", out, sizeof out));
   EXPECT_STREQ("2001:db8::1", out);
+  // As the host of an object path.
+  EXPECT_EQ(API_IPV6_OK, validateConvertIP("[2001:DB8::1]", out, sizeof out));
+  EXPECT_STREQ("2001:db8::1", out);
+  EXPECT_EQ(API_IPV6_INVALID, validateConvertIP("[2001:db8::1", out, sizeof out));
   EXPECT_EQ(API_IPV4_INVALID, validateConvertIP("300.1.1.1", out, sizeof out));
   EXPECT_EQ(API_IPV6_INVALID, validateConvertIP("2001:::1", out, sizeof out));
   EXPECT_EQ(API_IP_INVALID, validateConvertIP("localhost", out, sizeof out));

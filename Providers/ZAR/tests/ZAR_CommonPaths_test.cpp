@@ -82,6 +82,10 @@ TEST_F(VerifyRefTest, HostMustBeTheArraysNameOrAddress) {
   ASSERT_TRUE(inet_ntop(AF_INET, &addr_.ipv4_addr, v4, sizeof(v4)));
   CIMObjectPath byV4(String("//") + v4 + "/root/zar:ZAR_X.K=\"1\"");
   EXPECT_TRUE(ZAR_Common::verifyRefMethodParam(byV4, "root/zar", host));
+  // IPv4 addresses compare as text.
+  ASSERT_STREQ("192.0.2.10", v4);
+  CIMObjectPath zeros = path("//192.000.002.010/root/zar:ZAR_X.K=\"1\"");
+  EXPECT_FALSE(ZAR_Common::verifyRefMethodParam(zeros, "root/zar", host));
 
   LogCapture log;
   CIMObjectPath foreign = path("//elsewhere/root/zar:ZAR_X.K=\"1\"");
@@ -115,6 +119,19 @@ TEST_F(VerifyRefTest, SystemAddressesComeFromTheArray) {
   LogCapture log;
   EXPECT_EQ("", zartest::text(ZAR_Common::getSystemIPAddr(3)));
   EXPECT_TRUE(log.has("ZAR_Common, getSystemIPAddr: Invalid IP type parameter!\n"));
+}
+
+// The addresses are read once per process: an array with IPv6 only is
+// tried in a process of its own.
+TEST(SystemAddresses, AnArrayWithIPv6OnlyGivesItsIPv6Address) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        bool ok = zarsim_open(":memory:") == 0 && zarsim_seed_demo() == 0 && zarsim_set_config("ipv4", "") == 0 &&
+                  zarsim_set_config("ipv6", "2001:DB8:0::10") == 0;
+        exit(ok && ZAR_Common::getSystemIPAddr(ZAR_Common::IP_TYPE_V6) == "2001:db8::10" ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
 }
 
 // An association instance ManagedElement -> Capabilities, as the
