@@ -93,20 +93,9 @@ void ZAR_Common::modifySPC(
         CString oldText = hostName.getCString();
 
         api_status_t status;
-        int rc;
-        if (strlen((const char*)newText) >= sizeof(change.newName))
-        {
-            // The array's host names are shorter than the record can carry.
-            api_initStatus(&status);
-            rc = API_E_INVALID_ARG;
-            errinfo_set_str(&status, rc, "The new host name is longer than 31 characters");
-        }
-        else
-        {
-            rc = guardedCall(&status, [&]() {
-                return api_setHost(&event, (const char*)oldText, &change, &status);
-            });
-        }
+        int rc = guardedCall(&status, [&]() {
+            return api_setHost(&event, (const char*)oldText, &change, &status);
+        });
         if (rc != 0)
         {
             char text[512];

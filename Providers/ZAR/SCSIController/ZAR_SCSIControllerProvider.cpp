@@ -100,10 +100,8 @@ void ZAR_SCSIControllerProvider::getInstance(
         throw CIMInvalidParameterException(ClassName + " DeviceID key not found.");
     }
 
-    // The whole path is matched, so the requested class (a superclass, say)
-    // is put aside: the keys, CreationClassName included, decide.
-    CIMObjectPath wanted(instanceReference.getHost(),
-        instanceReference.getNameSpace(), CIMName(SCSI_CONTROLLER), keys);
+    // The whole path is matched as given, its class included.
+    const CIMObjectPath& wanted = instanceReference;
 
     SPCCursor cursor;
     handler.processing();

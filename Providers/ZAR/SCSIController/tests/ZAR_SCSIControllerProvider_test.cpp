@@ -159,6 +159,12 @@ TEST_F(SCSIControllerTest, GetInstanceRefusals) {
   EXPECT_TRUE(log.has("ZAR_SCSIControllerProvider::getInstance, not found = " +
                       zartest::text(wrong.toString()) + "\n"));
   EXPECT_TRUE(log.has("Search deviceID = " + hs + "\n"));
+  // So is the class: a superclass path with the view's keys is not found.
+  CIMObjectPath super = viewPath(hs);
+  super.setClassName("CIM_SCSIProtocolController");
+  EXPECT_EQ(CIM_ERR_NOT_FOUND, zartest::cimErrorOf([&] {
+              p->getInstance(as("p1super"), super, false, false, CIMPropertyList(), out);
+            }).getCode());
 
   CIMException nokey = zartest::cimErrorOf([&] {
     p->getInstance(as("p1super"), CIMObjectPath("root/zar:ZAR_SCSIController.Name=\"x\""),
@@ -217,6 +223,15 @@ TEST_F(SCSIControllerTest, ModifyRefusals) {
   CIMException locked = zartest::cimErrorOf([&] { modify("p1locked", hs, renameTo("b")); });
   EXPECT_EQ("Insufficient privilege for the user", zartest::text(locked.getMessage()));
 
+  // The array judges the length of a new name, with its own words.
+  const std::string longName(32, 'n');
+  CIMException tooLong = zartest::cimErrorOf([&] { modify("p1super", hs, renameTo(longName.c_str())); });
+  EXPECT_EQ(CIM_ERR_FAILED, tooLong.getCode());
+  EXPECT_EQ("ZAR_SCSIController::modifyInstance of SPC returned an error - Host name " + longName +
+                " is longer than 31 characters",
+            zartest::text(tooLong.getMessage()));
+  EXPECT_EQ("db01", ArrayBuilder::hostNameByID(db01));
+
   zarsim_fail_next("api_setHost", 1, 21, "Host name already in use");
   LogCapture log;
   CIMException failed = zartest::cimErrorOf([&] { modify("p1super", hs, renameTo("esx01")); });
@@ -251,8 +266,14 @@ TEST_F(SCSIControllerTest, OperationNameIsLowerCaseAndUnknownOnesAreNotSupported
   CIMObjectPath mixed("//testhost/root/zar:zar_SCSICONTROLLER.CreationClassName=\"ZAR_SCSIController\","
                       "DeviceID=\"HS:" + String(std::to_string(db01).c_str()) + "\","
                       "SystemCreationClassName=\"ZAR_StorageSystem\",SystemName=\"ZAR-DEMO\"");
+  LogCapture log;
   p->modifyInstance(as("p1super"), mixed, renameTo("db01-mixed"), false, CIMPropertyList(), plain);
   EXPECT_EQ("db01-mixed", ArrayBuilder::hostNameByID(db01));
+  // The array is asked with the name as the module lower-cased it.
+  bool asked = false;
+  for (const std::string& l : log.lines())
+    asked = asked || l.find("operation zar_scsicontroller.modifyinstance: allowed") != std::string::npos;
+  EXPECT_TRUE(asked);
 
   CIMObjectPath unknown("//testhost/root/zar:ZAR_Unheard.DeviceID=\"HS:1\"");
   CIMException e = zartest::cimErrorOf([&] {
