@@ -131,6 +131,10 @@ TEST_F(UtilArrayTest, PortPositionsOfTargetPortIdentifiers) {
 
   EXPECT_EQ(fcPos, ZAR_Common::getPortLPID((Uint64)strtoull(wwn, nullptr, 16)));
   EXPECT_EQ(isPos, ZAR_Common::getPortLPID(iscsi));
+  // The lookups wait for the semaphore: timed out, no position.
+  zarsim_sem_timeout_next(2);
+  EXPECT_EQ(0xFFFC, ZAR_Common::getPortLPID((Uint64)strtoull(wwn, nullptr, 16)));
+  EXPECT_EQ(0xFFFC, ZAR_Common::getPortLPID(iscsi));
 
   Array<String> ids;
   ids.append(wwn);
