@@ -118,6 +118,32 @@ TEST_F(SystemCapAssocTest, ReferencesAndAssociatorsDeliverObjects) {
             zartest::text(viaServer.items[0].getClassName().getString()));
 }
 
+// The association's ends name the two classes it holds, so that a server
+// routes no other object to it: every object walks all its associations
+// without filters, and only the system and its capabilities reach this one.
+TEST_F(SystemCapAssocTest, EveryObjectWalksItsAssociationsWithoutFilters) {
+  for (const char* cls : {"ZAR_StorageSystem", "ZAR_SCSIController", "ZAR_iSCSIController", "ZAR_StorageVolume",
+                          "ZAR_SCSIProtocolFCEndpoint", "ZAR_iSCSIProtocolEndpoint",
+                          "ZAR_ProtocolControllerMaskingCapabilities", "ZAR_ControllerConfigurationService"}) {
+    zartest::Paths objects;
+    server().enumerateInstanceNames(as("p1browse"), ns(), cls, objects);
+    ASSERT_NE(0u, objects.items.size()) << cls;
+    CIMObjectPath one = objects.items[0];
+    zartest::Paths related, refs;
+    EXPECT_NO_THROW(server().associatorNames(as("p1browse"), ns(), one, CIMName(), CIMName(), "", "", related))
+        << cls;
+    EXPECT_NO_THROW(server().referenceNames(as("p1browse"), ns(), one, CIMName(), "", refs)) << cls;
+    EXPECT_NE(0u, related.items.size()) << cls;
+    bool here = false;
+    for (Uint32 i = 0; i < refs.items.size(); i++)
+      here = here || refs.items[i].getClassName().equal("ZAR_SystemControllerMaskingCapabilities");
+    EXPECT_EQ(String::equal(cls, "ZAR_StorageSystem") ||
+                  String::equal(cls, "ZAR_ProtocolControllerMaskingCapabilities"),
+              here)
+        << cls;
+  }
+}
+
 TEST_F(SystemCapAssocTest, GetInstanceIgnoresHostsOfTheEnds) {
   Array<CIMKeyBinding> keys;
   CIMObjectPath system = end("ManagedElement");
