@@ -44,6 +44,29 @@ String _hostNameByID(Uint32 hostID)
     return name;
 }
 
+// A host ID is taken only in the form the array writes it: decimal digits
+// without sign, space, leading zero or trailing text, within 32 bits. A
+// looser reading would let "HS:7junk" or "HS:4294967303" act on view HS:7,
+// which getInstance of the same path does not find; any other text names
+// no host, and callers refuse the view.
+Boolean _canonicalNumber(const String& text, Uint32& value)
+{
+    Uint32 n = text.size();
+    if (n == 0 || n > 10 || (n > 1 && text[0] == '0'))
+        return false;
+    Uint64 v = 0;
+    for (Uint32 i = 0; i < n; i++)
+    {
+        if (text[i] < '0' || text[i] > '9')
+            return false;
+        v = v * 10 + (text[i] - '0');
+    }
+    if (v > 0xFFFFFFFFULL)
+        return false;
+    value = (Uint32)v;
+    return true;
+}
+
 // The position of the iSCSI target port named exactly deviceID.
 void _iSCSIPortByName(const String& deviceID, Uint16& portID)
 {
@@ -125,8 +148,8 @@ void ZAR_Common::deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType,
     }
 
     String hostText = deviceID.subString(lastColon + 1);
-    unsigned int hostID = 0;
-    if (sscanf((const char*)hostText.getCString(), "%u", &hostID) != 1)
+    Uint32 hostID = 0;
+    if (!_canonicalNumber(hostText, hostID))
         return;
     hostName = _hostNameByID(hostID);
 }

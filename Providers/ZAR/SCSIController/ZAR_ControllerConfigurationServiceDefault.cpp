@@ -20,26 +20,10 @@ using namespace CCSUtil;
 namespace
 {
 
-// The paths of one class in root/zar through the server; empty when the
-// server cannot list them.
-Array<CIMObjectPath> _namesOf(CIMOMHandle& cimom, const OperationContext& context,
-    const char* className)
-{
-    try
-    {
-        return cimom.enumerateInstanceNames(context,
-            CIMNamespaceName(ZAR_NAMESPACE), CIMName(className));
-    }
-    catch (Exception& e)
-    {
-        log_message(2, "ZAR_ControllerConfigurationServiceProvider: cannot list %s: %s\n",
-            className, (const char*)e.getMessage().getCString());
-    }
-    return Array<CIMObjectPath>();
-}
-
 // The views associated with a target port's endpoint; empty when the
-// server cannot say.
+// server cannot say. It is asked after an export was made: failing the
+// call then would report as not done a change that stands, so the error
+// is logged and the export reported without its views.
 Array<CIMObjectPath> _viewsOfEndpoint(CIMOMHandle& cimom,
     const OperationContext& context, const CIMObjectPath& endpoint,
     const char* assocClass, const char* viewClass)
@@ -105,8 +89,9 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
         if (!checkDeviceAccesses(p.luNames, p.deviceAccesses, result))
             break;
 
-        Array<CIMObjectPath> endpoints =
-            _namesOf(_cimom, context, "ZAR_iSCSIProtocolEndpoint");
+        // A failure here reaches the client before anything is changed.
+        Array<CIMObjectPath> endpoints = _cimom.enumerateInstanceNames(context,
+            CIMNamespaceName(ZAR_NAMESPACE), CIMName("ZAR_iSCSIProtocolEndpoint"));
         Boolean end = false;
         for (Uint32 t = 0; t < p.targetPortIDs.size() && !end; t++)
         {

@@ -117,6 +117,8 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
         Array<CIMObjectPath> volumes;
         if (queryViewTemplates(query, hostName, type, port))
         {
+            // Without its volumes nothing of the view can be named: the
+            // server's error goes to the client as it is.
             try
             {
                 volumes = _cimom.associatorNames(context,
@@ -125,11 +127,10 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
                         ? "ZAR_ControllerForUnit" : "ZAR_iSCSIControllerForUnit"),
                     CIMName("ZAR_StorageVolume"), "Antecedent", "Dependent");
             }
-            catch (Exception& e)
+            catch (...)
             {
-                log_message(2, "ZAR_ControllerConfigurationServiceProvider::"
-                    "_deleteProtocolController: volumes of the view unknown: %s\n",
-                    (const char*)e.getMessage().getCString());
+                api_freeVLUNs(&query);
+                throw;
             }
             CString hostText = hostName.getCString();
             for (Uint32 v = 0; v < volumes.size(); v++)

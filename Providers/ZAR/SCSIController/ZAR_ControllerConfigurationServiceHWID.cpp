@@ -115,20 +115,19 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                     zar_u32 lun = number;
                     char errText[API_ERRTEXT_LEN];
                     errText[0] = '\0';
-                    if (cim_sem_wait() != 0)
+                    // A wait that times out ends this LU's ports; the next
+                    // LU and host are still tried.
+                    Boolean timedOut = cim_sem_wait() != 0;
+                    int rc = API_E_SEM_TIMEOUT;
+                    if (timedOut)
+                        strcpy(errText, "Semaphore Timed-Out");
+                    else
                     {
-                        // The array cannot be reached now: stop here.
-                        String item = "LU=" + lu;
-                        if (host.size() != 0)
-                            item.append(",HostName=" + host);
-                        result.fail(4, item + ": " + "Semaphore Timed-Out" + "\n");
-                        end = true;
-                        break;
+                        rc = api_createVLUN(event, vvHigh, vvLow, &lun,
+                            host.size() ? (const char*)hostText : NULL, API_WWN_NONE,
+                            NULL, port, p.override, p.noVCN, errText, sizeof(errText));
+                        cim_sem_post();
                     }
-                    int rc = api_createVLUN(event, vvHigh, vvLow, &lun,
-                        host.size() ? (const char*)hostText : NULL, API_WWN_NONE, NULL,
-                        port, p.override, p.noVCN, errText, sizeof(errText));
-                    cim_sem_post();
 
                     String item = "LU=" + lu;
                     if (lun != LUN_NOT_GIVEN)
@@ -141,6 +140,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                     if (rc != 0)
                     {
                         result.fail(mapCreateError(rc), item + errText + "\n");
+                        if (timedOut)
+                            break;
                         continue;
                     }
                     Array<CIMObjectPath> touched =
@@ -198,7 +199,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
         classes.append(CIMName("ZAR_iSCSIController"));
         classes.append(CIMName("ZAR_SCSIController"));
         if (!ZAR_Common::verifyRefMethodParam(p.protocolControllers[0],
-                CIMNamespaceName(ZAR_NAMESPACE), _systemAddress, classes))
+                CIMNamespaceName(ZAR_NAMESPACE), _systemAddress, classes) ||
+            !viewKeysOfThisArray(p.protocolControllers[0], _systemName))
         {
             result.status = 5;
             break;

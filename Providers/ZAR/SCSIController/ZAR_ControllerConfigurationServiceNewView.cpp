@@ -256,6 +256,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     Boolean found = false;
     Boolean firstIsWWN = true;
     String iscsiName;
+    Uint64 firstWWN = API_WWN_NONE;
     Boolean anyInitiator = false;
     port_type_t entryType = PORT_TYPE_UNKNOWN;
     for (Uint32 i = 0; i < initiatorIDs.size(); i++)
@@ -270,6 +271,8 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
             if (iscsiName.size() == 0)
                 iscsiName = initiatorIDs[i].subString(0, API_ISCSI_NAME_LEN - 1);
         }
+        else if (firstWWN == API_WWN_NONE && r.hostName.size() == 0)
+            firstWWN = r.wwn;
         if (r.entryType != PORT_TYPE_UNKNOWN)
             entryType = r.entryType;
         if (r.hostName.size() != 0)
@@ -294,8 +297,11 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
         CString host = hostName.getCString();
         CString iscsi = iscsiName.getCString();
         int rc = ZAR_Common::guardedCall(&status, [&]() {
+            // The host is made with its first paths in one change, so
+            // that an interruption before the others join leaves a host
+            // that a retry finds through its initiator.
             return api_createHost(&status, event, (const char*)host,
-                iscsiName.size() ? (const char*)iscsi : NULL, API_WWN_NONE,
+                iscsiName.size() ? (const char*)iscsi : NULL, firstWWN,
                 API_PERSONA_GENERIC, domain);
         });
         if (rc != 0)
@@ -344,6 +350,8 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
     for (Uint32 i = 0; i < initiatorIDs.size(); i++)
     {
         String& initiator = initiatorIDs[i];
+        if (initiator.size() == 0)
+            continue;
         InitiatorLookup r = _lookUp(initiator, hostPaths, hostPathCount);
         String hostName = r.hostName;
         if (!r.found)

@@ -37,14 +37,15 @@ Array<CIMName> _viewClasses(const char* a, const char* b, const char* c)
 }
 
 // Checks every ProtocolControllers reference against root/zar, the
-// array's host name and the view classes.
+// array's host name, the view classes and this array's keys.
 Boolean _verifyViews(Array<CIMObjectPath>& views, String& host,
-    Array<CIMName> classes)
+    const String& systemName, Array<CIMName> classes)
 {
     for (Uint32 i = 0; i < views.size(); i++)
     {
         if (!ZAR_Common::verifyRefMethodParam(views[i],
-                CIMNamespaceName(ZAR_NAMESPACE), host, classes))
+                CIMNamespaceName(ZAR_NAMESPACE), host, classes) ||
+            !viewKeysOfThisArray(views[i], systemName))
             return false;
     }
     return true;
@@ -54,7 +55,8 @@ Boolean _verifyViews(Array<CIMObjectPath>& views, String& host,
 // parameter is checked as soon as it is read, so that a bad reference is
 // reported before anything that follows it.
 Boolean _readParamsCheckingViews(const Array<CIMParamValue>& inParameters,
-    const char* const* allowed, String& host, Params& params, MethodResult& result)
+    const char* const* allowed, String& host, const String& systemName,
+    Params& params, MethodResult& result)
 {
     for (Uint32 i = 0; i < inParameters.size(); i++)
     {
@@ -65,7 +67,7 @@ Boolean _readParamsCheckingViews(const Array<CIMParamValue>& inParameters,
         if (String::equalNoCase(inParameters[i].getParameterName(),
                 "ProtocolControllers") &&
             !inParameters[i].getValue().isNull() &&
-            !_verifyViews(params.protocolControllers, host,
+            !_verifyViews(params.protocolControllers, host, systemName,
                 _viewClasses("ZAR_SCSIController", "ZAR_iSCSIController",
                     "ZAR_iSCSINode")))
         {
@@ -128,7 +130,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
             result.fail(5, "Invalid number of parameters");
             break;
         }
-        if (!_readParamsCheckingViews(inParameters, allowed, _systemAddress, p, result))
+        if (!_readParamsCheckingViews(inParameters, allowed, _systemAddress,
+                _systemName, p, result))
             break;
 
         Uint32 views = p.protocolControllers.size();
@@ -180,6 +183,13 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
             if (type == API_VLUN_PORT_PRESENT)
             {
                 result.fail(5, "Cannot add initiatorID to a port present VLUN");
+                break;
+            }
+            // Refused before anything changes: the initiators would first be
+            // taken from their hosts and then find no host to join.
+            if (_hostMissing(type, hostName))
+            {
+                result.fail(5, "Invalid ProtocolControllers");
                 break;
             }
             result.status = _addInitIDsToView(event, p.initiatorPortIDs, type,
@@ -372,7 +382,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
             result.fail(5, "Invalid number of parameters");
             break;
         }
-        if (!_readParamsCheckingViews(inParameters, allowed, _systemAddress, p, result))
+        if (!_readParamsCheckingViews(inParameters, allowed, _systemAddress,
+                _systemName, p, result))
             break;
 
         Boolean removeLUs = p.luNames.size() != 0 && p.protocolControllers.size() == 1;
@@ -538,7 +549,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
         }
 
         Boolean removed = false;
-        if (queryViewTemplates(query, hostName, type, port))
+        if (queryViewTemplates(query, hostName, type, port, true))
         {
             for (Uint32 l = 0; l < p.luNames.size(); l++)
             {

@@ -227,11 +227,27 @@ void appendUnique(Array<CIMObjectPath>& paths, const CIMObjectPath& path)
     paths.append(path);
 }
 
+Boolean viewKeysOfThisArray(const CIMObjectPath& view, const String& systemName)
+{
+    CIMName cls = view.getClassName();
+    if (!cls.equal(CIMName("ZAR_SCSIController")) &&
+        !cls.equal(CIMName("ZAR_iSCSIController")))
+        return true;
+    // Named as getInstance of the same path would find it: a view of
+    // another system is not one of ours, whatever its DeviceID says.
+    return String::equal(ZAR_Common::getStringProperty(view,
+               "SystemCreationClassName"), "ZAR_StorageSystem") &&
+        String::equal(ZAR_Common::getStringProperty(view, "SystemName"),
+            systemName) &&
+        String::equalNoCase(ZAR_Common::getStringProperty(view,
+            "CreationClassName"), cls.getString());
+}
+
 Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName,
-    Uint32 vlunType, Uint16 port)
+    Uint32 vlunType, Uint16 port, Boolean emptyHostIsCriterion)
 {
     memset(&query, 0, sizeof(query));
-    if (hostName.size() != 0)
+    if (hostName.size() != 0 || emptyHostIsCriterion)
     {
         copyText(query.hostname, hostName, sizeof(query.hostname) - 1);
         query.hostnameIsSet = 1;

@@ -139,10 +139,18 @@ String fieldText(const char* field, size_t size);
 // Appends path to paths unless an equal path is already there.
 void appendUnique(Array<CIMObjectPath>& paths, const CIMObjectPath& path);
 
+// True when a view reference of a controller class carries this array's
+// keys: SystemCreationClassName "ZAR_StorageSystem", SystemName the array's
+// name and CreationClassName its own class. References of other classes
+// are left to the class check.
+Boolean viewKeysOfThisArray(const CIMObjectPath& view, const String& systemName);
+
 // The VLUN templates that match the view's host, type and port, as the
-// removal handlers query them; false when the array query failed.
+// removal handlers query them; false when the array query failed. An empty
+// host name is a criterion (the host of a port-present export) only when
+// emptyHostIsCriterion is set, else no host criterion is given.
 Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName,
-    Uint32 vlunType, Uint16 port);
+    Uint32 vlunType, Uint16 port, Boolean emptyHostIsCriterion = false);
 
 // The requested access of each LU against its volume, read from the array
 // in chunks of 200: a read-write volume takes only 2, a read-only one only

@@ -81,17 +81,20 @@ TEST_F(FaultsTest, CreatingANewView) {
   EXPECT_EQ(host, hostOf(SPARE_FC));
   EXPECT_EQ(1u, exportsOf("eng-06").size());
 
-  // The host is made, the initiator cannot join it: the host stays, and
-  // a second try finds its name taken.
+  // The host is made with the first initiator, the second cannot join it:
+  // the host keeps its first path, and the same call again finds the host
+  // through it and goes on.
   Array<CIMParamValue> other = params({strings("LUNames", {wwnOf("eng-07")}),
-                                       strings("InitiatorPortIDs", {"10000000C9A0FF02"})});
+                                       strings("InitiatorPortIDs", {"10000000C9A0FF02", "10000000C9A0FF03"})});
   e = failWith("api_addPath", API_E_FAILED, "ExposePaths", other);
   EXPECT_EQ(4, (int)e.getCode());
   EXPECT_EQ(std::string(INJECTED) + "\n/n", text(e.getMessage()));
-  EXPECT_NE(0u, this->host("host-10000000C9A0FF02").hostID);
-  EXPECT_EQ("?", hostOf("10000000C9A0FF02"));
+  EXPECT_EQ("host-10000000C9A0FF02", hostOf("10000000C9A0FF02"));
+  EXPECT_EQ("?", hostOf("10000000C9A0FF03"));
   EXPECT_TRUE(exportsOf("eng-07").empty());
-  EXPECT_EQ(5, (int)failure("ExposePaths", other).getCode());
+  EXPECT_EQ(0u, call("ExposePaths", other).rc);
+  EXPECT_EQ("host-10000000C9A0FF02", hostOf("10000000C9A0FF03"));
+  EXPECT_EQ(1u, exportsOf("eng-07").size());
 }
 
 TEST_F(FaultsTest, HidingLUsAndInitiators) {
@@ -134,11 +137,19 @@ TEST_F(FaultsTest, HardwareIDCollections) {
                                        uint16s("DeviceAccesses", {2})});
   CIMException e = failWith("api_createVLUN", API_E_PORT_INVALID, "ExposeLUsToStorageHardwareIDCollection", again);
   EXPECT_EQ(4099, (int)e.getCode());
-  zarsim_sem_timeout_next(2);  // the access check (passed over), the export
-  e = failure("ExposeLUsToStorageHardwareIDCollection", again);
+  // A time-out ends the ports of that LU and host only: the next host is
+  // still served.
+  Array<CIMParamValue> twoHosts = params({strings("LUNames", {wwnOf("finance-10")}),
+                                          strings("HostNames", {"esx01", "esx02"}), uint16s("DeviceAccesses", {2}),
+                                          strings("TargetPortLPIDs", {"0:1:2", "1:1:2"})});
+  zarsim_sem_timeout_next(2);  // the access check (passed over), the first export
+  e = failure("ExposeLUsToStorageHardwareIDCollection", twoHosts);
   EXPECT_EQ(4, (int)e.getCode());
-  EXPECT_EQ("LU=" + wwnOf("finance-10") + ",HostName=esx01: Semaphore Timed-Out\n", text(e.getMessage()));
-  EXPECT_TRUE(exportsOf("finance-10").empty());
+  EXPECT_EQ(0u, text(e.getMessage())
+                    .find("LU=" + wwnOf("finance-10") + ",DeviceNumber=0xFFFFFF,HostName=esx01,Port=0:1:2: "
+                          "Semaphore Timed-Out\n; LU="));
+  EXPECT_EQ(2u, exportsOf("finance-10").size());
+  for (const zartest::Export& x : exportsOf("finance-10")) EXPECT_EQ("esx02", x.host);
 
   Array<CIMParamValue> hide = params({strings("LUNames", {lu}), refs("ProtocolControllers", {hostSees("esx01")})});
   e = failWith("api_getVLUNTemplates", API_E_FAILED, "HideLUsFromStorageHardwareIDCollection", hide);
@@ -167,7 +178,21 @@ TEST_F(FaultsTest, DefaultLUs) {
   EXPECT_EQ(5, (int)e.getCode());
   EXPECT_EQ("LU=" + wwnOf("finance-08") + ",DeviceNumber=0xFFFFFF,TargetPortID=2011000000000001: " + INJECTED + "\n",
             text(e.getMessage()));
+  // The iSCSI endpoints cannot be listed: the server's error, nothing made.
+  e = failWith("api_getISCSIPorts", API_E_FAILED, "ExposeDefaultLUs", expose);
+  EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
+  EXPECT_NE(std::string::npos, text(e.getMessage()).find("ZAR_iSCSIProtocolEndpoint")) << text(e.getMessage());
   EXPECT_TRUE(exportsOf("finance-08").empty());
+}
+
+TEST_F(FaultsTest, DeletingAViewWhoseVolumesCannotBeListed) {
+  CIMObjectPath v = hostSees("db01");
+  Array<CIMParamValue> in;
+  in.append(CIMParamValue("ProtocolController", CIMValue(v)));
+  CIMException e = failWith("api_getSCSIProtocolControllers", API_E_FAILED, "DeleteProtocolController", in);
+  EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
+  EXPECT_NE(std::string::npos, text(e.getMessage()).find("ZAR_ControllerForUnit")) << text(e.getMessage());
+  EXPECT_EQ(1u, exportsOf("finance-02").size());
 }
 
 }  // namespace

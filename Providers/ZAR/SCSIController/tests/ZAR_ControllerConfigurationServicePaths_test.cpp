@@ -80,10 +80,11 @@ TEST_F(ExposePathsTest, NewViewThroughTargetPortsWithGivenNumbers) {
     EXPECT_EQ(0x1Au, e.lun);
     EXPECT_EQ(API_VLUN_MATCHED_SET, e.kind);
   }
+  // The host was made with the initiator as its path: none was added.
   std::vector<std::string> d = o.descriptions();
-  ASSERT_EQ(3u, d.size());
-  EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC + ",TargetPortID=0:1:1: Success\n", d[1]);
-  EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC + ",TargetPortID=0:1:2: Success\n", d[2]);
+  ASSERT_EQ(2u, d.size());
+  EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC + ",TargetPortID=0:1:1: Success\n", d[0]);
+  EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC + ",TargetPortID=0:1:2: Success\n", d[1]);
   // The initiator is logged in on 0:1:1 only: that matched set is the
   // active view; both are returned.
   EXPECT_EQ(2u, o.views().size());
@@ -136,9 +137,11 @@ TEST_F(ExposePathsTest, PortsOnlyGiveOneVLUNPerLUAndPort) {
 TEST_F(ExposePathsTest, OneHostPerInitiatorUnderThePolicy) {
   ZAR_Common::setPolicy(API_POLICY_ONE_HOST_PER_HWID);
   std::string lu = wwnOf("eng-08");
+  // An empty entry is passed over: it gets no host and no export.
   Outcome o = call("ExposePaths", params({strings("LUNames", {lu}),
-                                          strings("InitiatorPortIDs", {SPARE_FC, SPARE_ISCSI})}));
+                                          strings("InitiatorPortIDs", {SPARE_FC, "", SPARE_ISCSI})}));
   EXPECT_EQ(0u, o.rc);
+  EXPECT_EQ(2u, exportsOf("eng-08").size());
   std::string fcHost = hostOf(SPARE_FC), iscsiHost = hostOf(SPARE_ISCSI);
   EXPECT_EQ(std::string("host-") + SPARE_FC, fcHost);
   EXPECT_EQ(0u, iscsiHost.find("iSCSIHost-"));
@@ -274,15 +277,19 @@ TEST_F(ExposePathsTest, Refusals) {
            ": Cannot expose volumes with different domains at the same time, name = eng-01"},
       {params({strings("InitiatorPortIDs", {SPARE_FC}), refs("ProtocolControllers", {view("PP:0:1:1")})}), 5,
        "Cannot add initiatorID to a port present VLUN"},
+      // A view whose host the array does not know.
+      {params({strings("InitiatorPortIDs", {"21000024FF300001"}), refs("ProtocolControllers", {view("HS:999")})}),
+       5, "Invalid ProtocolControllers"},
   };
   for (Case& c : cases) {
     CIMException e = failure("ExposePaths", c.in);
     EXPECT_EQ(c.code, (int)e.getCode()) << c.message;
     EXPECT_EQ(c.message, text(e.getMessage()));
   }
-  // Nothing was made by any of them.
+  // Nothing was made or moved by any of them.
   EXPECT_TRUE(exportsOf("finance-08").empty());
   EXPECT_EQ("", hostOf(SPARE_FC));
+  EXPECT_EQ("db01", hostOf("21000024FF300001"));
 
   CIMObjectPath elsewhere = hostSees("db01");
   elsewhere.setNameSpace("root/other");
@@ -300,6 +307,26 @@ TEST_F(ExposePathsTest, Refusals) {
             text(failure("ExposePaths", params({strings("Bogus", {"x"}), strings("LUNames", {lu}),
                                                 refs("ProtocolControllers", {elsewhere})}))
                      .getMessage()));
+  // Another system's view with this array's DeviceID is not ours.
+  CIMObjectPath other = ZAR_Common::buildSPCObjectPath("ZAR_StorageSystem", "", "OTHER",
+                                                       deviceIDOf(hostSees("db01")).c_str(), "ZAR_SCSIController");
+  EXPECT_EQ("Parameter ProtocolController does not contain correct hostname or namespace or className",
+            text(failure("ExposePaths", params({strings("LUNames", {lu}), refs("ProtocolControllers", {other})}))
+                     .getMessage()));
+  EXPECT_TRUE(exportsOf("finance-08").empty());
+}
+
+TEST_F(ExposePathsTest, OnlyTheCanonicalViewIdentifierNamesAView) {
+  std::string lu = wwnOf("finance-08");
+  std::string id = std::to_string(hostID("db01"));
+  std::string wrapped = std::to_string(hostID("db01") + 4294967296ULL);
+  for (const std::string& bad : {"HS:" + id + "junk", "HS:+" + id, "HS: " + id, "HS:0" + id, "HS:" + wrapped,
+                                 "MS:2:1:1:" + id + "x"}) {
+    CIMException e = failure("ExposePaths", params({strings("LUNames", {lu}), refs("ProtocolControllers", {view(bad)})}));
+    EXPECT_EQ(5, (int)e.getCode()) << bad;
+    EXPECT_EQ("Invalid ProtocolControllers", text(e.getMessage())) << bad;
+  }
+  EXPECT_TRUE(exportsOf("finance-08").empty());
 }
 
 TEST_F(ExposePathsTest, ParameterNamesIgnoreCaseAndJobIsIgnored) {
@@ -412,6 +439,10 @@ TEST_F(HidePathsTest, Refusals) {
        5, "Size of LUName and DeviceNumber arrays has to be the same"},
       {params({strings("LUNames", {wwnOf("eng-10")}), refs("ProtocolControllers", {hs})}), 4100,
        "Target/initiator combination not exposed.\n"},
+      // A matched set whose host the array does not know shows nothing,
+      // not the other hosts' exports on its port.
+      {params({strings("LUNames", {wwnOf("finance-01")}), refs("ProtocolControllers", {view("MS:2:1:1:999")})}),
+       4100, "Target/initiator combination not exposed.\n"},
       {params({strings("LUNames", {lu}), flag("Override", true), refs("ProtocolControllers", {hs})}), 5,
        "Invalid parameter: Override"},
   };
@@ -421,6 +452,7 @@ TEST_F(HidePathsTest, Refusals) {
     EXPECT_EQ(c.message, text(e.getMessage()));
   }
   EXPECT_EQ(1u, exportsOf("finance-02").size());
+  EXPECT_EQ(1u, exportsOf("finance-01").size());
   EXPECT_EQ("db01", hostOf("21000024FF300001"));
 
   // A reference of another namespace stops the reading where it stands.
@@ -431,6 +463,20 @@ TEST_F(HidePathsTest, Refusals) {
   EXPECT_EQ(5, (int)e.getCode());
   EXPECT_EQ("Parameter ProtocolController does not contain correct hostname or namespace or className",
             text(e.getMessage()));
+}
+
+TEST_F(HidePathsTest, OnlyTheCanonicalViewIdentifierNamesAView) {
+  std::string lu = wwnOf("finance-02");
+  std::string id = std::to_string(hostID("db01"));
+  for (const std::string& bad : {"HS:" + id + "junk", "HS:" + std::to_string(hostID("db01") + 4294967296ULL)}) {
+    CIMException e = failure("HidePaths", params({strings("LUNames", {lu}), refs("ProtocolControllers", {view(bad)})}));
+    EXPECT_EQ("Invalid ProtocolControllers", text(e.getMessage())) << bad;
+  }
+  CIMObjectPath other = ZAR_Common::buildSPCObjectPath("ZAR_StorageSystem", "", "OTHER", ("HS:" + id).c_str(),
+                                                       "ZAR_SCSIController");
+  EXPECT_EQ(5, (int)failure("HidePaths", params({strings("LUNames", {lu}), refs("ProtocolControllers", {other})}))
+                   .getCode());
+  EXPECT_EQ(1u, exportsOf("finance-02").size());
 }
 
 TEST_F(HidePathsTest, PortPresentViewLosesItsLU) {
