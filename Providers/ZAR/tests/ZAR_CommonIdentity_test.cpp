@@ -35,6 +35,9 @@ TEST_F(IdentityTest, QueriesAnswerFromTheArray) {
   EXPECT_EQ(info.quadPort != 0, ZAR_Common::isQuadPortSystem(handle_));
   EXPECT_TRUE(log.has("-->ZAR_Common::invokeMethod()\n"));
   EXPECT_TRUE(log.has("<--ZAR_Common::invokeMethod()\n"));
+  // An all-digit host name is given a leading "_".
+  ASSERT_EQ(0, zarsim_set_config("host-name", "20481"));
+  EXPECT_EQ("_20481", zartest::text(ZAR_Common::getSystemHostName(handle_)));
 }
 
 TEST_F(IdentityTest, SystemPathCarriesTheHostNameAndRootZar) {

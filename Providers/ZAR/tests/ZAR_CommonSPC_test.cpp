@@ -144,6 +144,12 @@ TEST_F(SPCAssemblyTest, RequestedDeviceIDNarrowsTheAnswer) {
   ASSERT_EQ(1u, one.size());
   EXPECT_EQ("HS:" + std::to_string(db01), prop(one[0], "DeviceID"));
   EXPECT_TRUE(log.has("vlunType = 2, host = db01\n"));
+  // The records of the port are narrowed to the identifier, case ignored.
+  Array<CIMInstance> def = all("ZAR_SCSIController", 200, nullptr,
+                               ZAR_Common::buildSPCObjectPath("ZAR_StorageSystem", "zar-demo", "ZAR-DEMO",
+                                                              "PP:0:1:1:DEFAULT", "ZAR_SCSIController"));
+  ASSERT_EQ(1u, def.size());
+  EXPECT_EQ("PP:0:1:1:default", prop(def[0], "DeviceID"));
 
   // A path that names the class but no view asks for no view at all.
   EXPECT_EQ(0u, all("ZAR_SCSIController", 200, nullptr,

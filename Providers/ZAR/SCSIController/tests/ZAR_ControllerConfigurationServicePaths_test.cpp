@@ -90,6 +90,26 @@ TEST_F(ExposePathsTest, NewViewThroughTargetPortsWithGivenNumbers) {
   EXPECT_EQ(2u, o.views().size());
 }
 
+TEST_F(ExposePathsTest, NewViewPassesOverUnknownAndBadPortsAndStopsAtABadNumber) {
+  std::string lu = wwnOf("eng-07"), second = wwnOf("eng-08");
+  // An iSCSI name that is no port of the array is passed over; a WWN whose
+  // position has port number 5 is reported; the good port is served.
+  CIMException e = failure("ExposePaths", params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_FC}),
+                                                  strings("TargetPortIDs", {"iqn.2000-01.com.example:nothere",
+                                                                            "2005000000000000", fcPortWWN("0:1:1")})}));
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ(0u, text(e.getMessage()).find("Port=0:0:5: Target port ID is invalid\n; LU=" + lu));
+  ASSERT_EQ(1u, exportsOf("eng-07").size());
+  EXPECT_EQ("0:1:1", exportsOf("eng-07")[0].port);
+
+  // A bad device number ends the LU loop: the next LU is not exposed.
+  e = failure("ExposePaths", params({strings("LUNames", {second, wwnOf("eng-09")}), strings("DeviceNumbers", {"zz", "5"}),
+                                     strings("InitiatorPortIDs", {SPARE_FC})}));
+  EXPECT_EQ(5, (int)e.getCode());
+  EXPECT_EQ("DeviceNumber=0xzz: DeviceNumber is invalid\n", text(e.getMessage()));
+  EXPECT_TRUE(exportsOf("eng-09").empty());
+}
+
 TEST_F(ExposePathsTest, ISCSIInitiatorThroughISCSITargetPortsOnly) {
   std::string lu = wwnOf("eng-07");
   std::string target;
@@ -155,6 +175,15 @@ TEST_F(ExposePathsTest, OneHostPerInitiatorUnderThePolicy) {
   EXPECT_EQ("ZAR_iSCSIController", text(views[1].getClassName().getString()));
 }
 
+TEST_F(ExposePathsTest, OneHostPerInitiatorServesAHostReachedTwiceOnce) {
+  ZAR_Common::setPolicy(API_POLICY_ONE_HOST_PER_HWID);
+  Outcome o = call("ExposePaths", params({strings("LUNames", {wwnOf("finance-08")}),
+                                          strings("InitiatorPortIDs", {"10000000C9A00101", "10000000C9A00102"})}));
+  EXPECT_EQ(0u, o.rc);
+  EXPECT_EQ(1u, exportsOf("finance-08").size());
+  EXPECT_EQ(1u, o.descriptions().size());
+}
+
 TEST_F(ExposePathsTest, InitiatorOfADashedHostMovesToTheTrimmedName) {
   ASSERT_EQ(0, zartest::ArrayBuilder::host("-olddash-", "5000000000000A01"));
   Outcome o = call("ExposePaths", params({strings("LUNames", {wwnOf("eng-09")}),
@@ -184,6 +213,13 @@ TEST_F(ExposePathsTest, InitiatorsJoinAViewTakingThePersonaAlong) {
                                               refs("ProtocolControllers", {db01})}));
   EXPECT_EQ(0u, again.rc);
   EXPECT_TRUE(again.descriptions().empty());
+}
+
+TEST_F(ExposePathsTest, HostSeesViewTakesAnInitiatorUnknownToTheArray) {
+  EXPECT_EQ(0u, call("ExposePaths", params({strings("InitiatorPortIDs", {"10000000C9A0FF07"}),
+                                            refs("ProtocolControllers", {hostSees("db01")})}))
+                    .rc);
+  EXPECT_EQ("db01", hostOf("10000000C9A0FF07"));
 }
 
 TEST_F(ExposePathsTest, MatchedSetViewTakesOnlyInitiatorsOnItsPort) {
@@ -272,6 +308,12 @@ TEST_F(ExposePathsTest, Refusals) {
        4100, "LU=" + lu + ": DeviceAccess is not supported for the volume, name = finance-08"},
       {params({strings("LUNames", {wwnOf("finance-10"), wwnOf("eng-01")}),
                strings("InitiatorPortIDs", {SPARE_FC})}),
+       4100,
+       "LU=" + wwnOf("eng-01") +
+           ": Cannot expose volumes with different domains at the same time, name = eng-01"},
+      // The domain is compared with the volume listed just before, here
+      // finance-10, not with the other LU's.
+      {params({strings("LUNames", {wwnOf("eng-05"), wwnOf("eng-01")}), strings("InitiatorPortIDs", {SPARE_FC})}),
        4100,
        "LU=" + wwnOf("eng-01") +
            ": Cannot expose volumes with different domains at the same time, name = eng-01"},

@@ -1,5 +1,7 @@
 // Tests of the views provider, through the dispatcher over a fresh demo
 // array, and directly where the response handler is watched.
+#include <new>
+
 #include <ZAR_Common.h>
 
 #include "../ZAR_SCSIControllerProvider.h"
@@ -105,6 +107,33 @@ TEST_F(SCSIControllerTest, SemaphoreTimeOutFailsTheEnumerationWithItsText) {
   EXPECT_EQ("ZAR_SCSIControllerProvider::enumerateInstanceNames - Operation failed: "
             "Failed to retrieve SPC data. Semaphore Timed-Out",
             zartest::text(n.getMessage()));
+}
+
+// Instances whose delivery fails with e.
+template <class E>
+class FailingInstances : public zartest::Instances {
+ public:
+  explicit FailingInstances(E e) : e_(e) {}
+  void deliver(const Array<CIMInstance>&) override { throw e_; }
+  E e_;
+};
+
+TEST_F(SCSIControllerTest, FailuresOutsideTheArrayHaveTheirOwnTexts) {
+  zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+  FailingInstances<std::bad_alloc> full{std::bad_alloc()};
+  FailingInstances<int> odd{7};
+  CIMException big = zartest::cimErrorOf([&] {
+    p->enumerateInstances(as("p1super"), CIMObjectPath("ZAR_SCSIController"), false, false, CIMPropertyList(), full);
+  });
+  EXPECT_EQ(CIM_ERR_FAILED, big.getCode());
+  EXPECT_EQ("Response too big", zartest::text(big.getMessage()));
+  CIMException unknown = zartest::cimErrorOf([&] {
+    p->enumerateInstances(as("p1super"), CIMObjectPath("ZAR_SCSIController"), false, false, CIMPropertyList(), odd);
+  });
+  EXPECT_EQ("Unknown error", zartest::text(unknown.getMessage()));
+  EXPECT_EQ(0, odd.completeCalls);
+  // The provider is none the worse for it.
+  EXPECT_GE(enumerate().size(), 6u);
 }
 
 TEST_F(SCSIControllerTest, EnumerationOfThousandsComesInChunksOf200) {
