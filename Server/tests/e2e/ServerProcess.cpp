@@ -73,7 +73,10 @@ bool ServerProcess::start(const std::string& program, const std::vector<std::str
         ::_exit(127);
     }
     ::close(pipefd[1]);
+    if (_fd >= 0)
+        ::close(_fd);
     _fd = pipefd[0];
+    _out.clear();  // a restarted program prints its own readiness line
     auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     char buf[4096];
     while (std::chrono::steady_clock::now() < deadline) {
