@@ -64,6 +64,11 @@ TEST_F(Zarcli, SeedThenViewsShowsAllFormsAndADefaultView) {
   struct stat st;
   ASSERT_EQ(0, stat(db_.c_str(), &st));
   EXPECT_EQ(0600u, st.st_mode & 0777u);
+  // The demo array without its IPv4 address is an IPv6-only one.
+  ASSERT_EQ(0, run("config set ipv4 ''").status);
+  std::string shown = run("--json config show").out;
+  EXPECT_TRUE(has(shown, "{\"key\": \"ipv4\", \"value\": \"\"}")) << shown;
+  EXPECT_TRUE(has(shown, "{\"key\": \"ipv6\", \"value\": \"2001:db8::10\"}")) << shown;
   Outcome v = run("views");
   ASSERT_EQ(0, v.status) << v.err;
   for (const char* form : {"MS:", "HS:", "HSet:", "PP:", ":default", "dormant", "active"}) EXPECT_TRUE(has(v.out, form)) << form;
