@@ -16,8 +16,9 @@ struct HttpLimits {
     size_t maxHeaders = 64;
     size_t maxBodyBytes = 16 * 1024 * 1024;  // decoded body
     int idleTimeoutMs = 30000;               // waiting for the next request
-    int requestTimeoutMs = 30000;            // receiving one request
-    int writeTimeoutMs = 30000;              // sending one response
+    int requestTimeoutMs = 30000;            // receiving one head (a body: this plus its
+                                             // size at the server's minimum rate)
+    int writeTimeoutMs = 30000;              // an answer the client takes nothing of
 };
 
 struct HttpRequest {

@@ -195,6 +195,37 @@ TEST_F(HostileClients, SigtermClosesTheListenerAtOnceAndCutsWhatDoesNotDrain)
     EXPECT_EQ(got.find("\r\n0\r\n"), std::string::npos) << "a cut answer looks complete";
 }
 
+TEST_F(HostileClients, UnauthenticatedUploadsAreNotRead)
+{
+    startServer({}, "10");
+    long before = server.peakRssKb();
+    // 20 clients at once, each announcing a chunked body of 20 MiB without
+    // credentials, and sending as much of it as the server takes.
+    std::vector<std::thread> uploads;
+    std::atomic<int> refused{0};
+    for (int i = 0; i < 20; i++)
+        uploads.emplace_back([&] {
+            int fd = connectFrom("127.0.0.2", server.httpPort());
+            if (fd < 0) return;
+            std::string head = "POST /cimom HTTP/1.1\r\nHost: x\r\nCIMOperation: MethodCall\r\n"
+                               "Transfer-Encoding: chunked\r\n\r\n";
+            sendAll(fd, head);
+            std::string chunk = "100000\r\n" + std::string(0x100000, 'A') + "\r\n";
+            for (int k = 0; k < 20; k++)
+                if (::send(fd, chunk.data(), chunk.size(), MSG_NOSIGNAL) < 0) break;
+            char buf[256];
+            ssize_t n = ::recv(fd, buf, sizeof buf - 1, 0);
+            if (n > 12 && std::string(buf, 12) == "HTTP/1.1 401") refused++;
+            ::close(fd);
+        });
+    for (auto& t : uploads) t.join();
+    long after = server.peakRssKb();
+    std::printf("peak RSS %ld KiB before, %ld KiB after 20 unauthenticated 20 MiB uploads\n", before, after);
+    EXPECT_LT(after - before, 32 * 1024) << "the server read bodies it had no reason to read";
+    // Each got its refusal, unless the server's close overtook it.
+    EXPECT_GT(refused.load(), 0);
+}
+
 TEST_F(HostileClients, FailedLoginsReachTheAuditLog)
 {
     startServer({}, "10");
