@@ -11,6 +11,9 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   sblim-wbemcli
   curl procps
+  # Fuzz targets (fuzz/): clang with libFuzzer and the sanitizer runtimes,
+  # llvm-symbolizer for readable reports, ccache for the CI's rebuilds.
+  clang libclang-rt-14-dev llvm-14 ccache
 )
 
 missing=()
