@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include <malloc.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -79,6 +80,11 @@ int main(int argc, char** argv)
     ::setenv("ZAR_LOG_LEVEL", opt.logLevel.empty() ? "3" : opt.logLevel.c_str(), 1);
     if (!opt.logFile.empty())
         ::setenv("ZAR_LOG_FILE", opt.logFile.c_str(), 1);
+
+    // Blocks of 1 MiB and more (request bodies, buffered answers) are
+    // mapped on their own, so that freeing them gives the memory back to the
+    // system; a fixed threshold keeps glibc from raising it after each one.
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
 
     // Signals are taken by sigwait below; every thread inherits the mask.
     sigset_t sigs;
