@@ -155,6 +155,15 @@ TEST_F(SCSIControllerTest, EnumerationOfThousandsComesInChunksOf200) {
   EXPECT_EQ(demo + 2100, names.items.size());
 }
 
+// Instances whose delivery makes the array unreachable for the next call.
+class LastCall : public zartest::Instances {
+ public:
+  void deliver(const CIMInstance& i) override {
+    zartest::Instances::deliver(i);
+    zarsim_sem_timeout_next(1);
+  }
+};
+
 TEST_F(SCSIControllerTest, GetInstanceFindsFirstAndLastOfALongList) {
   manyViews(450);
   Array<CIMInstance> views = enumerate();
@@ -166,6 +175,13 @@ TEST_F(SCSIControllerTest, GetInstanceFindsFirstAndLastOfALongList) {
     EXPECT_EQ(zartest::text(ZAR_Common::getStringProperty(views[k], "DeviceID")),
               zartest::text(ZAR_Common::getStringProperty(got, "DeviceID")));
   }
+  // The first view ends the search: nothing is asked of the array after it.
+  zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+  LastCall first;
+  EXPECT_NO_THROW(p->getInstance(as("p1super"), views[0].getPath(), false, false, CIMPropertyList(), first));
+  zarsim_clear_faults();
+  EXPECT_EQ(1u, first.items.size());
+  EXPECT_EQ(1, first.completeCalls);
 }
 
 TEST_F(SCSIControllerTest, GetInstanceRefusals) {
