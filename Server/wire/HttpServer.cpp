@@ -295,8 +295,10 @@ private:
                     acceptAll(static_cast<int>(id - kListenId));
                 } else {
                     auto it = _conns.find(id);
-                    if (it != _conns.end())
-                        onEvent(it->second, evs[i].events);
+                    if (it != _conns.end()) {
+                        std::shared_ptr<Conn> c = it->second;  // outlives its erasure
+                        onEvent(c, evs[i].events);
+                    }
                 }
             }
             auto now = Clock::now();
@@ -396,8 +398,9 @@ private:
         }
     }
 
-    void close(const std::shared_ptr<Conn>& c, const char*)
+    void close(const std::shared_ptr<Conn>& conn, const char*)
     {
+        std::shared_ptr<Conn> c = conn;  // conn may be the map's own copy
         if (c->closed)
             return;
         c->closed = true;
