@@ -20,11 +20,11 @@ String ZAR_Common::getUserName(const OperationContext& context)
 void ZAR_Common::checkUserAccess(
     const OperationContext& context, const char* file, Uint32 line)
 {
-    // A request without a user name is the server's own (a provider asking
-    // through its CIMOMHandle): it is checked as the server itself.
+    // The user name goes to the array as it stands, an empty one too: only
+    // initialize() opens the array for the server (a null user). The server's
+    // own requests carry the name of the user it runs as.
     String user = getUserName(context);
-    CString userText = user.getCString();
-    if (api_zarOpenForCimserver(user.size() == 0 ? NULL : (const char*)userText) != 0)
+    if (api_zarOpenForCimserver((const char*)user.getCString()) != 0)
     {
         throw TraceableCIMException(CIM_ERR_ACCESS_DENIED,
             "Insufficient privilege for the user", file, line);

@@ -1,6 +1,10 @@
 #include "Dispatcher.h"
 
 #include <exception>
+#include <string>
+
+#include <pwd.h>
+#include <unistd.h>
 
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
@@ -110,9 +114,30 @@ void Dispatcher::checkRunning() const {
     if (_stopped) throw CIMException(CIM_ERR_FAILED, "The server is shutting down.");
 }
 
+namespace {
+
+// The user the server runs as: the name its own requests carry, as a local
+// connection from this process would.
+const String& serverPrincipal() {
+    static const String name = [] {
+        struct passwd entry;
+        struct passwd* found = nullptr;
+        char buffer[4096];
+        if (getpwuid_r(geteuid(), &entry, buffer, sizeof buffer, &found) == 0 && found && found->pw_name)
+            return String(found->pw_name);
+        return String(std::to_string(geteuid()).c_str());
+    }();
+    return name;
+}
+
+}  // namespace
+
 OperationContext Dispatcher::providerContext(const OperationContext& context) const {
     OperationContext ctx(context);
-    if (!ctx.contains(IdentityContainer::NAME)) ctx.insert(IdentityContainer(String()));
+    // Client requests always carry an identity (empty when the client gave
+    // none: such a request is nobody's). A request without one comes from a
+    // provider's CIMOMHandle, i.e. from the server itself.
+    if (!ctx.contains(IdentityContainer::NAME)) ctx.insert(IdentityContainer(serverPrincipal()));
     if (!ctx.contains(AcceptLanguageListContainer::NAME))
         ctx.insert(AcceptLanguageListContainer(AcceptLanguageList()));
     if (!ctx.contains(ContentLanguageListContainer::NAME))

@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
+
+#include <pwd.h>
+#include <unistd.h>
 
 #include <Pegasus/Common/ClientAddressContainer.h>
 
@@ -303,9 +307,21 @@ TEST_F(DispatcherTest, ProviderExceptionsBecomeCimErrors) {
 
 TEST_F(DispatcherTest, ProvidersSeeTheCallersIdentityAndAddress) {
     Array<CIMParamValue> out;
+    // A request without an identity is the server's own (a provider's
+    // CIMOMHandle): it carries the user the server runs as.
+    invoke("ZTest_Service.Name=\"svc\"", "WhoAmI", Array<CIMParamValue>(), out);
+    struct passwd* pw = getpwuid(geteuid());
+    ASSERT_NE(nullptr, pw);
+    EXPECT_EQ(pw->pw_name, outString(out, "User"));
+    EXPECT_EQ("", outString(out, "Address"));
+    // A client that named nobody stays nobody.
+    OperationContext anonymous;
+    anonymous.insert(IdentityContainer(String()));
+    std::swap(ctx, anonymous);
+    out.clear();
     invoke("ZTest_Service.Name=\"svc\"", "WhoAmI", Array<CIMParamValue>(), out);
     EXPECT_EQ("", outString(out, "User"));
-    EXPECT_EQ("", outString(out, "Address"));
+    std::swap(ctx, anonymous);
     ctx.insert(IdentityContainer(String("alice")));
     ctx.insert(ClientAddressContainer(String("10.0.0.7")));
     out.clear();

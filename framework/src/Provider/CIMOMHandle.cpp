@@ -54,15 +54,16 @@ public:
 
 namespace {
 
-// The context a request through the handle carries: the caller's identity
-// (an empty user name if it has none), languages and client address.
+// The context a request through the handle carries: the caller's identity,
+// languages and client address. A caller without an identity asks as the
+// server itself: the request goes without one, and the operation host names
+// the server's own user (as OpenPegasus's out-of-process handle, a local
+// connection, does).
 OperationContext ForwardedContext(const OperationContext& context)
 {
     OperationContext forwarded;
     if (context.contains(IdentityContainer::NAME))
         forwarded.insert(context.get(IdentityContainer::NAME));
-    else
-        forwarded.insert(IdentityContainer(String()));
     const String* names[] = {
         &AcceptLanguageListContainer::NAME,
         &ContentLanguageListContainer::NAME,

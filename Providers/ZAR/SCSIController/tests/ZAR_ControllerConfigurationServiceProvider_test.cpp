@@ -111,6 +111,8 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder) {
     std::string message;
   } cases[] = {
       {"p1locked", path, "ExposePaths", CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user"},
+      // A client that named no user is nobody, not the server.
+      {"", path, "ExposePaths", CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user"},
       // The path is tested before the method name.
       {"p1super", wrongPath, "NoSuchMethod", CIM_ERR_NOT_FOUND,
        "ZAR_ControllerConfigurationService CIM Object not found."},
@@ -128,6 +130,12 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder) {
     EXPECT_EQ(c.code, e.getCode()) << c.method;
     EXPECT_EQ(c.message, text(e.getMessage()));
   }
+
+  // Reads from a client that named no user are refused alike.
+  CIMException anonymousRead = zartest::cimErrorOf(
+      [&] { server().getInstance(as(""), ns(), path, false, false, false, CIMPropertyList()); });
+  EXPECT_EQ(CIM_ERR_ACCESS_DENIED, anonymousRead.getCode());
+  EXPECT_EQ("Insufficient privilege for the user", text(anonymousRead.getMessage()));
 
   // The array cannot answer the per-method right: refused.
   zarsim_fail_next("api_authorizeCIMUser", 1, 1, "");
