@@ -456,11 +456,16 @@ int soakPhase(const Options& o)
                             reads += 2;
                         } else {
                             Change ch = nextChange(c, m, rng, true);
-                            if (cl.apply(ch)) { record(m, ch); changes++; } else failures++;
+                            if (cl.apply(ch)) {
+                                record(m, ch);
+                                changes++;
+                            } else if (++failures <= 5) {
+                                std::printf("  refused: %s\n", cl.lastError().c_str());
+                            }
                         }
                     }
-                } catch (Exception&) {
-                    failures++;
+                } catch (Exception& e) {
+                    if (++failures <= 5) std::printf("  client error: %s\n", u8(e.getMessage()).c_str());
                 }
             }
         });
