@@ -95,8 +95,10 @@ array() {
 paths_of() { sed -n 's|^[^ /]*/\([^ ]*\).*|\1|p' "$1" | grep -v '^$' || true; }
 as_url() { echo "$url/$1"; }
 # The DeviceID of the first view a method answer returns.
+# (Servers may break the XML into lines anywhere between elements.)
 view_in() {
-  sed -n 's|.*INSTANCENAME CLASSNAME="ZAR_SCSIController">.*<KEYBINDING NAME="DeviceID"><KEYVALUE VALUETYPE="string">\([^<]*\)</KEYVALUE>.*|\1|p' "$1" | head -1
+  tr -d '\n' < "$1" |
+    sed -n 's|.*INSTANCENAME CLASSNAME="ZAR_SCSIController">.*<KEYBINDING NAME="DeviceID"> *<KEYVALUE VALUETYPE="string">\([^<]*\)</KEYVALUE>.*|\1|p' | head -1
 }
 name_of() { sed -n 's|.*[ ,]Name="\([^"]*\)".*|\1|p' <<<"$1" | head -1; }
 

@@ -11,6 +11,7 @@ Usage: scenarios_compare.py DIR1 DIR2     the scenarios that differ, with a diff
        scenarios_compare.py --show FILE   one answer as it is compared
 """
 import difflib
+import html
 import os
 import re
 import sys
@@ -106,7 +107,9 @@ def normalize(path):
         except ET.ParseError:
             pass
     body = [l for l in text.split('\n') if l.strip()]
-    return header + sorted(wbemcli_line(r) for r in records(body))
+    # Servers escape differently what wbemcli then prints as it came
+    # (a newline as itself or as &#10;): compare the characters.
+    return header + sorted(wbemcli_line(html.unescape(r)) for r in records(body))
 
 
 def compare(a, b):
