@@ -279,6 +279,12 @@ private:
             } else {
                 int one = 1;
                 setsockopt(fd, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
+                // A fixed send buffer: a client that stops reading holds a
+                // bounded amount of kernel memory, and the worker streaming to
+                // it is held back soon instead of computing megabytes ahead.
+                int sndbuf = _config.socketSendBufferBytes;
+                if (sndbuf > 0)
+                    setsockopt(fd, SOL_SOCKET, SO_SNDBUF, &sndbuf, sizeof sndbuf);
             }
             AddressState& a = _addresses[peer.address];
             if (_conns.size() >= _maxConnections || a.connections >= _config.maxConnectionsPerAddress) {

@@ -70,6 +70,7 @@ struct ServerConfig {
     size_t maxConnectionsPerAddress = 256;  // from one client address
     size_t maxRequestsPerAddress = 0;       // in flight from one address; 0: workers / 2
     size_t outputBufferBytes = 256 * 1024;  // answer bytes waiting per connection
+    int socketSendBufferBytes = 256 * 1024; // kernel send buffer per TCP connection (0: system's)
     size_t minBytesPerSecond = 1024;        // slowest body upload or answer download
     int drainTimeoutMs = 10000;             // stop(): time left to requests in flight
     HttpLimits limits;
