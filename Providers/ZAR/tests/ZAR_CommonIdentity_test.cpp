@@ -53,12 +53,16 @@ TEST_F(IdentityTest, SystemPathCarriesTheHostNameAndRootZar) {
 }
 
 TEST_F(IdentityTest, RefusedLocalConnectionFallsBackThroughTheHandleWhereAllowed) {
-  // The local connection runs as this process's user; when the array
-  // refuses it, the handle (the server's own request, without user) still
-  // gets through.
-  zarsim_fail_next("api_zarOpenForCimserver", 1000, API_E_ACCESS_DENIED, "Access denied");
+  // The local connection and the handle both run as the server's own user.
+  // When the array refuses the local connection's request, the same request
+  // through the handle still gets through; without a handle, or refused
+  // both ways, the call fails.
+  zarsim_fail_next("api_zarOpenForCimserver", 1, API_E_ACCESS_DENIED, "Access denied");
   EXPECT_EQ("ZAR-DEMO", zartest::text(ZAR_Common::getSystemName(handle_)));
+  zarsim_fail_next("api_zarOpenForCimserver", 1, API_E_ACCESS_DENIED, "Access denied");
   EXPECT_THROW(ZAR_Common::getSystemName(), Exception);
+  zarsim_fail_next("api_zarOpenForCimserver", 1000, API_E_ACCESS_DENIED, "Access denied");
+  EXPECT_THROW(ZAR_Common::getSystemName(handle_), Exception);
   EXPECT_THROW(ZAR_Common::getSystemHostName(handle_), Exception);
 
   LogCapture log;
