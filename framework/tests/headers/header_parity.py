@@ -14,9 +14,11 @@ a type it never declares).
       the classes it defines; for the headers the framework also has,
       whether the header compiles when included alone.
 
-  header_parity.py check FRAMEWORK_INCLUDE MANIFEST [--cxx CXX]
+  header_parity.py check FRAMEWORK_INCLUDE MANIFEST [--cxx CXX] [--sources DIR]
       Compares the framework's headers with the manifest. Exit status 1 and
       one line per difference when a framework header is more forgiving.
+      With --sources, provider sources under DIR may include only headers
+      OpenPegasus has (framework-only ones under #if ZAR_FRAMEWORK_...).
 """
 import argparse
 import os
@@ -133,6 +135,31 @@ def record(args):
     return 0
 
 
+def framework_only_includes(root, real):
+    """Pegasus headers that provider sources under root (tests aside) include
+    but OpenPegasus lacks, outside an #if on a ZAR_FRAMEWORK_ macro."""
+    problems = []
+    for dirpath, dirnames, filenames in os.walk(root):
+        dirnames[:] = [d for d in dirnames if d != "tests"]
+        for name in sorted(filenames):
+            if not name.endswith((".cpp", ".h")):
+                continue
+            path = os.path.join(dirpath, name)
+            guards = []  # one flag per open #if: does it name ZAR_FRAMEWORK_?
+            with open(path, encoding="latin-1") as f:
+                for number, line in enumerate(f, 1):
+                    d = re.match(r'\s*#\s*(if|ifdef|ifndef|endif)\b(.*)', line)
+                    if d and d.group(1) == "endif":
+                        guards = guards[:-1]
+                    elif d:
+                        guards.append("ZAR_FRAMEWORK_" in d.group(2))
+                    m = INCLUDE_RE.match(line)
+                    if m and m.group(1) not in real and not any(guards):
+                        problems.append("%s:%d includes %s, which OpenPegasus does not have"
+                                        % (path, number, m.group(1)))
+    return problems
+
+
 def check(args):
     real = read_manifest(args.manifest)
     ours = {}
@@ -172,6 +199,8 @@ def check(args):
                 first = next((l for l in err.splitlines() if "error" in l), err.strip())
                 problems.append("%s does not compile on its own, OpenPegasus's does: %s"
                                 % (name, first))
+    for src in args.sources or []:
+        problems += framework_only_includes(src, real)
     for p in problems:
         print(p)
     checked = sum(1 for n in ours if n in real)
@@ -192,6 +221,9 @@ def main():
     c.add_argument("framework_include")
     c.add_argument("manifest")
     c.add_argument("--cxx", default=os.environ.get("CXX", "c++"))
+    c.add_argument("--sources", action="append", metavar="DIR",
+                   help="also check that provider sources under DIR include only headers "
+                        "OpenPegasus has (repeatable)")
     args = p.parse_args()
     return record(args) if args.cmd == "record" else check(args)
 
