@@ -47,6 +47,29 @@ std::string vformat(const char* format, va_list ap) {
   return big;
 }
 
+// One record per line: control characters inside the text (a line feed in a
+// user name or a key value that a client chose, say) are written as \xHH, so
+// that no caller's data can start a forged line. One final line feed ends it.
+std::string oneLine(const std::string& text) {
+  static const char* hex = "0123456789abcdef";
+  size_t n = text.size();
+  if (n > 0 && text[n - 1] == '\n') --n;
+  std::string out;
+  out.reserve(n + 1);
+  for (size_t i = 0; i < n; ++i) {
+    unsigned char c = (unsigned char)text[i];
+    if (c < 0x20 || c == 0x7f) {
+      out += "\\x";
+      out += hex[c >> 4];
+      out += hex[c & 15];
+    } else {
+      out += (char)c;
+    }
+  }
+  out += '\n';
+  return out;
+}
+
 // Writes one whole line, prefixed with time, pid and level, to the log file
 // or standard error.
 void writeLine(int level, const std::string& text) {
@@ -59,8 +82,7 @@ void writeLine(int level, const std::string& text) {
   snprintf(stamp, sizeof stamp, "%04d-%02d-%02d %02d:%02d:%02d.%03d [%d] L%d ", tmv.tm_year + 1900,
            tmv.tm_mon + 1, tmv.tm_mday, tmv.tm_hour, tmv.tm_min, tmv.tm_sec, (int)(tv.tv_usec / 1000),
            (int)getpid(), level);
-  std::string line = stamp + text;
-  if (line.empty() || line.back() != '\n') line += '\n';
+  std::string line = stamp + oneLine(text);
   FILE* out = g_logFile ? g_logFile : stderr;
   fwrite(line.data(), 1, line.size(), out);
   fflush(out);

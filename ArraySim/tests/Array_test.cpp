@@ -242,4 +242,14 @@ namespace {
 TEST(ArrayDeathTest, PanicStopsTheProcessWithItsMessage) {
   EXPECT_DEATH(zar_panic("Assertion failed: %s\n", "len > 0"), "panic: Assertion failed: len > 0");
 }
+
+// A value that a client chose (a user name, a key) cannot start a forged log line.
+TEST(ArrayDeathTest, LoggedArgumentsCannotBreakTheLine) {
+  EXPECT_EXIT(
+      {
+        log_message(2, "user=%s\n", "admin\nL2 forged\x1b[0m");
+        _exit(0);
+      },
+      ::testing::ExitedWithCode(0), "L2 user=admin\\\\x0aL2 forged\\\\x1b\\[0m\n$");
+}
 }  // namespace
