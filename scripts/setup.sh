@@ -10,7 +10,7 @@ packages=(
   libssl-dev openssl
   libgtest-dev libgmock-dev libbenchmark-dev
   sblim-wbemcli
-  curl procps ccache
+  curl procps
   # Fuzz targets (fuzz/): clang with libFuzzer and the sanitizer runtimes,
   # llvm-symbolizer for readable reports, ccache for the CI's rebuilds.
   clang libclang-rt-14-dev llvm-14 ccache
