@@ -50,17 +50,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     HttpLimits limits;
     limits.maxBodyBytes = 1 << 20;
 
-    size_t a = in.find("\r\n\r\n"), b = in.find("\n\n");
     size_t headEnd, bodyStart;
-    if (a != std::string::npos && (b == std::string::npos || a < b)) {
-        headEnd = a;
-        bodyStart = a + 4;
-    } else if (b != std::string::npos) {
-        headEnd = b;
-        bodyStart = b + 2;
-    } else {
+    if (!findHeadEnd(in, headEnd, bodyStart))
         return 0;
-    }
     HttpRequest req;
     if (!parseRequestHead(in.substr(0, headEnd), limits, req).ok)
         return 0;

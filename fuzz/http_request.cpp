@@ -23,18 +23,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     HttpLimits limits;
     limits.maxBodyBytes = 64 * 1024;
 
-    size_t a = in.find("\r\n\r\n"), b = in.find("\n\n");
     size_t headEnd, bodyStart;
-    if (a != std::string::npos && (b == std::string::npos || a < b)) {
-        headEnd = a;
-        bodyStart = a + 4;
-    } else if (b != std::string::npos) {
-        headEnd = b;
-        bodyStart = b + 2;
-    } else {
-        headEnd = in.size();
-        bodyStart = in.size();
-    }
+    if (!findHeadEnd(in, headEnd, bodyStart))
+        headEnd = bodyStart = in.size();
     if (headEnd > limits.maxHeadBytes)
         return 0;
 

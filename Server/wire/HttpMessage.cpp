@@ -75,6 +75,23 @@ bool HttpRequest::keepAlive() const
     return versionMinor >= 1 || keep;
 }
 
+bool findHeadEnd(const std::string& data, size_t& headEnd, size_t& bodyStart)
+{
+    size_t a = data.find("\r\n\r\n");
+    size_t b = data.find("\n\n");
+    if (a != std::string::npos && (b == std::string::npos || a < b)) {
+        headEnd = a;
+        bodyStart = a + 4;
+        return true;
+    }
+    if (b != std::string::npos) {
+        headEnd = b;
+        bodyStart = b + 2;
+        return true;
+    }
+    return false;
+}
+
 HeadParseResult parseRequestHead(const std::string& head, const HttpLimits& limits,
                                  HttpRequest& req)
 {

@@ -43,6 +43,11 @@ struct HeadParseResult {
     std::string reason;
 };
 
+// Finds the empty line that ends a request head in data (CRLF CRLF or LF LF,
+// whichever comes first). On success headEnd is the head's length and
+// bodyStart the offset of the first body byte; false while no head end is there.
+bool findHeadEnd(const std::string& data, size_t& headEnd, size_t& bodyStart);
+
 // Parses the request line and headers of head (everything before the empty
 // line, line ends CRLF or LF). Refuses malformed request lines, versions
 // other than HTTP/1.0 and 1.1, header lines without a colon or with

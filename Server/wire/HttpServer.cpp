@@ -484,16 +484,8 @@ private:
     bool headReceived(const std::shared_ptr<Conn>& c)
     {
         const HttpLimits& lim = _config.limits;
-        size_t a = c->in.find("\r\n\r\n");
-        size_t b = c->in.find("\n\n");
         size_t headEnd, bodyStart;
-        if (a != std::string::npos && (b == std::string::npos || a < b)) {
-            headEnd = a;
-            bodyStart = a + 4;
-        } else if (b != std::string::npos) {
-            headEnd = b;
-            bodyStart = b + 2;
-        } else {
+        if (!findHeadEnd(c->in, headEnd, bodyStart)) {
             if (c->in.size() > lim.maxHeadBytes) {
                 refuse(c, 431, "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
                 return false;
