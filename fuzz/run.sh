@@ -2,9 +2,10 @@
 # Runs the fuzz targets, each for a while on its seed corpus and dictionary,
 # at low priority (nice 10), one after the other.
 #
-# Usage: fuzz/run.sh [--build-dir DIR] [--seconds N] [--work DIR] [TARGET...]
+# Usage: fuzz/run.sh [--build-dir DIR] [--seconds N] [--runs N] [--work DIR] [TARGET...]
 #   --build-dir DIR  the build with -DZAR_FUZZ=ON (default: build-fuzz)
 #   --seconds N      run each target N seconds (default 30)
+#   --runs N         stop a target earlier, after N executions
 #   --work DIR       keep the inputs each run adds in DIR/<target>/ and reuse
 #                    them next time (default: a temporary folder, removed)
 #   TARGET...        target names, e.g. http_request (default: all of them)
@@ -18,6 +19,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/.." && pwd)
 build="$root/build-fuzz"
 seconds=30
+runs=""
 work=""
 targets=()
 
@@ -28,6 +30,7 @@ while [ $# -gt 0 ]; do
   case "$1" in
     --build-dir) [ $# -ge 2 ] || die "--build-dir needs a folder"; build=$2; shift 2 ;;
     --seconds) [ $# -ge 2 ] || die "--seconds needs a number"; seconds=$2; shift 2 ;;
+    --runs) [ $# -ge 2 ] || die "--runs needs a number"; runs=$2; shift 2 ;;
     --work) [ $# -ge 2 ] || die "--work needs a folder"; work=$2; shift 2 ;;
     -h|--help) usage; exit 0 ;;
     -*) die "unknown option $1 (see --help)" ;;
@@ -35,6 +38,7 @@ while [ $# -gt 0 ]; do
   esac
 done
 case "$seconds" in ''|*[!0-9]*) die "--seconds: not a number: $seconds" ;; esac
+case "$runs" in *[!0-9]*) die "--runs: not a number: $runs" ;; esac
 
 if [ ${#targets[@]} -eq 0 ]; then
   for f in "$here"/corpus/*/; do targets+=("$(basename "$f")"); done
@@ -54,12 +58,13 @@ for t in "${targets[@]}"; do
   [ -x "$bin" ] || die "$bin is missing: build with -DZAR_FUZZ=ON (see fuzz/README.md)"
   [ -d "$here/corpus/$t" ] || die "no seed corpus fuzz/corpus/$t"
   mkdir -p "$work/$t"
-  dict=()
-  [ -f "$here/dict/$t.dict" ] && dict=(-dict="$here/dict/$t.dict")
+  opts=()
+  [ -z "$runs" ] || opts+=(-runs="$runs")
+  [ -f "$here/dict/$t.dict" ] && opts+=(-dict="$here/dict/$t.dict")
   log="$work/$t.log"
   # New inputs go to the work folder; the seed corpus in the tree is only read.
   set +e
-  nice -n 10 "$bin" "${dict[@]}" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+  nice -n 10 "$bin" "${opts[@]}" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
     -print_final_stats=1 -artifact_prefix="$work/artifacts/$t-" \
     "$work/$t" "$here/corpus/$t" > "$log" 2>&1
   rc=$?
