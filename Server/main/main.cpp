@@ -152,6 +152,7 @@ int main(int argc, char** argv)
     log_message(2, "zar-cimserver: %s received, stopping (%d requests in progress)",
                 sig == SIGTERM ? "SIGTERM" : "SIGINT", server.activeRequests());
     server.stop();
+    handler.shutdown();  // open enumerations end before their providers go away
     core->shutdown();
     log_message(2, "zar-cimserver: stopped");
     std::cout << "zar-cimserver: stopped" << std::endl;

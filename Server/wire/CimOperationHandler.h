@@ -1,14 +1,15 @@
 // CimOperationHandler: turns CIM-XML requests received over HTTP into calls
 // of the server's CIMOperationHost and streams the answers back.
 //
-// Per request: HTTP method (POST, M-POST) and CIM headers are checked
-// (protocol errors answered with an HTTP status and CIMError/PGErrorDetail
-// headers), the client is authenticated from the head alone, before the
-// body is read (CimAdmission.cpp: HTTP Basic; the local socket is trusted
-// as the server's own user), the body is checked to be UTF-8 and
-// parsed under limits, the operation runs with IdentityContainer and
-// ClientAddressContainer in its context, and CIM errors come back as ERROR
-// elements. One access-log line is written per request.
+// The client is authenticated from the head alone, before the body is read
+// (CimAdmission.cpp: HTTP Basic; the local socket is trusted as the
+// server's own user). Then the request is decoded once (CimRequest), the
+// operation found in its table (IntrinsicOperations, PullOperations) or
+// invoked as a method (MethodCall) with IdentityContainer and
+// ClientAddressContainer in its context, and the answer written in its
+// envelope here: CIM errors as ERROR elements, protocol errors as an HTTP
+// status with CIMError/PGErrorDetail headers. One access-log line is
+// written per request.
 #ifndef ZAR_SERVER_WIRE_CIMOPERATIONHANDLER_H
 #define ZAR_SERVER_WIRE_CIMOPERATIONHANDLER_H
 
@@ -18,6 +19,8 @@
 #include <Pegasus/Common/CIMOperationHost.h>
 #include <Pegasus/Common/CIMXmlCodec.h>
 
+#include "CimRequest.h"
+#include "EnumerationContexts.h"
 #include "HttpServer.h"
 
 namespace zarwire {
@@ -36,6 +39,8 @@ struct CimHandlerConfig {
     std::function<void(int level, const std::string& line)> log;
     // Records a failed login in the array's audit log. Optional.
     std::function<void(const std::string& user, const std::string& address)> recordFailedLogin;
+    // Open enumerations of the pull operations.
+    EnumerationLimits enumerationLimits;
 };
 
 class CimOperationHandler : public RequestHandler {
@@ -46,13 +51,14 @@ public:
     void handle(HttpExchange& exchange) override;
     void rejected(const PeerInfo& peer, int status, const std::string& reason) override;
 
+    // Closes every open enumeration; call before the host goes away.
+    void shutdown() { _enumerations.closeAll(); }
+    EnumerationContexts& enumerations() { return _enumerations; }
+
 private:
     struct Outcome;
     void process(HttpExchange& ex, Outcome& out);
-    void runIntrinsic(HttpExchange& ex, Outcome& out, const Pegasus::CIMXml::XmlElement& call,
-                      const std::string& messageId, bool chunked, const std::string& ns);
-    void runExtrinsic(HttpExchange& ex, Outcome& out, const Pegasus::CIMXml::XmlElement& call,
-                      const std::string& messageId, bool chunked, const std::string& ns);
+    void run(HttpExchange& ex, Outcome& out, const CimCall& call);
     void log(int level, const std::string& line);
     // One access-log line; every field is escaped.
     void logAccess(const std::string& user, const std::string& address, const std::string& operation,
@@ -62,6 +68,7 @@ private:
 
     Pegasus::CIMOperationHost& _host;
     CimHandlerConfig _config;
+    EnumerationContexts _enumerations;
 };
 
 }  // namespace zarwire

@@ -5,24 +5,20 @@
 
 namespace zarwire {
 
-namespace {
-const size_t kChunkBytes = 64 * 1024;
-}
-
-CimResponse::CimResponse(HttpExchange& exchange, bool chunked, const std::string& mpostNs)
-    : _ex(exchange), _chunked(chunked), _ns(mpostNs)
+CimResponse::CimResponse(HttpExchange& exchange, Framing framing, const std::string& mpostNs)
+    : _ex(exchange), _framing(framing), _ns(mpostNs)
 {
 }
 
-std::vector<std::pair<std::string, std::string> > CimResponse::headers(size_t length) const
+HeaderList CimResponse::headers(size_t length) const
 {
-    std::vector<std::pair<std::string, std::string> > h;
+    HeaderList h;
     h.emplace_back("Content-Type", "application/xml; charset=utf-8");
-    if (!_chunked) {
+    if (!_started) {
         char len[32];
         std::snprintf(len, sizeof len, "%010zu", length);
         h.emplace_back("content-length", len);
-    } else {
+    } else if (_framing == Framing::Trailers) {
         h.emplace_back("Trailer", "CIMError, CIMStatusCode, CIMStatusCodeDescription");
     }
     if (_ns.empty()) {
@@ -36,30 +32,44 @@ std::vector<std::pair<std::string, std::string> > CimResponse::headers(size_t le
     return h;
 }
 
+// Sends the head of a streamed answer.
+bool CimResponse::start()
+{
+    _started = true;
+    if (_framing == Framing::Close) {
+        _ex.setKeepAlive(false);
+        return _ex.beginStream(200, "OK", headers(0));
+    }
+    return _ex.beginChunked(200, "OK", headers(0));
+}
+
 bool CimResponse::flushIfFull()
 {
-    if (!_chunked || _buf.size() < kChunkBytes)
+    if (_buf.size() < kChunkBytes)
         return true;
     if (!_started) {
-        _started = true;
-        if (!_ex.beginChunked(200, "OK", headers(0)))
+        if (_framing != Framing::Trailers && _buf.size() < kWholeLimit)
+            return true;
+        if (!start())
             return false;
     }
-    bool ok = _ex.sendChunk(_buf.data(), _buf.size());
+    bool ok = _framing == Framing::Close ? _ex.sendRaw(_buf.data(), _buf.size())
+                                         : _ex.sendChunk(_buf.data(), _buf.size());
     _buf.clear();
     return ok;
 }
 
 bool CimResponse::finish()
 {
-    if (!_chunked)
+    if (!_started && _framing != Framing::Trailers)
         return _ex.send(200, "OK", headers(_buf.size()), std::move(_buf), false);
-    if (!_started) {
-        _started = true;
-        if (!_ex.beginChunked(200, "OK", headers(0)))
-            return false;
-    }
-    bool ok = _ex.sendChunk(_buf.data(), _buf.size()) && _ex.endChunked({});
+    if (!_started && !start())
+        return false;
+    bool ok;
+    if (_framing == Framing::Close)
+        ok = _ex.sendRaw(_buf.data(), _buf.size());
+    else
+        ok = _ex.sendChunk(_buf.data(), _buf.size()) && _ex.endChunked({});
     _buf.clear();
     return ok;
 }
@@ -84,6 +94,8 @@ bool CimResponse::abort(unsigned code, const std::string& description)
 {
     _buf.clear();
     _ex.setKeepAlive(false);
+    if (_framing != Framing::Trailers)
+        return _ex.cut();
     return _ex.endChunked({{"CIMStatusCode", std::to_string(code)},
                            {"CIMStatusCodeDescription", uriEncode(description)}});
 }

@@ -1,8 +1,15 @@
-// CimResponse: the body of one CIM-XML response on its way to the client.
-// Code appends XML to buffer(); in chunked mode full buffers go out as
-// chunks while the operation still runs, so a large enumeration is never
-// held whole; otherwise the body is sent at finish() with the zero-padded
-// content-length header that CIM clients expect.
+// CimResponse: the body of one CIM-XML response on its way to the client,
+// in bounded memory whatever the client. Code appends XML to buffer() and
+// calls flushIfFull() between elements:
+//  - a client that sent TE: trailers gets a chunked answer from the start,
+//    in 64 KiB chunks, and an error after the first chunk in the trailer;
+//  - other clients get a small answer whole, with the zero-padded
+//    content-length CIM clients expect; once the answer outgrows 1 MiB it
+//    goes out as it is produced: chunked (without trailer) to an HTTP/1.1
+//    client, delimited by the end of the connection to an HTTP/1.0 one.
+//    An error after that point cuts the connection before the answer is
+//    complete (no last chunk, no closing elements), so that the client sees
+//    a failure, never an answer that looks whole.
 #ifndef ZAR_SERVER_WIRE_CIMRESPONSE_H
 #define ZAR_SERVER_WIRE_CIMRESPONSE_H
 
@@ -10,20 +17,24 @@
 
 #include <Pegasus/Common/CIMXmlCodec.h>
 
-#include "HttpServer.h"
+#include "CimRequest.h"
+#include "HttpExchange.h"
 
 namespace zarwire {
 
 class CimResponse {
 public:
-    // mpostNs is the extension-header prefix number of an M-POST request
-    // ("" for POST); chunked when the client accepts trailers.
-    CimResponse(HttpExchange& exchange, bool chunked, const std::string& mpostNs);
+    // Bytes sent per chunk, and the largest answer kept whole for a client
+    // that does not take trailers.
+    static const size_t kChunkBytes = 64 * 1024;
+    static const size_t kWholeLimit = 1024 * 1024;
+
+    CimResponse(HttpExchange& exchange, Framing framing, const std::string& mpostNs);
 
     std::string& buffer() { return _buf; }
 
-    // Sends full buffers in chunked mode. Returns false once the client is
-    // gone.
+    // Sends what the buffer holds once it is large enough to go out.
+    // Returns false once the client is gone.
     bool flushIfFull();
 
     // True when part of the body has already been sent.
@@ -41,14 +52,16 @@ public:
     bool sendError(const std::string& messageId, const std::string& method, bool intrinsic,
                    Pegasus::Uint32 code, const Pegasus::String& message);
 
-    // Ends a started chunked response with an error carried in the trailer
-    // (CIMStatusCode, CIMStatusCodeDescription).
+    // Ends a started response with an error: in the trailer (CIMStatusCode,
+    // CIMStatusCodeDescription) when the client takes one, else by closing
+    // the connection before the answer is complete.
     bool abort(unsigned code, const std::string& description);
 
 private:
-    std::vector<std::pair<std::string, std::string> > headers(size_t length) const;
+    bool start();
+    HeaderList headers(size_t length) const;
     HttpExchange& _ex;
-    bool _chunked;
+    Framing _framing;
     std::string _ns;
     std::string _buf;
     bool _started = false;

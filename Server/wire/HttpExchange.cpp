@@ -103,6 +103,30 @@ bool HttpExchange::sendChunk(const char* data, size_t n)
     return put(chunk);
 }
 
+bool HttpExchange::beginStream(int status, const std::string& reason, const HeaderList& headers)
+{
+    _status = status;
+    _responded = true;
+    _keepAlive = false;
+    return put(responseHead(status, reason, headers, false) + "\r\n");
+}
+
+bool HttpExchange::sendRaw(const char* data, size_t n)
+{
+    if (_failed)
+        return false;
+    _failed = !_out.write(data, n);
+    return !_failed;
+}
+
+bool HttpExchange::cut()
+{
+    _cut = true;
+    _keepAlive = false;
+    _failed = true;
+    return true;
+}
+
 bool HttpExchange::endChunked(const HeaderList& trailers)
 {
     std::string t = "0\r\n";

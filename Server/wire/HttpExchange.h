@@ -63,6 +63,18 @@ public:
     bool sendChunk(const char* data, size_t n);
     bool endChunked(const HeaderList& trailers);
 
+    // Response delimited by the end of the connection (for HTTP/1.0
+    // clients): the head without a length, then bytes as they come; the
+    // connection closes after them.
+    bool beginStream(int status, const std::string& reason, const HeaderList& headers);
+    bool sendRaw(const char* data, size_t n);
+
+    // Ends a started response as a failure: nothing more is sent and the
+    // connection is reset once what was queued has been written, so that
+    // the client cannot take the answer for complete.
+    bool cut();
+    bool wasCut() const { return _cut; }
+
     // True once any byte of the response was queued.
     bool responded() const { return _responded; }
     // HTTP status sent (for the access log).
@@ -77,6 +89,7 @@ private:
     bool _keepAlive;
     bool _responded = false;
     bool _failed = false;
+    bool _cut = false;
     int _status = 0;
 };
 

@@ -331,6 +331,10 @@ private:
         if (c->closed)
             return;
         c->closed = true;
+        // An answer still on its way is a failed one: reset the connection
+        // so that no client takes what arrived for the whole answer.
+        if (c->out && c->io && !(c->out->finished() && c->out->pending() == 0))
+            c->io->resetOnClose();
         if (c->out)
             c->out->close();
         epoll_ctl(_epoll, EPOLL_CTL_DEL, c->io->fd(), nullptr);
@@ -672,7 +676,7 @@ private:
             _handler.handle(ex);
             if (!ex.responded())
                 ex.send(500, "", {}, std::string());
-            out->finish(ex.keepAlive());
+            out->finish(ex.keepAlive(), !ex.wasCut());
         });
         if (!queued) {
             c->out.reset();
@@ -702,6 +706,11 @@ private:
     void responseDone(const std::shared_ptr<Conn>& c)
     {
         bool keep = c->phase == Phase::Running && c->out->keepAlive() && !_stopping;
+        if (!c->out->complete()) {
+            c->io->resetOnClose();
+            close(c, "answer cut short");
+            return;
+        }
         c->out.reset();
         releaseSlot(c);
         if (!keep) {

@@ -64,11 +64,12 @@ bool OutputQueue::give(std::string&& bytes)
     return true;
 }
 
-void OutputQueue::finish(bool keepAlive)
+void OutputQueue::finish(bool keepAlive, bool complete)
 {
     std::unique_lock<std::mutex> lock(_mu);
     _finished = true;
-    _keepAlive = keepAlive;
+    _keepAlive = keepAlive && complete;
+    _complete = complete;
     // Wake the event thread even with nothing left to write, so that it
     // notices the end of the response.
     if (_wake) {
@@ -129,6 +130,12 @@ bool OutputQueue::keepAlive() const
 {
     std::lock_guard<std::mutex> lock(_mu);
     return _keepAlive;
+}
+
+bool OutputQueue::complete() const
+{
+    std::lock_guard<std::mutex> lock(_mu);
+    return _complete;
 }
 
 size_t OutputQueue::sent() const

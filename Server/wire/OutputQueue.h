@@ -33,8 +33,10 @@ public:
     // connection is closed (the bytes are dropped).
     bool write(const char* data, size_t n);
     bool give(std::string&& bytes);
-    // The response is complete; keepAlive: the connection serves another.
-    void finish(bool keepAlive);
+    // The response is over; keepAlive: the connection serves another;
+    // complete false: it was cut short, and the connection is reset once
+    // what was queued has been written.
+    void finish(bool keepAlive, bool complete = true);
 
     // Event-thread side. Writes what it can to the stream; returns the
     // outcome of the last write (Done when everything pending went out).
@@ -45,6 +47,7 @@ public:
     size_t pending() const;
     bool finished() const;
     bool keepAlive() const;
+    bool complete() const;
     // Bytes written so far and the time the last write made progress (or
     // the time bytes began to wait, when none could be written yet).
     size_t sent() const;
@@ -66,6 +69,7 @@ private:
     bool _closed = false;
     bool _finished = false;
     bool _keepAlive = false;
+    bool _complete = true;
     bool _woken = false;
     Clock::time_point _started = Clock::now();
     Clock::time_point _progress = Clock::now();

@@ -28,6 +28,14 @@ IoResult result(IoResult::Kind k, size_t n = 0)
     return r;
 }
 
+void lingerZero(int fd)
+{
+    struct linger l;
+    l.l_onoff = 1;
+    l.l_linger = 0;
+    setsockopt(fd, SOL_SOCKET, SO_LINGER, &l, sizeof l);
+}
+
 class PlainStream : public Stream {
 public:
     explicit PlainStream(int fd) : _fd(fd) { setNonBlocking(fd); }
@@ -64,6 +72,7 @@ public:
     }
 
     int fd() const override { return _fd; }
+    void resetOnClose() override { lingerZero(_fd); }
 
 private:
     int _fd;
@@ -108,6 +117,11 @@ public:
 
     bool buffered() const override { return SSL_pending(_ssl) > 0; }
     int fd() const override { return _fd; }
+    void resetOnClose() override
+    {
+        _established = false;  // no close_notify
+        lingerZero(_fd);
+    }
 
 private:
     IoResult failure(int r)
@@ -144,6 +158,8 @@ std::string sslErrors()
 }  // namespace
 
 Stream::~Stream() = default;
+
+void Stream::resetOnClose() {}
 
 std::unique_ptr<Stream> makePlainStream(int fd)
 {

@@ -34,6 +34,9 @@ public:
     // caller does not wait for socket readiness that will not come.
     virtual bool buffered() const { return false; }
     virtual int fd() const = 0;
+    // Makes closing the stream reset the connection (TCP RST, no TLS
+    // close_notify): the peer sees a failure, not an orderly end.
+    virtual void resetOnClose();
 };
 
 // A stream over a connected socket; sets it non-blocking, owns and closes it.
