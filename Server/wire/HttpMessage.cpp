@@ -236,8 +236,14 @@ int decodeChunked(const std::string& data, size_t& pos, size_t maxBody, std::str
     std::string out;
     for (;;) {
         size_t nl = data.find('\n', p);
+        // The same limits whether the line is complete or not, so that a
+        // body's fate does not depend on how its bytes were split.
+        if ((nl == std::string::npos ? data.size() : nl) - p > 1024) {
+            reason = "chunk size line too long";
+            return -1;
+        }
         if (nl == std::string::npos)
-            return data.size() - p > 1024 ? (reason = "chunk size line too long", -1) : 0;
+            return 0;
         std::string line = data.substr(p, nl - p);
         if (!line.empty() && line.back() == '\r') line.pop_back();
         size_t semi = line.find(';');
@@ -261,11 +267,16 @@ int decodeChunked(const std::string& data, size_t& pos, size_t maxBody, std::str
         }
         p = nl + 1;
         if (n == 0) {
-            // Trailer section up to an empty line.
+            // Trailer section up to an empty line, 8 KiB at most.
+            const size_t trailerStart = p;
             for (;;) {
                 size_t e = data.find('\n', p);
+                if ((e == std::string::npos ? data.size() : e + 1) - trailerStart > 8192) {
+                    reason = "trailer too long";
+                    return -1;
+                }
                 if (e == std::string::npos)
-                    return data.size() - p > 8192 ? (reason = "trailer too long", -1) : 0;
+                    return 0;
                 bool empty = e == p || (e == p + 1 && data[p] == '\r');
                 p = e + 1;
                 if (empty) break;

@@ -110,6 +110,16 @@ TEST(HttpBody, ChunkedDecoding)
     body.clear();
     pos = 0;
     EXPECT_EQ(decodeChunked("65\r\n", pos, 100, body, why), -1);  // 101 bytes > limit
+
+    // Line limits hold whether the line is complete or not: a body is not
+    // accepted whole and refused when its bytes arrive in two reads.
+    const std::string longExt = "1;" + std::string(1100, 'e');
+    const std::string longTrailer = "0\r\nX: " + std::string(9000, 't');
+    for (const std::string& bad : {longExt + "\r\nA\r\n0\r\n\r\n", longExt, longTrailer + "\r\n\r\n", longTrailer}) {
+        body.clear();
+        pos = 0;
+        EXPECT_EQ(decodeChunked(bad, pos, 100, body, why), -1) << bad.size();
+    }
 }
 
 TEST(HttpCodecs, UriAndBase64)
