@@ -283,7 +283,7 @@ void runOwnServer(int views, unsigned pullSize)
         die("cannot create the array in " + dir);
     zarsim_set_log_level(1);
     auto t0 = std::chrono::steady_clock::now();
-    int added = zarbench::addViews(views / 4);
+    int added = zare2e::addViews(views / 4);
     zarsim_close();
     std::fprintf(stderr, "array: %d views added in %.0f s\n", added,
                  std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count());

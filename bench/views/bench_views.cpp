@@ -62,7 +62,7 @@ int main(int argc, char** argv)
     check(zarsim_seed_demo(), "seed");
     check(zarsim_add_user("bench", "benchpass1", "browse"), "add user");
     auto t0 = std::chrono::steady_clock::now();
-    int added = zarbench::addViews(hosts);
+    int added = zare2e::addViews(hosts);
     std::printf("array: %d views added in %.1f s\n", added, seconds(t0));
     zarsim_close();
 

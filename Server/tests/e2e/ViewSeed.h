@@ -1,14 +1,15 @@
-// ViewSeed: fills an open simulated array with views for the benches.
-#ifndef ZAR_BENCH_COMMON_VIEWSEED_H
-#define ZAR_BENCH_COMMON_VIEWSEED_H
+// ViewSeed: fills an open simulated array with views, for tests and benches
+// that need many.
+#ifndef ZAR_SERVER_TESTS_E2E_VIEWSEED_H
+#define ZAR_SERVER_TESTS_E2E_VIEWSEED_H
 
-namespace zarbench {
+namespace zare2e {
 
 // Adds hosts "v00000".. to the open array, each exported one volume through
 // four FC ports (a matched set: four views per host). Returns the number of
 // views added; exits the program with a message when the array refuses.
 int addViews(int hosts);
 
-}  // namespace zarbench
+}  // namespace zare2e
 
 #endif

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace zarbench {
+namespace zare2e {
 
 namespace {
 
@@ -55,4 +55,4 @@ int addViews(int hosts)
     return views;
 }
 
-}  // namespace zarbench
+}  // namespace zare2e
