@@ -19,7 +19,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/.." && pwd)
 build="$root/build-fuzz"
 seconds=30
-runs=""
+max_runs=""
 work=""
 targets=()
 
@@ -30,7 +30,7 @@ while [ $# -gt 0 ]; do
   case "$1" in
     --build-dir) [ $# -ge 2 ] || die "--build-dir needs a folder"; build=$2; shift 2 ;;
     --seconds) [ $# -ge 2 ] || die "--seconds needs a number"; seconds=$2; shift 2 ;;
-    --runs) [ $# -ge 2 ] || die "--runs needs a number"; runs=$2; shift 2 ;;
+    --runs) [ $# -ge 2 ] || die "--runs needs a number"; max_runs=$2; shift 2 ;;
     --work) [ $# -ge 2 ] || die "--work needs a folder"; work=$2; shift 2 ;;
     -h|--help) usage; exit 0 ;;
     -*) die "unknown option $1 (see --help)" ;;
@@ -38,7 +38,7 @@ while [ $# -gt 0 ]; do
   esac
 done
 case "$seconds" in ''|*[!0-9]*) die "--seconds: not a number: $seconds" ;; esac
-case "$runs" in *[!0-9]*) die "--runs: not a number: $runs" ;; esac
+case "$max_runs" in *[!0-9]*) die "--runs: not a number: $max_runs" ;; esac
 
 if [ ${#targets[@]} -eq 0 ]; then
   for f in "$here"/corpus/*/; do targets+=("$(basename "$f")"); done
@@ -59,7 +59,7 @@ for t in "${targets[@]}"; do
   [ -d "$here/corpus/$t" ] || die "no seed corpus fuzz/corpus/$t"
   mkdir -p "$work/$t"
   opts=()
-  [ -z "$runs" ] || opts+=(-runs="$runs")
+  [ -z "$max_runs" ] || opts+=(-runs="$max_runs")
   [ -f "$here/dict/$t.dict" ] && opts+=(-dict="$here/dict/$t.dict")
   log="$work/$t.log"
   # New inputs go to the work folder; the seed corpus in the tree is only read.
