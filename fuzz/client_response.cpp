@@ -5,7 +5,7 @@
 // first input byte picks the client operation, so that every kind of
 // result is decoded: classes, class names, instances, instance names,
 // objects with paths, property values, method return values and output
-// parameters, and errors.
+// parameters, pull operations' answers, and errors.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -123,7 +123,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         CIMClient client;
         client.setTimeout(5000);
         client.connectLocal();
-        switch (data[0] % 16) {
+        CIMEnumerationContext ctx;
+        Boolean end = false;
+        switch (data[0] % 18) {
         case 0: (void)client.getClass(ns, "ZAR_StorageSystem", false, true, true, all); break;
         case 1: (void)client.enumerateClasses(ns, CIMName(), true, false, true, true); break;
         case 2: (void)client.enumerateClassNames(ns, CIMName(), true); break;
@@ -147,6 +149,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         }
         case 12: client.deleteInstance(ns, instancePath()); break;
         case 13: client.setProperty(ns, instancePath(), "ElementName", CIMValue(String("x"))); break;
+        case 16:  // an open and its pulls; every request gets the same answer
+            (void)client.openEnumerateInstances(ctx, end, ns, "ZAR_SCSIController", true, false,
+                                                all, String(), String(), Uint32Arg(30), false, 10);
+            for (int i = 0; i < 3 && !end; i++) (void)client.pullInstancesWithPath(ctx, end, 10);
+            break;
+        case 17:
+            (void)client.openEnumerateInstancePaths(ctx, end, ns, "ZAR_SCSIController", String(),
+                                                    String(), Uint32Arg(), false, 10);
+            for (int i = 0; i < 3 && !end; i++) (void)client.pullInstancePaths(ctx, end, 10);
+            if (!end) client.closeEnumeration(ctx);
+            break;
         default: {
             Array<CIMParamValue> in, out;
             in.append(CIMParamValue("LUNames", CIMValue(Array<String>(1, "vol1"))));

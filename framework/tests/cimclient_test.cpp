@@ -218,3 +218,46 @@ TEST_F(CIMClientLocalTest, MethodsAndAssociations)
 }
 
 }  // namespace
+
+TEST_F(CIMClientLocalTest, PullOperationsHandOutTheResultsInPieces)
+{
+    host.store(NS, Volume("v3", 30));
+    CIMEnumerationContext ctx;
+    Boolean end = true;
+    Array<CIMInstance> first = client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume",
+        true, false, CIMPropertyList(), String(), String(), Uint32Arg(), false, 2);
+    EXPECT_EQ(first.size(), 2u);
+    EXPECT_FALSE(end);
+    EXPECT_EQ(client.enumerationCount(ctx).getValue(), 1u);
+    Array<CIMInstance> rest = client.pullInstancesWithPath(ctx, end, 5);
+    ASSERT_EQ(rest.size(), 1u);
+    EXPECT_TRUE(end);
+    EXPECT_EQ(rest[0].getPath().toString(), "ZAR_Volume.Name=\"v3\"");
+    EXPECT_THROW(client.pullInstancesWithPath(ctx, end, 5), InvalidEnumerationContextException);
+
+    // Paths carry their namespace; a pull of the wrong kind ends it.
+    Array<CIMObjectPath> paths = client.openEnumerateInstancePaths(ctx, end, NS, "ZAR_Volume",
+        String(), String(), Uint32Arg(), false, 1);
+    ASSERT_EQ(paths.size(), 1u);
+    EXPECT_EQ(paths[0].getNameSpace(), NS);
+    try {
+        client.pullInstancesWithPath(ctx, end, 1);
+        ADD_FAILURE() << "a pull of instances from a paths enumeration";
+    } catch (CIMException& e) {
+        EXPECT_EQ(e.getCode(), CIM_ERR_FAILED);
+    }
+    try {
+        client.closeEnumeration(ctx);
+        ADD_FAILURE() << "the enumeration outlived a failed pull";
+    } catch (CIMException& e) {
+        EXPECT_EQ(e.getCode(), CIM_ERR_INVALID_ENUMERATION_CONTEXT);
+    }
+
+    try {
+        client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume", true, false,
+            CIMPropertyList(), "DMTF:FQL", "Size > 1");
+        ADD_FAILURE() << "a filtered enumeration";
+    } catch (CIMException& e) {
+        EXPECT_EQ(e.getCode(), CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED);
+    }
+}

@@ -6,6 +6,8 @@
 #include "CimOperationHandler.h"
 #include "HttpServer.h"
 
+#include <Pegasus/Client/CIMClient.h>
+
 #include <gtest/gtest.h>
 
 #include <arpa/inet.h>
@@ -420,4 +422,47 @@ TEST_F(LargeAnswers, EnumerationContextsAreGuardedAndLimited)
         usleep(100000);
     EXPECT_EQ(handler->enumerations().openCount(), 0u);
     EXPECT_EQ(errorCode(exchange(openRows(""))), "");
+}
+
+TEST_F(LargeAnswers, CIMClientPullsInPieces)
+{
+    const size_t openBefore = handler->enumerations().openCount();
+    CIMClient client;
+    client.connect("127.0.0.1", Uint32(server->httpPort()), "tester", "goodpassword");
+    CIMEnumerationContext ctx;
+    Boolean end = false;
+    Array<CIMInstance> got = client.openEnumerateInstances(ctx, end, "root/t", "Rows", true, false,
+                                                           CIMPropertyList(), String(), String(),
+                                                           Uint32Arg(5), false, 100);
+    EXPECT_EQ(got.size(), 100u);
+    std::set<Uint32> ids;
+    for (;;) {
+        for (Uint32 i = 0; i < got.size(); i++) {
+            Uint32 id = 0;
+            got[i].getProperty(got[i].findProperty("Id")).getValue().get(id);
+            ids.insert(id);
+            EXPECT_EQ(got[i].getPath().getNameSpace(), CIMNamespaceName("root/t"));
+        }
+        if (end) break;
+        got = client.pullInstancesWithPath(ctx, end, 1500);
+    }
+    EXPECT_EQ(ids.size(), 4000u);
+    EXPECT_THROW(client.pullInstancesWithPath(ctx, end, 1), InvalidEnumerationContextException);
+
+    Array<CIMObjectPath> paths = client.openEnumerateInstancePaths(ctx, end, "root/t", "Rows",
+                                                                   String(), String(), Uint32Arg(),
+                                                                   false, 3);
+    ASSERT_EQ(paths.size(), 3u);
+    EXPECT_EQ(paths[0].getHost(), "localhost");
+    EXPECT_FALSE(end);
+    client.closeEnumeration(ctx);
+    EXPECT_EQ(handler->enumerations().openCount(), openBefore);
+
+    try {
+        client.openEnumerateInstances(ctx, end, "root/t", "Rows", true, false, CIMPropertyList(),
+                                      String(), String(), Uint32Arg(), true);
+        ADD_FAILURE() << "ContinueOnError accepted";
+    } catch (CIMException& e) {
+        EXPECT_EQ(e.getCode(), CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED);
+    }
 }

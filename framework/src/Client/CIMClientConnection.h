@@ -79,6 +79,48 @@ public:
         const CIMObjectPath& instanceName, const CIMName& methodName,
         const Array<CIMParamValue>& inParameters,
         Array<CIMParamValue>& outParameters) = 0;
+
+    // Pull operations. An open names what to enumerate and returns the
+    // first objects; pulls continue the enumeration the server's context
+    // string names, in the namespace of the open.
+    struct OpenRequest
+    {
+        enum Kind
+        {
+            INSTANCES, INSTANCE_PATHS, REFERENCES, REFERENCE_PATHS,
+            ASSOCIATORS, ASSOCIATOR_PATHS
+        } kind;
+        CIMNamespaceName nameSpace;
+        CIMName className;          // INSTANCES, INSTANCE_PATHS
+        CIMObjectPath objectName;   // the others
+        CIMName assocClass, resultClass;
+        String role, resultRole;
+        Boolean deepInheritance = true;
+        Boolean includeClassOrigin = false;
+        CIMPropertyList propertyList;
+        String filterQueryLanguage, filterQuery;
+        Uint32Arg operationTimeout;
+        Boolean continueOnError = false;
+        Uint32 maxObjectCount = 0;
+    };
+    // What an open or a pull returns: instances (with their paths) or
+    // paths, whether the sequence ended, and else the context to go on.
+    struct PullResult
+    {
+        Array<CIMInstance> instances;
+        Array<CIMObjectPath> paths;
+        Boolean endOfSequence = false;
+        String context;
+    };
+    enum PullKind { PULL_INSTANCES_WITH_PATH, PULL_INSTANCE_PATHS, PULL_INSTANCES };
+
+    virtual PullResult openEnumeration(const OpenRequest& request) = 0;
+    virtual PullResult pull(PullKind kind, const CIMNamespaceName& nameSpace,
+        const String& context, Uint32 maxObjectCount) = 0;
+    virtual void closeEnumeration(const CIMNamespaceName& nameSpace,
+        const String& context) = 0;
+    virtual Uint64Arg enumerationCount(const CIMNamespaceName& nameSpace,
+        const String& context) = 0;
 };
 
 // Opens a connection to host:port (HTTPS when sslContext is non-null);

@@ -1,6 +1,7 @@
 #include "Client/CIMXmlClient.h"
 
 #include <cstdlib>
+#include <strings.h>
 
 #include <Pegasus/Client/CIMClientException.h>
 #include <Pegasus/Common/Exception.h>
@@ -512,5 +513,141 @@ const bool registered = (registerRemoteConnectionFactory(&createHttpConnection),
     registerLocalConnectionFactory(&createLocalSocketConnection), true);
 
 }  // namespace
+
+
+
+// ---- pull operations ----------------------------------------------------
+
+namespace {
+
+void uint32Param(std::string& out, const char* name, Uint32 v)
+{
+    out += "<IPARAMVALUE NAME=\"";
+    out += name;
+    out += "\"><VALUE>";
+    out += std::to_string(v);
+    out += "</VALUE></IPARAMVALUE>";
+}
+
+// The VALUE of an output PARAMVALUE of IMETHODRESPONSE; null when absent,
+// empty or VALUE.NULL.
+const std::string* outputValue(const CIMXml::XmlElement& resp, const char* name)
+{
+    for (const auto& c : resp.children) {
+        const std::string* n = c.attribute("NAME");
+        if (c.name != "PARAMVALUE" || !n || strcasecmp(n->c_str(), name) != 0)
+            continue;
+        const CIMXml::XmlElement* v = c.child("VALUE");
+        return v ? &v->text : 0;
+    }
+    return 0;
+}
+
+}  // namespace
+
+CIMClientConnection::PullResult CIMXmlClient::_pull(const char* method,
+    const CIMNamespaceName& ns, const std::string& params)
+{
+    const CIMXml::XmlElement* r;
+    CIMXml::XmlElement doc = _call(method, ns, params, r);
+    return decoding([&] {
+        const CIMXml::XmlElement& resp = *responseOf(doc);
+        PullResult res;
+        const std::string* eos = outputValue(resp, "EndOfSequence");
+        if (!eos)
+            throw CIMXmlFormatException(CIMXmlFormatException::NOT_VALID,
+                String(method) + " answer without EndOfSequence");
+        Boolean end = false;
+        CIMXml::scalarFromText(*eos, CIMTYPE_BOOLEAN).get(end);
+        res.endOfSequence = end;
+        if (const std::string* ctx = outputValue(resp, "EnumerationContext"))
+            res.context = str(*ctx);
+        if (!end && res.context.size() == 0)
+            throw CIMXmlFormatException(CIMXmlFormatException::NOT_VALID,
+                String(method) + " answer without EnumerationContext");
+        for (const auto& e : returned(&resp)) {
+            if (e.name == "INSTANCEPATH")
+                res.paths.append(CIMXml::decodeObjectPath(e));
+            else if (e.name == "INSTANCE")
+                res.instances.append(CIMXml::decodeInstance(e, _limits));
+            else
+                res.instances.append(CIMInstance(CIMXml::decodeObjectWithPath(e, _limits)));
+        }
+        return res;
+    });
+}
+
+CIMClientConnection::PullResult CIMXmlClient::openEnumeration(const OpenRequest& q)
+{
+    static const char* const methods[] = {"OpenEnumerateInstances", "OpenEnumerateInstancePaths",
+        "OpenReferenceInstances", "OpenReferenceInstancePaths", "OpenAssociatorInstances",
+        "OpenAssociatorInstancePaths"};
+    bool paths = q.kind == OpenRequest::INSTANCE_PATHS || q.kind == OpenRequest::REFERENCE_PATHS ||
+                 q.kind == OpenRequest::ASSOCIATOR_PATHS;
+    bool assoc = q.kind == OpenRequest::ASSOCIATORS || q.kind == OpenRequest::ASSOCIATOR_PATHS;
+    std::string p;
+    if (q.kind == OpenRequest::INSTANCES || q.kind == OpenRequest::INSTANCE_PATHS) {
+        classNameParam(p, "ClassName", q.className);
+        if (!paths)
+            CIMXml::appendBooleanIParam(p, "DeepInheritance", q.deepInheritance);
+    } else {
+        instanceNameParam(p, "InstanceName", q.objectName);
+        if (assoc)
+            classNameParam(p, "AssocClass", q.assocClass);
+        classNameParam(p, "ResultClass", q.resultClass);
+        stringParam(p, "Role", q.role);
+        if (assoc)
+            stringParam(p, "ResultRole", q.resultRole);
+    }
+    if (!paths) {
+        CIMXml::appendBooleanIParam(p, "IncludeClassOrigin", q.includeClassOrigin);
+        propertyListParam(p, q.propertyList);
+    }
+    stringParam(p, "FilterQueryLanguage", q.filterQueryLanguage);
+    stringParam(p, "FilterQuery", q.filterQuery);
+    if (!q.operationTimeout.isNull())
+        uint32Param(p, "OperationTimeout", q.operationTimeout.getValue());
+    if (q.continueOnError)
+        CIMXml::appendBooleanIParam(p, "ContinueOnError", true);
+    uint32Param(p, "MaxObjectCount", q.maxObjectCount);
+    return _pull(methods[q.kind], q.nameSpace, p);
+}
+
+CIMClientConnection::PullResult CIMXmlClient::pull(PullKind kind, const CIMNamespaceName& ns,
+    const String& context, Uint32 maxObjectCount)
+{
+    static const char* const methods[] = {"PullInstancesWithPath", "PullInstancePaths",
+        "PullInstances"};
+    std::string p;
+    stringParam(p, "EnumerationContext", context);
+    uint32Param(p, "MaxObjectCount", maxObjectCount);
+    return _pull(methods[kind], ns, p);
+}
+
+void CIMXmlClient::closeEnumeration(const CIMNamespaceName& ns, const String& context)
+{
+    std::string p;
+    stringParam(p, "EnumerationContext", context);
+    const CIMXml::XmlElement* r;
+    _call("CloseEnumeration", ns, p, r);
+}
+
+Uint64Arg CIMXmlClient::enumerationCount(const CIMNamespaceName& ns, const String& context)
+{
+    std::string p;
+    stringParam(p, "EnumerationContext", context);
+    const CIMXml::XmlElement* r;
+    CIMXml::XmlElement doc = _call("EnumerationCount", ns, p, r);
+    return decoding([&] {
+        Uint64Arg count;
+        const auto& v = returned(responseOf(doc));
+        if (!v.empty() && v[0].name == "VALUE") {
+            Uint64 n = 0;
+            CIMXml::scalarFromText(v[0].text, CIMTYPE_UINT64).get(n);
+            count.setValue(n);
+        }
+        return count;
+    });
+}
 
 PEGASUS_NAMESPACE_END

@@ -80,7 +80,17 @@ public:
         const CIMName& methodName, const Array<CIMParamValue>& inParameters,
         Array<CIMParamValue>& outParameters) override;
 
+    PullResult openEnumeration(const OpenRequest& request) override;
+    PullResult pull(PullKind kind, const CIMNamespaceName& nameSpace, const String& context,
+        Uint32 maxObjectCount) override;
+    void closeEnumeration(const CIMNamespaceName& nameSpace, const String& context) override;
+    Uint64Arg enumerationCount(const CIMNamespaceName& nameSpace, const String& context) override;
+
 private:
+    // An open or pull call and its answer: the objects of IRETURNVALUE,
+    // EndOfSequence and EnumerationContext.
+    PullResult _pull(const char* method, const CIMNamespaceName& nameSpace,
+        const std::string& params);
     // Sends an intrinsic call with the given IPARAMVALUE text and returns the
     // response document; resp points into it at IMETHODRESPONSE.
     CIMXml::XmlElement _call(const char* method, const CIMNamespaceName& nameSpace,

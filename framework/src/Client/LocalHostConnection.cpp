@@ -5,6 +5,9 @@
 // description. It has no time-out: a call lasts as long as the host takes.
 #include <Pegasus/Common/CIMXmlCodec.h>
 
+#include <map>
+#include <string>
+
 #include "Client/CIMClientConnection.h"
 #include "Common/CollectingResponseHandlers.h"
 #include "Common/HostCall.h"
@@ -250,9 +253,136 @@ public:
         });
     }
 
+    // Pull operations, emulated: an open runs the whole operation and keeps
+    // its results in the connection; pulls hand them out in pieces.
+    virtual PullResult openEnumeration(const OpenRequest& q)
+    {
+        if (q.filterQueryLanguage.size() || q.filterQuery.size())
+            fail(CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED,
+                "Filtered enumerations are not supported.");
+        if (q.continueOnError)
+            fail(CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED,
+                "ContinueOnError is not supported.");
+        Enumeration e;
+        e.nameSpace = q.nameSpace;
+        e.paths = q.kind == OpenRequest::INSTANCE_PATHS ||
+            q.kind == OpenRequest::REFERENCE_PATHS ||
+            q.kind == OpenRequest::ASSOCIATOR_PATHS;
+        Array<CIMObject> objects;
+        switch (q.kind)
+        {
+        case OpenRequest::INSTANCES:
+            e.instances = enumerateInstances(q.nameSpace, q.className,
+                q.deepInheritance, false, false, q.includeClassOrigin,
+                q.propertyList);
+            break;
+        case OpenRequest::INSTANCE_PATHS:
+            e.names = enumerateInstanceNames(q.nameSpace, q.className);
+            break;
+        case OpenRequest::REFERENCES:
+            objects = references(q.nameSpace, q.objectName, q.resultClass,
+                q.role, false, q.includeClassOrigin, q.propertyList);
+            break;
+        case OpenRequest::REFERENCE_PATHS:
+            e.names = referenceNames(q.nameSpace, q.objectName, q.resultClass,
+                q.role);
+            break;
+        case OpenRequest::ASSOCIATORS:
+            objects = associators(q.nameSpace, q.objectName, q.assocClass,
+                q.resultClass, q.role, q.resultRole, false,
+                q.includeClassOrigin, q.propertyList);
+            break;
+        case OpenRequest::ASSOCIATOR_PATHS:
+            e.names = associatorNames(q.nameSpace, q.objectName, q.assocClass,
+                q.resultClass, q.role, q.resultRole);
+            break;
+        }
+        for (Uint32 i = 0; i < objects.size(); i++)
+            e.instances.append(CIMInstance(objects[i]));
+        for (Uint32 i = 0; i < e.names.size(); i++)
+            e.names[i].setNameSpace(q.nameSpace);
+        String id = String(std::to_string(++_lastEnumeration).c_str());
+        _enumerations[id] = e;
+        return take(id, q.maxObjectCount);
+    }
+
+    virtual PullResult pull(PullKind kind, const CIMNamespaceName& nameSpace,
+        const String& context, Uint32 maxObjectCount)
+    {
+        Enumeration& e = find(nameSpace, context);
+        if (kind == PULL_INSTANCES ||
+            (kind == PULL_INSTANCE_PATHS) != e.paths)
+        {
+            _enumerations.erase(context);
+            fail(CIM_ERR_FAILED, "Open and Pull Message types do not match.");
+        }
+        return take(context, maxObjectCount);
+    }
+
+    virtual void closeEnumeration(const CIMNamespaceName& nameSpace,
+        const String& context)
+    {
+        find(nameSpace, context);
+        _enumerations.erase(context);
+    }
+
+    virtual Uint64Arg enumerationCount(const CIMNamespaceName& nameSpace,
+        const String& context)
+    {
+        Enumeration& e = find(nameSpace, context);
+        return Uint64Arg(Uint64(
+            (e.paths ? e.names.size() : e.instances.size()) - e.next));
+    }
+
 private:
+    struct Enumeration
+    {
+        CIMNamespaceName nameSpace;
+        bool paths = false;
+        Array<CIMInstance> instances;
+        Array<CIMObjectPath> names;
+        Uint32 next = 0;
+    };
+
+    [[noreturn]] static void fail(CIMStatusCode code, const char* message)
+    {
+        throw CIMException(code, CIMXml::errorDescription(code, message));
+    }
+
+    Enumeration& find(const CIMNamespaceName& nameSpace, const String& context)
+    {
+        auto it = _enumerations.find(context);
+        if (it == _enumerations.end() || !it->second.nameSpace.equal(nameSpace))
+            fail(CIM_ERR_INVALID_ENUMERATION_CONTEXT,
+                "The enumeration context is not open.");
+        return it->second;
+    }
+
+    // Up to max objects of the enumeration; at its end it is forgotten.
+    PullResult take(const String& id, Uint32 max)
+    {
+        Enumeration& e = _enumerations[id];
+        PullResult r;
+        Uint32 size = e.paths ? e.names.size() : e.instances.size();
+        for (; e.next < size && max > 0; e.next++, max--)
+        {
+            if (e.paths)
+                r.paths.append(e.names[e.next]);
+            else
+                r.instances.append(e.instances[e.next]);
+        }
+        r.endOfSequence = e.next == size;
+        if (r.endOfSequence)
+            _enumerations.erase(id);
+        else
+            r.context = id;
+        return r;
+    }
+
     CIMOperationHost& _host;
     OperationContext _context;
+    std::map<String, Enumeration> _enumerations;
+    Uint64 _lastEnumeration = 0;
 };
 
 }  // namespace

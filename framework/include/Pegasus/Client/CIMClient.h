@@ -34,6 +34,7 @@
 #include <Pegasus/Common/AcceptLanguageList.h>
 #include <Pegasus/Common/ContentLanguageList.h>
 #include <Pegasus/Client/CIMClientException.h>
+#include <Pegasus/Client/CIMEnumerationContext.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -187,6 +188,130 @@ public:
         const CIMName& methodName,
         const Array<CIMParamValue>& inParameters,
         Array<CIMParamValue>& outParameters);
+
+    // Pull operations. An open...() operation starts an enumeration on the
+    // server and returns its first objects (at most maxObjectCount, none by
+    // default); pull...() operations return the next ones, at most
+    // maxObjectCount each, until endOfSequence is true. closeEnumeration()
+    // ends it early. enumerationContext is set by the open and used by the
+    // rest; after the end or the close, or before any open, they throw
+    // InvalidEnumerationContextException. Instances come with their paths
+    // (host and namespace as the server sent them), paths with host and
+    // namespace. operationTimeout is the time in seconds the server keeps
+    // the enumeration between requests (null: the server's default).
+    // Servers may refuse filterQuery and continueOnError: CIMException
+    // CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED and
+    // CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED. Over the in-process
+    // connection an open runs the whole operation at once and the pulls hand
+    // out its results.
+    Array<CIMInstance> openEnumerateInstances(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace,
+        const CIMName& className,
+        Boolean deepInheritance = true,
+        Boolean includeClassOrigin = false,
+        const CIMPropertyList& propertyList = CIMPropertyList(),
+        const String& filterQueryLanguage = String::EMPTY,
+        const String& filterQuery = String::EMPTY,
+        const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false,
+        Uint32 maxObjectCount = 0);
+
+    Array<CIMObjectPath> openEnumerateInstancePaths(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace,
+        const CIMName& className,
+        const String& filterQueryLanguage = String::EMPTY,
+        const String& filterQuery = String::EMPTY,
+        const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false,
+        Uint32 maxObjectCount = 0);
+
+    Array<CIMInstance> openReferenceInstances(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace,
+        const CIMObjectPath& objectName,
+        const CIMName& resultClass = CIMName(),
+        const String& role = String::EMPTY,
+        const Boolean includeClassOrigin = false,
+        const CIMPropertyList& propertyList = CIMPropertyList(),
+        const String& filterQueryLanguage = String::EMPTY,
+        const String& filterQuery = String::EMPTY,
+        const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false,
+        Uint32 maxObjectCount = 0);
+
+    Array<CIMObjectPath> openReferenceInstancePaths(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace,
+        const CIMObjectPath& objectName,
+        const CIMName& resultClass = CIMName(),
+        const String& role = String::EMPTY,
+        const String& filterQueryLanguage = String::EMPTY,
+        const String& filterQuery = String::EMPTY,
+        const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false,
+        Uint32 maxObjectCount = 0);
+
+    Array<CIMInstance> openAssociatorInstances(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace,
+        const CIMObjectPath& objectName,
+        const CIMName& assocClass = CIMName(),
+        const CIMName& resultClass = CIMName(),
+        const String& role = String::EMPTY,
+        const String& resultRole = String::EMPTY,
+        Boolean includeClassOrigin = false,
+        const CIMPropertyList& propertyList = CIMPropertyList(),
+        const String& filterQueryLanguage = String::EMPTY,
+        const String& filterQuery = String::EMPTY,
+        const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false,
+        Uint32 maxObjectCount = 0);
+
+    Array<CIMObjectPath> openAssociatorInstancePaths(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace,
+        const CIMObjectPath& objectName,
+        const CIMName& assocClass = CIMName(),
+        const CIMName& resultClass = CIMName(),
+        const String& role = String::EMPTY,
+        const String& resultRole = String::EMPTY,
+        const String& filterQueryLanguage = String::EMPTY,
+        const String& filterQuery = String::EMPTY,
+        const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false,
+        Uint32 maxObjectCount = 0);
+
+    Array<CIMInstance> pullInstancesWithPath(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        Uint32 maxObjectCount);
+
+    Array<CIMObjectPath> pullInstancePaths(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        Uint32 maxObjectCount);
+
+    // For enumerations opened by a query (which this client cannot open):
+    // servers answer CIM_ERR_FAILED for the other kinds.
+    Array<CIMInstance> pullInstances(
+        CIMEnumerationContext& enumerationContext,
+        Boolean& endOfSequence,
+        Uint32 maxObjectCount);
+
+    void closeEnumeration(
+        CIMEnumerationContext& enumerationContext);
+
+    // Servers may answer CIM_ERR_NOT_SUPPORTED.
+    Uint64Arg enumerationCount(
+        CIMEnumerationContext& enumerationContext);
 
 private:
     CIMClient(const CIMClient&);               // not copyable
