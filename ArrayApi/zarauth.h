@@ -33,6 +33,16 @@ int zar_userRole(const char *user);
  * event was written. */
 int zar_recordFailedLogin(const char *user, const char *address);
 
+/*
+ * A value that changes whenever the array's users change (one added or
+ * removed, enabled or disabled, a new password or role), whichever process
+ * made the change. Cheap when nothing changed: a server may ask on every
+ * request to know whether credentials it verified earlier still hold.
+ * Returns 0 and sets *generation; on an error of the array it still sets a
+ * value that differs from every earlier one.
+ */
+int zar_usersGeneration(unsigned long long *generation);
+
 #ifdef __cplusplus
 } /* extern "C" */
 #endif

@@ -137,6 +137,80 @@ std::string openPath() {
   return g_path;
 }
 
+namespace {
+
+// A fingerprint of every user's name, role, state and password hash: it
+// changes with any change to the users, made by any process.
+uint64_t usersFingerprint(sqlite3* db) {
+  Stmt st(db, "SELECT name, role, enabled, hash FROM user ORDER BY name");
+  uint64_t h = 1469598103934665603ULL;  // FNV-1a
+  auto mix = [&](const void* p, size_t n) {
+    for (size_t i = 0; i < n; ++i) h = (h ^ static_cast<const unsigned char*>(p)[i]) * 1099511628211ULL;
+  };
+  while (st.step()) {
+    for (int col = 0; col < 4; ++col) {
+      std::string v = st.text(col);
+      mix(v.data(), v.size() + 1);  // with its terminating NUL as a separator
+    }
+  }
+  return h;
+}
+
+// A connection of its own that watches the state file: SQLite's
+// data_version changes when any other connection (this process's own or
+// zarcli's) commits, and only then is the fingerprint read again.
+std::mutex g_watchMutex;
+sqlite3* g_watch = nullptr;
+std::string g_watchPath;
+int64_t g_watchVersion = -1;
+uint64_t g_watchFingerprint = 0;
+
+}  // namespace
+
+uint64_t usersGeneration() {
+  std::string path = openPath();
+  if (path.empty() || path == ":memory:") {
+    uint64_t h = 0;
+    readArray("zar_usersGeneration", [&](sqlite3* db) {
+      h = usersFingerprint(db);
+      return Result::success();
+    });
+    return h;
+  }
+  std::lock_guard<std::mutex> lock(g_watchMutex);
+  try {
+    if (g_watch && g_watchPath != path) {
+      dropStatementCache(g_watch);
+      sqlite3_close_v2(g_watch);
+      g_watch = nullptr;
+    }
+    if (!g_watch) {
+      if (sqlite3_open_v2(path.c_str(), &g_watch, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
+        std::string msg = g_watch ? sqlite3_errmsg(g_watch) : "out of memory";
+        sqlite3_close_v2(g_watch);
+        g_watch = nullptr;
+        throw DbError(SQLITE_CANTOPEN, msg);
+      }
+      sqlite3_busy_timeout(g_watch, 10000);
+      g_watchPath = path;
+      g_watchVersion = -1;
+    }
+    Stmt v(g_watch, "PRAGMA data_version");
+    v.step();
+    int64_t version = v.i64(0);
+    if (version != g_watchVersion) {
+      g_watchFingerprint = usersFingerprint(g_watch);
+      g_watchVersion = version;
+    }
+    return g_watchFingerprint;
+  } catch (const DbError& e) {
+    // Unknown: a value no state has, so that nothing remembered is trusted.
+    log_message(2, "array: cannot read the users' state: %s\n", e.what());
+    g_watchVersion = -1;
+    return ++g_watchFingerprint;
+  }
+}
+
 Result readArray(const char* operation, const std::function<Result(sqlite3*)>& fn) {
   applyDelay(operation);
   std::lock_guard<std::recursive_mutex> lock(g_mutex);

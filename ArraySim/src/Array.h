@@ -60,6 +60,10 @@ std::string openPath();
 // API_E_FAILED.
 Result readArray(const char* operation, const std::function<Result(sqlite3*)>& fn);
 
+// A value that changes whenever a user is added, removed, enabled or
+// disabled, or changes password or role, whichever process made the change.
+uint64_t usersGeneration();
+
 // Runs fn inside one write transaction; commits when fn succeeds, rolls back
 // otherwise, and records the outcome in the audit log (args describes the
 // call's arguments).

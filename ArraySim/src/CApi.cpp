@@ -679,6 +679,12 @@ int zar_authenticateUser(const char* user, const char* password) {
   return 0;
 }
 
+int zar_usersGeneration(unsigned long long* generation) {
+  if (!generation) return 1;
+  *generation = usersGeneration();
+  return 0;
+}
+
 int zar_userRole(const char* user) {
   if (!user) return ZAR_ROLE_NONE;
   int role = ZAR_ROLE_NONE;

@@ -111,6 +111,11 @@ int main(int argc, char** argv)
     hc.authenticate = [](const std::string& user, const std::string& password) {
         return zar_authenticateUser(user.c_str(), password.c_str()) == 0;
     };
+    hc.usersGeneration = [] {
+        unsigned long long g = 0;
+        zar_usersGeneration(&g);
+        return g;
+    };
     hc.log = logLine;
     hc.recordFailedLogin = [](const std::string& user, const std::string& address) {
         zar_recordFailedLogin(user.c_str(), address.c_str());

@@ -109,7 +109,10 @@ Admission CimOperationHandler::screen(const HttpRequest& head, const PeerInfo& p
         user = c.user.empty() ? "-" : c.user;
         a.kind = Admission::Check;
         a.user = c.user;
-        a.credential = trim(*auth);
+        // What a connection remembers of a login it passed: a keyed hash of
+        // the credentials, with the users' generation, so that a change of
+        // the array's users makes it log in again.
+        a.credential = _logins.digest(trim(*auth)) + ":" + std::to_string(usersGeneration());
         return a;
     } catch (ProtocolError& e) {
         logAccess(user, peer.address, "-", "-", "HTTP_" + std::to_string(e.status), e.detail, 0);
@@ -127,11 +130,18 @@ Admission CimOperationHandler::check(const HttpRequest& head, const PeerInfo& pe
         return refusal(e, _config.realm);
     }
     // Names no account can have are refused without asking the array.
-    if (!c.user.empty() && !hasControl(c.user) && _config.authenticate &&
-        _config.authenticate(c.user, c.password)) {
-        Admission a;
-        a.user = c.user;
-        return a;
+    if (!c.user.empty() && !hasControl(c.user) && _config.authenticate) {
+        unsigned long long generation = usersGeneration();
+        bool ok = _logins.verified(c.user, c.password, generation);
+        if (!ok && _config.authenticate(c.user, c.password)) {
+            ok = true;
+            _logins.remember(c.user, c.password, generation);
+        }
+        if (ok) {
+            Admission a;
+            a.user = c.user;
+            return a;
+        }
     }
     double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     log(3, "authentication failed for user \"" + logSafe(c.user) + "\" from " + logSafe(peer.address));

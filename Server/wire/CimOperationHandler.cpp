@@ -75,8 +75,16 @@ struct CimOperationHandler::Outcome {
 };
 
 CimOperationHandler::CimOperationHandler(CIMOperationHost& host, const CimHandlerConfig& config)
-    : _host(host), _config(config), _enumerations(config.enumerationLimits)
+    : _host(host),
+      _config(config),
+      _enumerations(config.enumerationLimits),
+      _logins(config.loginCacheSize, config.loginCacheLifetime)
 {
+}
+
+unsigned long long CimOperationHandler::usersGeneration() const
+{
+    return _config.usersGeneration ? _config.usersGeneration() : 0;
 }
 
 void CimOperationHandler::log(int level, const std::string& line)

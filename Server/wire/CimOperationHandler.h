@@ -13,12 +13,14 @@
 #ifndef ZAR_SERVER_WIRE_CIMOPERATIONHANDLER_H
 #define ZAR_SERVER_WIRE_CIMOPERATIONHANDLER_H
 
+#include <chrono>
 #include <functional>
 #include <string>
 
 #include <Pegasus/Common/CIMOperationHost.h>
 #include <Pegasus/Common/CIMXmlCodec.h>
 
+#include "AuthCache.h"
 #include "CimRequest.h"
 #include "EnumerationContexts.h"
 #include "HttpServer.h"
@@ -37,6 +39,13 @@ struct CimHandlerConfig {
     std::function<bool(const std::string& user, const std::string& password)> authenticate;
     // Receives log lines: level (2 error, 3 warning/notice, 4 trace), text.
     std::function<void(int level, const std::string& line)> log;
+    // A value that changes whenever the array's users change; logins
+    // verified before a change are checked again after it. Optional (then
+    // verified logins are trusted for the cache's lifetime).
+    std::function<unsigned long long()> usersGeneration;
+    // Logins remembered across connections, and for how long.
+    size_t loginCacheSize = 256;
+    std::chrono::milliseconds loginCacheLifetime = std::chrono::seconds(60);
     // Records a failed login in the array's audit log. Optional.
     std::function<void(const std::string& user, const std::string& address)> recordFailedLogin;
     // Open enumerations of the pull operations.
@@ -65,10 +74,12 @@ private:
                    const std::string& className, const std::string& status,
                    const std::string& reason, double ms);
     void recordFailedLogin(const std::string& user, const std::string& address);
+    unsigned long long usersGeneration() const;
 
     Pegasus::CIMOperationHost& _host;
     CimHandlerConfig _config;
     EnumerationContexts _enumerations;
+    AuthCache _logins;
 };
 
 }  // namespace zarwire

@@ -261,3 +261,33 @@ TEST_F(ZarCimserver, RefusesBadOptionsAndBusyPorts)
     EXPECT_NE(out.find("Address already in use"), std::string::npos) << out;
     ::close(fd);
 }
+
+// Logins are remembered (on the connection and across connections) only
+// until the array's users change, whichever process changes them.
+TEST_F(ZarCimserver, RememberedLoginsEndWhenZarcliChangesTheUsers)
+{
+    startServer(testSchema());
+    CIMClient kept, other;
+    kept.connect("127.0.0.1", Uint32(server.httpPort()), "admin", "adminpass1");
+    EXPECT_GE(kept.enumerateInstances("root/test", "ZTest_Widget").size(), 2u);
+    other.connect("127.0.0.1", Uint32(server.httpPort()), "admin", "adminpass1");
+    EXPECT_GE(other.enumerateInstances("root/test", "ZTest_Widget").size(), 2u);
+
+    std::string out;
+    ASSERT_EQ(runCommand("echo adminpass2 | ZAR_ARRAY_DB=" + dir + "/array.db " + binaryDir() +
+                             "/bin/zarcli users passwd admin",
+                         out),
+              0)
+        << out;
+    for (CIMClient* c : {&kept, &other}) {
+        try {
+            c->enumerateInstances("root/test", "ZTest_Widget");
+            ADD_FAILURE() << "the old password still opens the server";
+        } catch (CIMClientHTTPErrorException& e) {
+            EXPECT_EQ(e.getCode(), 401u);
+        }
+    }
+    CIMClient fresh;
+    fresh.connect("127.0.0.1", Uint32(server.httpPort()), "admin", "adminpass2");
+    EXPECT_GE(fresh.enumerateInstances("root/test", "ZTest_Widget").size(), 2u);
+}

@@ -13,6 +13,7 @@
 
 #include <arpa/inet.h>
 #include <cstring>
+#include <atomic>
 #include <mutex>
 #include <netinet/in.h>
 #include <poll.h>
@@ -51,8 +52,10 @@ protected:
         hc.xmlLimits.maxDepth = 40;
         // As the program does: the array's check takes C strings.
         hc.authenticate = [](const std::string& u, const std::string& p) {
+            passwordChecks++;
             return strcmp(u.c_str(), "tester") == 0 && strcmp(p.c_str(), "goodpassword") == 0;
         };
+        hc.usersGeneration = [] { return usersGeneration.load(); };
         hc.log = [](int, const std::string& line) {
             std::lock_guard<std::mutex> lock(logMu);
             logLines.push_back(line);
@@ -173,6 +176,8 @@ protected:
     static HttpServer* server;
     static std::mutex logMu;
     static std::vector<std::string> logLines;
+    static std::atomic<int> passwordChecks;
+    static std::atomic<unsigned long long> usersGeneration;
 };
 
 zarserver::ServerCore* WireServer::core;
@@ -180,6 +185,8 @@ CimOperationHandler* WireServer::handler;
 HttpServer* WireServer::server;
 std::mutex WireServer::logMu;
 std::vector<std::string> WireServer::logLines;
+std::atomic<int> WireServer::passwordChecks;
+std::atomic<unsigned long long> WireServer::usersGeneration;
 
 }  // namespace
 
@@ -244,6 +251,34 @@ TEST_F(WireServer, AuthenticationIsRequired)
     Reply digest = exchange(post(intrinsic("EnumerateClassNames", ""), "Authorization: Digest x\r\n"));
     EXPECT_EQ(digest.status, 401);
     expectStillServing();
+}
+
+TEST_F(WireServer, APasswordIsCheckedOncePerUsersGeneration)
+{
+    usersGeneration++;
+    const std::string request = post(intrinsic("EnumerateClassNames", ""), kAuth);
+    int kept = connectServer();
+    passwordChecks = 0;
+    ASSERT_EQ(exchange(request, kept).status, 200);
+    ASSERT_EQ(exchange(request, kept).status, 200);
+    ASSERT_EQ(exchange(request).status, 200);  // another connection
+    EXPECT_EQ(passwordChecks, 1);
+
+    // Failures are never remembered.
+    const std::string wrong = post(intrinsic("EnumerateClassNames", ""),
+                                   "Authorization: Basic dGVzdGVyOndyb25n\r\n");  // tester:wrong
+    EXPECT_EQ(exchange(wrong).status, 401);
+    EXPECT_EQ(exchange(wrong).status, 401);
+    EXPECT_EQ(passwordChecks, 3);
+
+    // A change of the users: the next request checks again, on the kept
+    // connection as on a new one.
+    usersGeneration++;
+    ASSERT_EQ(exchange(request, kept).status, 200);
+    EXPECT_EQ(passwordChecks, 4);
+    ASSERT_EQ(exchange(request).status, 200);
+    EXPECT_EQ(passwordChecks, 4);
+    ::close(kept);
 }
 
 TEST_F(WireServer, HeaderErrorsUseHttpStatusAndCimError)
