@@ -345,3 +345,30 @@ TEST(CIMXmlDecoder, RejectsElementsOutOfPlace)
         "true</KEYVALUE></KEYBINDING></INSTANCENAME>"));
     EXPECT_EQ(u8(p.toString()), "C.K=TRUE");
 }
+
+TEST(CIMXmlCodecValues, TextIsEscapedTheSameWhateverItsCharacters)
+{
+    struct Case {
+        String in;
+        const char* text;
+        const char* attribute;
+    } cases[] = {
+        {"plain ASCII", "plain ASCII", "plain ASCII"},
+        {"a<b>&\"c\"\r\n\td", "a&lt;b&gt;&amp;&quot;c&quot;&#13;\n\td",
+         "a&lt;b&gt;&amp;&quot;c&quot;&#13;&#10;&#9;d"},
+        {String("caf\xc3\xa9 <x>"), "caf\xc3\xa9 &lt;x&gt;", "caf\xc3\xa9 &lt;x&gt;"},
+        {"", "", ""},
+    };
+    for (const Case& c : cases) {
+        std::string text, attribute;
+        CIMXml::appendText(text, c.in);
+        CIMXml::appendAttribute(attribute, c.in);
+        EXPECT_EQ(text, c.text);
+        EXPECT_EQ(attribute, c.attribute);
+    }
+    // A NUL ends the text as it always has.
+    Char16 withNul[] = {'a', 0, 'b', 0};
+    std::string cut;
+    CIMXml::appendText(cut, String(withNul, 3));
+    EXPECT_EQ(cut, "a");
+}

@@ -38,12 +38,49 @@ void escapeInto(std::string& out, const char* p, size_t n, bool attr)
     }
 }
 
+// Escaped text of s. Names and most values are ASCII: those are narrowed
+// and escaped in one pass, without the UTF-8 copy that other text takes.
+void appendEscaped(std::string& out, const String& s, bool attr)
+{
+    const Char16* p = s.getChar16Data();
+    const Uint32 n = s.size();
+    for (Uint32 i = 0; i < n; i++)
+    {
+        // Beyond ASCII, and NUL (where the UTF-8 copy ends the text).
+        if (Uint16(p[i]) >= 0x80 || Uint16(p[i]) == 0)
+        {
+            std::string u = utf8(s);
+            escapeInto(out, u.data(), u.size(), attr);
+            return;
+        }
+    }
+    size_t start = out.size();
+    out.resize(start + n);
+    char* w = &out[start];
+    for (Uint32 i = 0; i < n; i++)
+    {
+        char ch = char(Uint16(p[i]));
+        if (ch == '&' || ch == '<' || ch == '>' || ch == '"' || ch == '\r' ||
+            (attr && (ch == '\n' || ch == '\t')))
+        {
+            // Rare: finish this string the careful way.
+            out.resize(start + i);
+            std::string rest;
+            for (Uint32 k = i; k < n; k++)
+                rest += char(Uint16(p[k]));
+            escapeInto(out, rest.data(), rest.size(), attr);
+            return;
+        }
+        w[i] = ch;
+    }
+}
+
 void appendName(std::string& out, const char* attr, const CIMName& name)
 {
     out += ' ';
     out += attr;
     out += "=\"";
-    appendAttribute(out, name.getString());
+    appendEscaped(out, name.getString(), true);
     out += '"';
 }
 
@@ -123,14 +160,12 @@ void appendKeyBindings(std::string& out, const CIMObjectPath& path)
 
 void appendText(std::string& out, const String& s)
 {
-    std::string u = utf8(s);
-    escapeInto(out, u.data(), u.size(), false);
+    appendEscaped(out, s, false);
 }
 
 void appendAttribute(std::string& out, const String& s)
 {
-    std::string u = utf8(s);
-    escapeInto(out, u.data(), u.size(), true);
+    appendEscaped(out, s, true);
 }
 
 void appendAttribute(std::string& out, const std::string& u)
@@ -209,8 +244,17 @@ void appendValue(std::string& out, const CIMValue& v)
     if (!v.isArray())
     {
         out += "<VALUE>";
-        std::string t = valueText(v);
-        escapeInto(out, t.data(), t.size(), false);
+        if (v.getType() == CIMTYPE_STRING)
+        {
+            String text;
+            v.get(text);
+            appendEscaped(out, text, false);
+        }
+        else
+        {
+            std::string t = valueText(v);
+            escapeInto(out, t.data(), t.size(), false);
+        }
         out += "</VALUE>";
         return;
     }
