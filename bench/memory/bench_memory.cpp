@@ -14,15 +14,11 @@
 //    with our modules: PID is the process whose memory is read)
 #include "ServerProcess.h"
 #include "ViewSeed.h"
+#include "WireClient.h"
 
 #include <zarapi.h>
 #include <zarsim_test.h>
 
-#include <arpa/inet.h>
-#include <netdb.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
@@ -31,6 +27,8 @@
 #include <fstream>
 #include <string>
 #include <vector>
+
+using zare2e::WireClient;
 
 namespace {
 
@@ -66,28 +64,6 @@ void resetPeak(long pid)
     if (!f)
         die("cannot reset the peak of process " + std::to_string(pid) +
             " (/proc/PID/clear_refs needs the same user)");
-}
-
-std::string base64(const std::string& in)
-{
-    static const char t[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string out;
-    size_t i = 0;
-    for (; i + 2 < in.size(); i += 3) {
-        unsigned v = (unsigned char)in[i] << 16 | (unsigned char)in[i + 1] << 8 | (unsigned char)in[i + 2];
-        out += t[v >> 18];
-        out += t[(v >> 12) & 63];
-        out += t[(v >> 6) & 63];
-        out += t[v & 63];
-    }
-    if (i < in.size()) {
-        unsigned v = (unsigned char)in[i] << 16 | (i + 1 < in.size() ? (unsigned char)in[i + 1] << 8 : 0);
-        out += t[v >> 18];
-        out += t[(v >> 12) & 63];
-        out += i + 1 < in.size() ? t[(v >> 6) & 63] : '=';
-        out += '=';
-    }
-    return out;
 }
 
 // What came back: the body is not kept, only counted and its tail.
@@ -129,83 +105,18 @@ private:
 Answer call(const Target& t, const char* version, bool trailers, const std::string& method,
             const std::string& params, const std::string& tag)
 {
-    std::string body =
-        "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
-        "<MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"" + method +
-        "\"><LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/>"
-        "</LOCALNAMESPACEPATH>" + params + "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>";
-    std::string req = std::string("POST /cimom ") + version + "\r\nHost: " + t.host +
-                      "\r\nConnection: close\r\nContent-Type: application/xml; charset=\"utf-8\"\r\n"
-                      "CIMOperation: MethodCall\r\nCIMMethod: " + method +
-                      "\r\nCIMObject: root/zar\r\nAuthorization: Basic " +
-                      base64(t.user + ":" + t.password) + "\r\n" +
-                      (trailers ? "TE: trailers\r\n" : "") +
-                      "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-    addrinfo hints{}, *res = nullptr;
-    hints.ai_socktype = SOCK_STREAM;
-    if (getaddrinfo(t.host.c_str(), std::to_string(t.port).c_str(), &hints, &res) != 0 || !res)
-        die("cannot resolve " + t.host);
-    int fd = ::socket(res->ai_family, SOCK_STREAM, 0);
-    if (fd < 0 || ::connect(fd, res->ai_addr, res->ai_addrlen) != 0)
-        die("cannot connect to " + t.host + ":" + std::to_string(t.port));
-    freeaddrinfo(res);
-    if (::send(fd, req.data(), req.size(), MSG_NOSIGNAL) != ssize_t(req.size()))
-        die("cannot send the request");
-
     Answer a;
     Counter counter(tag, a);
-    std::string in;
-    bool headDone = false, chunked = false;
-    size_t chunkLeft = 0;  // bytes of the current chunk still to come
-    bool inSizeLine = true;
-    char buf[65536];
-    for (;;) {
-        ssize_t n = ::recv(fd, buf, sizeof buf, 0);
-        if (n < 0)
-            die("connection failed while reading the answer");
-        if (n == 0)
-            break;
-        in.append(buf, size_t(n));
-        if (!headDone) {
-            size_t he = in.find("\r\n\r\n");
-            if (he == std::string::npos)
-                continue;
-            headDone = true;
-            a.status = std::atoi(in.c_str() + 9);
-            chunked = in.substr(0, he).find("Transfer-Encoding: chunked") != std::string::npos;
-            in.erase(0, he + 4);
-        }
-        if (!chunked) {
-            counter.feed(in.data(), in.size());
-            in.clear();
-            continue;
-        }
-        // De-chunk what is there.
-        for (;;) {
-            if (inSizeLine) {
-                size_t eol = in.find("\r\n");
-                if (eol == std::string::npos)
-                    break;
-                chunkLeft = std::strtoul(in.c_str(), nullptr, 16);
-                in.erase(0, eol + 2);
-                if (chunkLeft == 0)
-                    goto done;  // trailers follow; nothing more to count
-                inSizeLine = false;
-            }
-            size_t take = std::min(chunkLeft, in.size());
-            counter.feed(in.data(), take);
-            in.erase(0, take);
-            chunkLeft -= take;
-            if (chunkLeft > 0)
-                break;
-            if (in.size() < 2)
-                break;
-            in.erase(0, 2);
-            inSizeLine = true;
-        }
-    }
-done:
-    ::close(fd);
+    zare2e::WireOptions o;
+    o.version = version;
+    o.trailers = trailers;
+    o.keepAlive = false;
+    zare2e::WireClient c(t.host, t.port, t.user, t.password);
+    WireClient::Answer w = c.call(method, "root/zar", WireClient::intrinsic(method, params),
+                                  [&](const char* p, size_t n) { counter.feed(p, n); }, o);
+    a.status = w.status;
+    if (!w.complete)
+        die(method + ": the answer was cut short");
     return a;
 }
 
@@ -340,14 +251,11 @@ int main(int argc, char** argv)
     if (small < 4 || large < 4 || pullSize < 1)
         die("--small and --large need at least 4 views, --pull-size at least 1");
     if (!url.empty()) {
-        if (url.compare(0, 7, "http://") != 0 || t.pid <= 0)
-            die("--url takes http://HOST:PORT and needs --pid");
-        std::string hp = url.substr(7);
-        if (!hp.empty() && hp.back() == '/') hp.pop_back();
-        size_t colon = hp.rfind(':');
-        if (colon == std::string::npos) die("--url needs a port");
-        t.host = hp.substr(0, colon);
-        t.port = std::atoi(hp.c_str() + colon + 1);
+        std::string err;
+        if (!WireClient::parseUrl(url, t.host, t.port, err))
+            die(err);
+        if (t.pid <= 0)
+            die("--url needs --pid, the process whose memory is read");
         report(t, "server", pullSize);
         return 0;
     }

@@ -190,14 +190,9 @@ int main(int argc, char** argv)
         die("--hosts must not be negative, --rounds must be positive");
     try {
         if (!url.empty()) {
-            if (url.compare(0, 7, "http://") != 0)
-                die("--url takes http://HOST:PORT");
-            std::string hp = url.substr(7);
-            if (!hp.empty() && hp.back() == '/') hp.pop_back();
-            size_t colon = hp.rfind(':');
-            if (colon == std::string::npos) die("--url needs a port");
-            t.host = hp.substr(0, colon);
-            t.port = std::atoi(hp.c_str() + colon + 1);
+            std::string err;
+            if (!WireClient::parseUrl(url, t.host, t.port, err))
+                die(err);
             run(t, rounds);
             return 0;
         }

@@ -237,6 +237,27 @@ std::string WireClient::methodCall(const std::string& method, const std::string&
                     "</LOCALINSTANCEPATH>" + params + "</METHODCALL>");
 }
 
+bool WireClient::parseUrl(const std::string& url, std::string& host, int& port, std::string& error)
+{
+    if (url.compare(0, 7, "http://") != 0) {
+        error = "the URL must be http://HOST:PORT";
+        return false;
+    }
+    std::string hp = url.substr(7);
+    if (!hp.empty() && hp.back() == '/')
+        hp.pop_back();
+    size_t colon = hp.rfind(':');
+    char* end = nullptr;
+    long p = colon == std::string::npos ? 0 : std::strtol(hp.c_str() + colon + 1, &end, 10);
+    if (colon == std::string::npos || colon == 0 || !end || *end || p < 1 || p > 65535) {
+        error = "the URL needs a host and a port from 1 to 65535: " + url;
+        return false;
+    }
+    host = hp.substr(0, colon);
+    port = int(p);
+    return true;
+}
+
 std::string WireClient::value(const std::string& name, const std::string& v)
 {
     return "<IPARAMVALUE NAME=\"" + name + "\"><VALUE>" + v + "</VALUE></IPARAMVALUE>";

@@ -51,6 +51,9 @@ public:
     static std::string methodCall(const std::string& method, const std::string& className,
                                   const std::vector<std::pair<std::string, std::string> >& keys,
                                   const std::string& params, const std::string& ns = "root/zar");
+    // Host and port of "http://HOST:PORT" (a trailing slash allowed); false
+    // with a reason when url is not of that form.
+    static bool parseUrl(const std::string& url, std::string& host, int& port, std::string& error);
     // An IPARAMVALUE holding one VALUE, and one holding a CLASSNAME.
     static std::string value(const std::string& name, const std::string& v);
     static std::string className(const std::string& name, const std::string& cls);
