@@ -38,7 +38,7 @@
 #include <atomic>
 #include <string>
 
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 
 #include "ClassRepository.h"
 #include "CoreLog.h"

@@ -11,7 +11,7 @@
 #include <memory>
 #include <string>
 
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 
 #include "CoreLog.h"
 

@@ -8,8 +8,8 @@
 
 #include <string>
 
-#include <Pegasus/Common/CIMOperationHost.h>
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMOperationHost.h>
+#include <zarframework/CIMXmlCodec.h>
 #include <Pegasus/Common/OperationContext.h>
 
 #include "CimParams.h"

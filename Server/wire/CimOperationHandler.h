@@ -17,8 +17,8 @@
 #include <functional>
 #include <string>
 
-#include <Pegasus/Common/CIMOperationHost.h>
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMOperationHost.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include "AuthCache.h"
 #include "CimRequest.h"

@@ -12,7 +12,7 @@
 
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMPropertyList.h>
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 namespace zarwire {
 

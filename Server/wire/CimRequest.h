@@ -10,7 +10,7 @@
 #include <string>
 
 #include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include "HttpMessage.h"
 

@@ -15,7 +15,7 @@
 
 #include <string>
 
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include "CimRequest.h"
 #include "HttpExchange.h"

@@ -1,6 +1,6 @@
 #include "ResultWriters.h"
 
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 #include <Pegasus/Common/Exception.h>
 
 PEGASUS_USING_PEGASUS;

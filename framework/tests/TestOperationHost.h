@@ -15,7 +15,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 
 namespace zartest {
 

@@ -4,7 +4,7 @@
 
 #include <Pegasus/Common/ClientAddressContainer.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
-#include <Pegasus/Provider/CIMOMHandleHost.h>
+#include <zarframework/CIMOMHandleHost.h>
 
 #include <gtest/gtest.h>
 

@@ -12,7 +12,7 @@
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
-#include <Pegasus/Provider/CIMOMHandleHost.h>
+#include <zarframework/CIMOMHandleHost.h>
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include <Pegasus/Common/ClientAddressContainer.h>
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Common/ResponseHandler.h>
 #include <ServerCore.h>

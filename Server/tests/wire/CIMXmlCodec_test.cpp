@@ -1,7 +1,7 @@
 // Tests of the CIM-XML codec: every value kind survives writing and reading,
 // paths in all their forms, classes with method signatures, the error
 // description format, and the parser's refusals.
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMMethod.h>

@@ -16,7 +16,7 @@
 #define Pegasus_Client_CIMClientConnection_h
 
 #include <Pegasus/Client/CIMClient.h>
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 
 PEGASUS_NAMESPACE_BEGIN
 

@@ -3,7 +3,7 @@
 // copies, instance names reduced to class and keys, the instance of
 // getInstance without its name, and CIM errors whose message is the error
 // description. It has no time-out: a call lasts as long as the host takes.
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include <map>
 #include <string>

@@ -1,5 +1,5 @@
 // CIMObject::toString(): the CIM-XML text of a class or an instance.
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include "Common/ObjectModelRep.h"
 

@@ -1,7 +1,7 @@
 // CIMOperationHost: the process-wide registration of the local host.
 #include <atomic>
 
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 
 PEGASUS_NAMESPACE_BEGIN
 

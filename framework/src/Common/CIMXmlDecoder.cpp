@@ -1,5 +1,5 @@
 // The decoding half of the CIM-XML codec: element tree to object model.
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include <cerrno>
 #include <climits>

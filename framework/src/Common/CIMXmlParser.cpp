@@ -1,5 +1,5 @@
 // The element-tree parser of the CIM-XML codec, on expat, with hard limits.
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include <cstdio>
 #include <cstring>

@@ -1,5 +1,5 @@
 // The writing half of the CIM-XML codec.
-#include <Pegasus/Common/CIMXmlCodec.h>
+#include <zarframework/CIMXmlCodec.h>
 
 #include <cstdio>
 

@@ -4,9 +4,9 @@
 #include <atomic>
 
 #include <Pegasus/Common/ClientAddressContainer.h>
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
-#include <Pegasus/Provider/CIMOMHandleHost.h>
+#include <zarframework/CIMOMHandleHost.h>
 
 #include "Common/CollectingResponseHandlers.h"
 #include "Common/HostCall.h"

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 #include <Pegasus/Common/OperationContext.h>
 #include <ServerCore.h>
 #include <zarsim_test.h>

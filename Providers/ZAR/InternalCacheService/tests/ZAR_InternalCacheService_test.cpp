@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 #include <zarsim_test.h>
 
 PEGASUS_USING_PEGASUS;

@@ -13,8 +13,8 @@
 // values. Every decode function throws CIMXmlFormatException on input that
 // does not follow CIM-XML; nothing is silently dropped.
 //%/////////////////////////////////////////////////////////////////////////////
-#ifndef Pegasus_CIMXmlCodec_h
-#define Pegasus_CIMXmlCodec_h
+#ifndef ZARFRAMEWORK_CIMXMLCODEC_H
+#define ZARFRAMEWORK_CIMXMLCODEC_H
 
 #include <cstddef>
 #include <string>

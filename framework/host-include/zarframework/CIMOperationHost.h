@@ -11,8 +11,8 @@
 // response handler, so that a host can stream them; single results are
 // returned. Failures are thrown as CIMException with the original code.
 //%/////////////////////////////////////////////////////////////////////////////
-#ifndef Pegasus_CIMOperationHost_h
-#define Pegasus_CIMOperationHost_h
+#ifndef ZARFRAMEWORK_CIMOPERATIONHOST_H
+#define ZARFRAMEWORK_CIMOPERATIONHOST_H
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/CIMClass.h>

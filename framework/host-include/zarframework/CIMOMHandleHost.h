@@ -7,11 +7,11 @@
 // passes to a provider's initialize() and later asks it whether the provider
 // may be unloaded.
 //%/////////////////////////////////////////////////////////////////////////////
-#ifndef Pegasus_CIMOMHandleHost_h
-#define Pegasus_CIMOMHandleHost_h
+#ifndef ZARFRAMEWORK_CIMOMHANDLEHOST_H
+#define ZARFRAMEWORK_CIMOMHANDLEHOST_H
 
 #include <Pegasus/Common/Config.h>
-#include <Pegasus/Common/CIMOperationHost.h>
+#include <zarframework/CIMOperationHost.h>
 #include <Pegasus/Provider/Linkage.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
 
