@@ -9,8 +9,9 @@ Picks N mutation sites (default 60) at random but reproducibly (--seed) in
 the provider sources (Providers/ZAR, tests excluded; or the FILEs given):
 a comparison flipped, a boolean operator swapped, an integer constant
 changed, a condition negated, a returned boolean inverted, a call dropped.
-For each one it edits the source, rebuilds the tree in DIR (default
-build-mutate, configured on first use), runs the tests matching REGEX
+For each one it edits the source, rebuilds the provider libraries in DIR
+(default build-mutate, configured and built whole on first use; the tests
+load the rebuilt shared libraries), runs the tests matching REGEX
 (default the provider tests, "^ZAR_"), stops at the first failing test,
 and puts the source back. A mutant is "caught" when a test fails, "missed"
 when all pass, "not built" when the change does not compile (not counted).
@@ -113,6 +114,9 @@ def main():
     ap.add_argument("--count", type=int, default=60)
     ap.add_argument("--seed", type=int, default=1)
     ap.add_argument("--tests", default="^ZAR_")
+    ap.add_argument("--targets", default="ZAR_Common ZAR_InternalCacheService ZAR_ArrayProvider "
+                    "ZAR_SCSIControllerProvider",
+                    help="what to rebuild for a mutant (the libraries the sources belong to)")
     ap.add_argument("--list", action="store_true")
     ap.add_argument("--report")
     ap.add_argument("files", nargs="*")
@@ -177,7 +181,8 @@ def main():
             f.write("\n".join(lines))
         t0 = time.time()
         try:
-            rc, _ = run(["cmake", "--build", a.build_dir, "-j2"], 1800)
+            rc, _ = run(["cmake", "--build", a.build_dir, "-j2", "--target"] + a.targets.split(),
+                        1800)
             if rc:
                 unbuilt += 1
                 outcome = "not built"
