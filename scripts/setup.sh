@@ -14,6 +14,8 @@ packages=(
   # Fuzz targets (fuzz/): clang with libFuzzer and the sanitizer runtimes,
   # llvm-symbolizer for readable reports, ccache for the CI's rebuilds.
   clang libclang-rt-14-dev llvm-14 ccache
+  # The code style and static checks (.clang-format, .clang-tidy).
+  clang-format clang-tidy
 )
 
 missing=()

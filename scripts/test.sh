@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Sets up the machine, then builds and runs every test: first a normal build,
-# then the same tests under AddressSanitizer and UndefinedBehaviorSanitizer,
-# then the fuzz targets (clang, libFuzzer), each run 30 s on its corpus.
+# Sets up the machine, checks the code style, builds and runs every test:
+# a normal build, then the same tests under AddressSanitizer and
+# UndefinedBehaviorSanitizer, then the fuzz targets (clang, libFuzzer), each
+# run 30 s on its corpus.
 # Usage: scripts/test.sh [--no-sanitize] [--no-fuzz]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -11,12 +12,15 @@ for a in "$@"; do
   case "$a" in
     --no-sanitize) sanitize=0 ;;
     --no-fuzz) fuzz=0 ;;
-    -h|--help) sed -n '2,5p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
+    -h|--help) sed -n '2,6p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
     *) echo "test.sh: unknown option $a" >&2; exit 2 ;;
   esac
 done
 
 "$root/scripts/setup.sh"
+
+echo "== code style"
+"$root/scripts/format.sh" --check
 
 # Rebuilds share compiled objects through ccache.
 launcher=()
