@@ -15,7 +15,7 @@ extern "C" {
 
 /* Returns 0 when user exists, is enabled and password matches its stored
  * hash; non-zero otherwise, without saying which of these failed. */
-int zar_authenticateUser(const char *user, const char *password);
+int zar_authenticateUser(const char* user, const char* password);
 
 /* Roles of array users, lowest first. */
 #define ZAR_ROLE_NONE 0
@@ -25,13 +25,13 @@ int zar_authenticateUser(const char *user, const char *password);
 
 /* The role of an enabled user (ZAR_ROLE_*); ZAR_ROLE_NONE for an unknown
  * or disabled user or when the array cannot be read. */
-int zar_userRole(const char *user);
+int zar_userRole(const char* user);
 
 /* Records a failed login of user from address (a client address, NULL or
  * "" when unknown) in the array's audit log, as a refused "login" event.
  * Control characters in either are stored escaped.  Returns 0 when the
  * event was written. */
-int zar_recordFailedLogin(const char *user, const char *address);
+int zar_recordFailedLogin(const char* user, const char* address);
 
 /*
  * A value that changes whenever the array's users change (one added or
@@ -41,7 +41,7 @@ int zar_recordFailedLogin(const char *user, const char *address);
  * Returns 0 and sets *generation; on an error of the array it still sets a
  * value that differs from every earlier one.
  */
-int zar_usersGeneration(unsigned long long *generation);
+int zar_usersGeneration(unsigned long long* generation);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -7,13 +7,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-#define FUZZ_CHECK(cond, what)                                                        \
-    do {                                                                              \
-        if (!(cond)) {                                                                \
-            std::fprintf(stderr, "fuzz check failed at %s:%d: %s (%s)\n", __FILE__,   \
-                         __LINE__, what, #cond);                                      \
-            std::abort();                                                             \
-        }                                                                             \
+#define FUZZ_CHECK(cond, what)                                                                \
+    do {                                                                                      \
+        if (!(cond)) {                                                                        \
+            std::fprintf(stderr, "fuzz check failed at %s:%d: %s (%s)\n", __FILE__, __LINE__, \
+                         what, #cond);                                                        \
+            std::abort();                                                                     \
+        }                                                                                     \
     } while (0)
 
 #endif

@@ -32,7 +32,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     FUZZ_CHECK(c.user.find(':') == std::string::npos, "the user name holds no colon");
     FUZZ_CHECK(c.user.find('\0') == std::string::npos && c.password.find('\0') == std::string::npos,
                "no NUL byte in accepted credentials");
-    BasicCredentials back = parseBasicCredentials("Basic " + base64Encode(c.user + ":" + c.password));
+    BasicCredentials back =
+        parseBasicCredentials("Basic " + base64Encode(c.user + ":" + c.password));
     FUZZ_CHECK(back.user == c.user && back.password == c.password, "credentials round-trip");
     return 0;
 }

@@ -126,47 +126,76 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         CIMEnumerationContext ctx;
         Boolean end = false;
         switch (data[0] % 18) {
-        case 0: (void)client.getClass(ns, "ZAR_StorageSystem", false, true, true, all); break;
-        case 1: (void)client.enumerateClasses(ns, CIMName(), true, false, true, true); break;
-        case 2: (void)client.enumerateClassNames(ns, CIMName(), true); break;
-        case 3: (void)client.getInstance(ns, instancePath(), false, false, false, all); break;
-        case 4: (void)client.enumerateInstances(ns, "ZAR_SCSIProtocolController", true, false,
-                                                false, false, all); break;
-        case 5: (void)client.enumerateInstanceNames(ns, "ZAR_SCSIProtocolController"); break;
-        case 6: (void)client.associators(ns, instancePath(), CIMName(), CIMName(), String(),
-                                         String(), false, false, all); break;
-        case 7: (void)client.associatorNames(ns, instancePath(), CIMName(), CIMName(), String(),
-                                             String()); break;
-        case 8: (void)client.references(ns, instancePath(), CIMName(), String(), false, false,
-                                        all); break;
-        case 9: (void)client.referenceNames(ns, instancePath(), CIMName(), String()); break;
-        case 10: (void)client.getProperty(ns, instancePath(), "DeviceID"); break;
-        case 11: {
-            CIMInstance inst("ZAR_SCSIProtocolController");
-            inst.addProperty(CIMProperty("DeviceID", String("HS:1")));
-            (void)client.createInstance(ns, inst);
-            break;
-        }
-        case 12: client.deleteInstance(ns, instancePath()); break;
-        case 13: client.setProperty(ns, instancePath(), "ElementName", CIMValue(String("x"))); break;
-        case 16:  // an open and its pulls; every request gets the same answer
-            (void)client.openEnumerateInstances(ctx, end, ns, "ZAR_SCSIController", true, false,
-                                                all, String(), String(), Uint32Arg(30), false, 10);
-            for (int i = 0; i < 3 && !end; i++) (void)client.pullInstancesWithPath(ctx, end, 10);
-            break;
-        case 17:
-            (void)client.openEnumerateInstancePaths(ctx, end, ns, "ZAR_SCSIController", String(),
-                                                    String(), Uint32Arg(), false, 10);
-            for (int i = 0; i < 3 && !end; i++) (void)client.pullInstancePaths(ctx, end, 10);
-            if (!end) client.closeEnumeration(ctx);
-            break;
-        default: {
-            Array<CIMParamValue> in, out;
-            in.append(CIMParamValue("LUNames", CIMValue(Array<String>(1, "vol1"))));
-            (void)client.invokeMethod(ns, CIMObjectPath("ZAR_ControllerConfigurationService"),
-                                      "ExposePaths", in, out);
-            break;
-        }
+            case 0:
+                (void)client.getClass(ns, "ZAR_StorageSystem", false, true, true, all);
+                break;
+            case 1:
+                (void)client.enumerateClasses(ns, CIMName(), true, false, true, true);
+                break;
+            case 2:
+                (void)client.enumerateClassNames(ns, CIMName(), true);
+                break;
+            case 3:
+                (void)client.getInstance(ns, instancePath(), false, false, false, all);
+                break;
+            case 4:
+                (void)client.enumerateInstances(ns, "ZAR_SCSIProtocolController", true, false,
+                                                false, false, all);
+                break;
+            case 5:
+                (void)client.enumerateInstanceNames(ns, "ZAR_SCSIProtocolController");
+                break;
+            case 6:
+                (void)client.associators(ns, instancePath(), CIMName(), CIMName(), String(),
+                                         String(), false, false, all);
+                break;
+            case 7:
+                (void)client.associatorNames(ns, instancePath(), CIMName(), CIMName(), String(),
+                                             String());
+                break;
+            case 8:
+                (void)client.references(ns, instancePath(), CIMName(), String(), false, false, all);
+                break;
+            case 9:
+                (void)client.referenceNames(ns, instancePath(), CIMName(), String());
+                break;
+            case 10:
+                (void)client.getProperty(ns, instancePath(), "DeviceID");
+                break;
+            case 11: {
+                CIMInstance inst("ZAR_SCSIProtocolController");
+                inst.addProperty(CIMProperty("DeviceID", String("HS:1")));
+                (void)client.createInstance(ns, inst);
+                break;
+            }
+            case 12:
+                client.deleteInstance(ns, instancePath());
+                break;
+            case 13:
+                client.setProperty(ns, instancePath(), "ElementName", CIMValue(String("x")));
+                break;
+            case 16:  // an open and its pulls; every request gets the same answer
+                (void)client.openEnumerateInstances(ctx, end, ns, "ZAR_SCSIController", true, false,
+                                                    all, String(), String(), Uint32Arg(30), false,
+                                                    10);
+                for (int i = 0; i < 3 && !end; i++)
+                    (void)client.pullInstancesWithPath(ctx, end, 10);
+                break;
+            case 17:
+                (void)client.openEnumerateInstancePaths(ctx, end, ns, "ZAR_SCSIController",
+                                                        String(), String(), Uint32Arg(), false, 10);
+                for (int i = 0; i < 3 && !end; i++)
+                    (void)client.pullInstancePaths(ctx, end, 10);
+                if (!end)
+                    client.closeEnumeration(ctx);
+                break;
+            default: {
+                Array<CIMParamValue> in, out;
+                in.append(CIMParamValue("LUNames", CIMValue(Array<String>(1, "vol1"))));
+                (void)client.invokeMethod(ns, CIMObjectPath("ZAR_ControllerConfigurationService"),
+                                          "ExposePaths", in, out);
+                break;
+            }
         }
     } catch (Exception&) {
     }

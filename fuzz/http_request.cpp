@@ -52,45 +52,47 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         if (!prefix.empty())
             (void)req.header(prefix + "-CIMOperation");
     } catch (ProtocolError& e) {
-        FUZZ_CHECK(e.status >= 400 && e.status < 600, "a protocol error carries an HTTP error status");
+        FUZZ_CHECK(e.status >= 400 && e.status < 600,
+                   "a protocol error carries an HTTP error status");
     }
 
     BodyFraming f = bodyFraming(req, limits);
     const std::string body = in.substr(bodyStart);
     switch (f.kind) {
-    case BodyFraming::Invalid:
-        FUZZ_CHECK(f.status >= 400 && f.status < 600, "invalid framing carries an HTTP error status");
-        break;
-    case BodyFraming::Length:
-        FUZZ_CHECK(f.length > 0 && f.length <= limits.maxBodyBytes, "length within the limit");
-        break;
-    case BodyFraming::None:
-        break;
-    case BodyFraming::Chunked: {
-        size_t pos = 0;
-        std::string out, why;
-        int r = decodeChunked(body, pos, limits.maxBodyBytes, out, why);
-        if (r < 0) {
-            FUZZ_CHECK(!why.empty(), "a refused chunked body says why");
+        case BodyFraming::Invalid:
+            FUZZ_CHECK(f.status >= 400 && f.status < 600,
+                       "invalid framing carries an HTTP error status");
+            break;
+        case BodyFraming::Length:
+            FUZZ_CHECK(f.length > 0 && f.length <= limits.maxBodyBytes, "length within the limit");
+            break;
+        case BodyFraming::None:
+            break;
+        case BodyFraming::Chunked: {
+            size_t pos = 0;
+            std::string out, why;
+            int r = decodeChunked(body, pos, limits.maxBodyBytes, out, why);
+            if (r < 0) {
+                FUZZ_CHECK(!why.empty(), "a refused chunked body says why");
+                break;
+            }
+            if (r == 0)
+                break;
+            FUZZ_CHECK(pos <= body.size() && out.size() <= limits.maxBodyBytes,
+                       "complete chunked body within its input and the limit");
+            // Cut at a point chosen from the input itself, before the end.
+            size_t cut = pos ? (size ^ (size_t(data[0]) << 3) ^ out.size()) % pos : 0;
+            size_t p2 = 0;
+            std::string part, why2;
+            int r2 = decodeChunked(body.substr(0, cut), p2, limits.maxBodyBytes, part, why2);
+            FUZZ_CHECK(r2 == 0, "a cut complete chunked body needs more bytes");
+            // Bytes after the end do not change the body.
+            size_t p3 = 0;
+            std::string whole, why3;
+            int r3 = decodeChunked(body.substr(0, pos), p3, limits.maxBodyBytes, whole, why3);
+            FUZZ_CHECK(r3 == 1 && p3 == pos && whole == out, "a chunked body ends where it ends");
             break;
         }
-        if (r == 0)
-            break;
-        FUZZ_CHECK(pos <= body.size() && out.size() <= limits.maxBodyBytes,
-                   "complete chunked body within its input and the limit");
-        // Cut at a point chosen from the input itself, before the end.
-        size_t cut = pos ? (size ^ (size_t(data[0]) << 3) ^ out.size()) % pos : 0;
-        size_t p2 = 0;
-        std::string part, why2;
-        int r2 = decodeChunked(body.substr(0, cut), p2, limits.maxBodyBytes, part, why2);
-        FUZZ_CHECK(r2 == 0, "a cut complete chunked body needs more bytes");
-        // Bytes after the end do not change the body.
-        size_t p3 = 0;
-        std::string whole, why3;
-        int r3 = decodeChunked(body.substr(0, pos), p3, limits.maxBodyBytes, whole, why3);
-        FUZZ_CHECK(r3 == 1 && p3 == pos && whole == out, "a chunked body ends where it ends");
-        break;
-    }
     }
     return 0;
 }

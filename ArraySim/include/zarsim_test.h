@@ -21,11 +21,11 @@ extern "C" {
 /* Opens a private array: path NULL or ":memory:" for an in-memory one, else
  * the file path (created when missing).  Replaces the open array.  Returns 0
  * or API_E_NOT_OPEN. */
-int zarsim_open(const char *path);
+int zarsim_open(const char* path);
 
 /* Opens a new private array in a fresh temporary file and writes its path
  * into buffer (size bytes).  Returns 0 or API_E_NOT_OPEN. */
-int zarsim_open_temp(char *buffer, size_t size);
+int zarsim_open_temp(char* buffer, size_t size);
 
 /* Closes the open array; the next library call opens the default one. */
 void zarsim_close(void);
@@ -39,13 +39,13 @@ int zarsim_seed_demo(void);
 
 /* Makes the next n calls of operation (its function name, for example
  * "api_createVLUN") fail with code and text, without touching the array. */
-void zarsim_fail_next(const char *operation, int n, int code, const char *text);
+void zarsim_fail_next(const char* operation, int n, int code, const char* text);
 
 /* Makes the next n cim_sem_wait calls time out at once. */
 void zarsim_sem_timeout_next(int n);
 
 /* Makes every call of operation sleep ms milliseconds first (0 clears). */
-void zarsim_delay(const char *operation, int ms);
+void zarsim_delay(const char* operation, int ms);
 
 /* Clears all faults, time-outs and delays. */
 void zarsim_clear_faults(void);
@@ -65,7 +65,7 @@ size_t zarsim_captured_count(void);
 
 /* Copies captured line i (as formatted, with its line break) into buffer;
  * returns 0, or -1 when there is no such line. */
-int zarsim_captured_line(size_t i, char *buffer, size_t size);
+int zarsim_captured_line(size_t i, char* buffer, size_t size);
 
 /* Discards the captured lines. */
 void zarsim_clear_captured(void);
@@ -80,30 +80,30 @@ int zarsim_add_node(int node);
 
 /* Adds a target port at "N:S:P" of type PORT_TYPE_FC or PORT_TYPE_ISCSI with
  * operational status PORT_OK; its WWN or iSCSI name follows the position. */
-int zarsim_add_port(const char *position, int type);
+int zarsim_add_port(const char* position, int type);
 
 /* Creates a volume (name up to 31 characters, domain "-" for none, access
  * VOL_MODE_*) and writes its WWN text into wwn (33 bytes) when not NULL. */
-int zarsim_add_volume(const char *name, zar_u64 sizeMiB, const char *domain, int access, char *wwn);
+int zarsim_add_volume(const char* name, zar_u64 sizeMiB, const char* domain, int access, char* wwn);
 
 /* Logs an initiator (16-hex-digit WWN or iSCSI name) in on a target port;
  * an initiator unknown to the array becomes one of no host. */
-int zarsim_login(const char *initiator, const char *position);
+int zarsim_login(const char* initiator, const char* position);
 
 /* Logs an initiator out of a target port. */
-int zarsim_logout(const char *initiator, const char *position);
+int zarsim_logout(const char* initiator, const char* position);
 
 /* Creates a host set (name without the "set:" prefix). */
-int zarsim_add_hostset(const char *name, const char *domain);
+int zarsim_add_hostset(const char* name, const char* domain);
 
 /* Adds host to host set set. */
-int zarsim_hostset_add(const char *set, const char *host);
+int zarsim_hostset_add(const char* set, const char* host);
 
 /* Adds an array user with role "browse", "edit" or "super". */
-int zarsim_add_user(const char *name, const char *password, const char *role);
+int zarsim_add_user(const char* name, const char* password, const char* role);
 
 /* Enables or disables a user. */
-int zarsim_enable_user(const char *name, int enabled);
+int zarsim_enable_user(const char* name, int enabled);
 
 /* Sets the policy word. */
 int zarsim_set_policy(zar_u32 policy);
@@ -111,10 +111,10 @@ int zarsim_set_policy(zar_u32 policy);
 /* Sets a system setting as "zarcli config set" does (name, host-name,
  * contact, owner, model, serial, policy, ipv4, ipv6; "" clears an
  * address). */
-int zarsim_set_config(const char *key, const char *value);
+int zarsim_set_config(const char* key, const char* value);
 
 /* Marks a volume busy (a task runs on it) or not. */
-int zarsim_set_volume_busy(const char *name, int busy);
+int zarsim_set_volume_busy(const char* name, int busy);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -15,26 +15,27 @@ namespace zarsim {
 
 // Outcome of an operation: an array error code (API_E_*) and its text.
 struct Result {
-  int code = 0;
-  std::string text;
-  bool ok() const { return code == 0; }
-  static Result success() { return Result(); }
-  static Result error(int code, std::string text) {
-    Result r;
-    r.code = code;
-    r.text = std::move(text);
-    return r;
-  }
+    int code = 0;
+    std::string text;
+    bool ok() const { return code == 0; }
+    static Result success() { return Result(); }
+    static Result error(int code, std::string text)
+    {
+        Result r;
+        r.code = code;
+        r.text = std::move(text);
+        return r;
+    }
 };
 
 // Who asks for a change: copied from an event-parameter block.
 struct Caller {
-  std::string user = "-";
-  std::string addr = "-";
-  std::string method = "-";
-  std::string instOp;
-  std::string instParam;
-  static Caller from(const api_evtparam_t* ev);
+    std::string user = "-";
+    std::string addr = "-";
+    std::string method = "-";
+    std::string instOp;
+    std::string instParam;
+    static Caller from(const api_evtparam_t* ev);
 };
 
 // The state file named by ZAR_ARRAY_DB, else var/array.db of the current

@@ -13,42 +13,42 @@ namespace zarsim {
 
 // Thrown when SQLite reports an error that is not a rule of the array.
 class DbError : public std::runtime_error {
- public:
-  DbError(int rc, const std::string& what) : std::runtime_error(what), rc_(rc) {}
-  int rc() const { return rc_; }
+public:
+    DbError(int rc, const std::string& what) : std::runtime_error(what), rc_(rc) {}
+    int rc() const { return rc_; }
 
- private:
-  int rc_;
+private:
+    int rc_;
 };
 
 // One prepared statement, taken from a per-connection cache of prepared
-// statements and given back (reset) when destroyed.  Parameters are bound by position (1-based) with
-// bind(); step() returns true while a row is available.
+// statements and given back (reset) when destroyed.  Parameters are bound by position (1-based)
+// with bind(); step() returns true while a row is available.
 class Stmt {
- public:
-  Stmt(sqlite3* db, const char* sql);
-  ~Stmt();
-  Stmt(const Stmt&) = delete;
-  Stmt& operator=(const Stmt&) = delete;
+public:
+    Stmt(sqlite3* db, const char* sql);
+    ~Stmt();
+    Stmt(const Stmt&) = delete;
+    Stmt& operator=(const Stmt&) = delete;
 
-  Stmt& bind(int i, int64_t v);
-  Stmt& bind(int i, const std::string& v);
-  Stmt& bindText(int i, const char* v);  // NULL binds SQL NULL
-  Stmt& bindNull(int i);
-  // The highest parameter index the statement uses.
-  int params() const { return sqlite3_bind_parameter_count(st_); }
+    Stmt& bind(int i, int64_t v);
+    Stmt& bind(int i, const std::string& v);
+    Stmt& bindText(int i, const char* v);  // NULL binds SQL NULL
+    Stmt& bindNull(int i);
+    // The highest parameter index the statement uses.
+    int params() const { return sqlite3_bind_parameter_count(st_); }
 
-  bool step();        // true: a row is ready
-  void run();         // steps to the end, ignoring rows
-  void reset();
+    bool step();  // true: a row is ready
+    void run();   // steps to the end, ignoring rows
+    void reset();
 
-  int64_t i64(int col) const;
-  std::string text(int col) const;
-  bool isNull(int col) const;
+    int64_t i64(int col) const;
+    std::string text(int col) const;
+    bool isNull(int col) const;
 
- private:
-  sqlite3* db_;
-  sqlite3_stmt* st_ = nullptr;
+private:
+    sqlite3* db_;
+    sqlite3_stmt* st_ = nullptr;
 };
 
 // Runs SQL without results (several statements allowed).

@@ -177,29 +177,32 @@ INSERT INTO auth_rule (operation, role) VALUES
 
 }  // namespace
 
-void ensureSchema(sqlite3* db) {
-  Stmt v(db, "PRAGMA user_version");
-  v.step();
-  int version = (int)v.i64(0);
-  v.reset();
-  if (version == kSchemaVersion) return;
-  if (version != 0)
-    throw DbError(SQLITE_ERROR, "array database has schema version " + std::to_string(version) +
-                                    ", this build knows version " + std::to_string(kSchemaVersion));
-  exec(db, "BEGIN IMMEDIATE");
-  try {
-    Stmt again(db, "PRAGMA user_version");
-    again.step();
-    if (again.i64(0) == 0) {  // another process may have created it meanwhile
-      exec(db, kSchemaV1);
-      exec(db, kDefaults);
-      exec(db, ("PRAGMA user_version = " + std::to_string(kSchemaVersion)).c_str());
+void ensureSchema(sqlite3* db)
+{
+    Stmt v(db, "PRAGMA user_version");
+    v.step();
+    int version = (int)v.i64(0);
+    v.reset();
+    if (version == kSchemaVersion)
+        return;
+    if (version != 0)
+        throw DbError(SQLITE_ERROR, "array database has schema version " + std::to_string(version) +
+                                        ", this build knows version " +
+                                        std::to_string(kSchemaVersion));
+    exec(db, "BEGIN IMMEDIATE");
+    try {
+        Stmt again(db, "PRAGMA user_version");
+        again.step();
+        if (again.i64(0) == 0) {  // another process may have created it meanwhile
+            exec(db, kSchemaV1);
+            exec(db, kDefaults);
+            exec(db, ("PRAGMA user_version = " + std::to_string(kSchemaVersion)).c_str());
+        }
+        exec(db, "COMMIT");
+    } catch (...) {
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
     }
-    exec(db, "COMMIT");
-  } catch (...) {
-    sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
-    throw;
-  }
 }
 
 }  // namespace zarsim

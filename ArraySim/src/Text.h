@@ -14,7 +14,10 @@ namespace zarsim {
 std::string lpidText(lpid_t pos);
 
 // Position from node, slot and port.
-inline lpid_t makeLpid(int node, int slot, int port) { return (lpid_t)(node * 128 + slot * 8 + port); }
+inline lpid_t makeLpid(int node, int slot, int port)
+{
+    return (lpid_t)(node * 128 + slot * 8 + port);
+}
 
 // True for a position of a real port (node 0-7, slot 0-9, port 1-4).
 bool validPortPosition(lpid_t pos);

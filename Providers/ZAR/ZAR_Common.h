@@ -48,27 +48,16 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_EXPORT ZAR_Common
-{
+class PEGASUS_EXPORT ZAR_Common {
 public:
     // ---------------------------------------------------------------------
     // Request frame
 
     // Status values returned by getProperty and getParameter.
-    enum
-    {
-        ACCESSOR_FOUND = 0,
-        ACCESSOR_ABSENT = 3,
-        ACCESSOR_NULL = 4
-    };
+    enum { ACCESSOR_FOUND = 0, ACCESSOR_ABSENT = 3, ACCESSOR_NULL = 4 };
 
     // Types accepted by getSystemIPAddr.
-    enum
-    {
-        IP_TYPE_UNKNOWN = 0,
-        IP_TYPE_V4 = 1,
-        IP_TYPE_V6 = 2
-    };
+    enum { IP_TYPE_UNKNOWN = 0, IP_TYPE_V4 = 1, IP_TYPE_V6 = 2 };
 
     // The user name of the request's IdentityContainer; empty when the
     // context carries none.
@@ -83,25 +72,19 @@ public:
     // without user name being the server's own (a null user). A refusal
     // throws TraceableCIMException(CIM_ERR_ACCESS_DENIED, "Insufficient
     // privilege for the user", file, line).
-    static void checkUserAccess(
-        const OperationContext& context, const char* file, Uint32 line);
+    static void checkUserAccess(const OperationContext& context, const char* file, Uint32 line);
 
     // Operation check for requests that change the array: asks
     // api_authorizeCIMUser(user, address, lower-case "<class>.<operation>").
     // 1 or 2 throws CIM_ERR_ACCESS_DENIED "Insufficient generic privilege";
     // any other nonzero result CIM_ERR_NOT_SUPPORTED "Does not support in
     // generic!" (TraceableCIMException with file and line).
-    static void checkOperationAccess(
-        const OperationContext& context,
-        const CIMName& className,
-        const String& operation,
-        const char* file,
-        Uint32 line);
+    static void checkOperationAccess(const OperationContext& context, const CIMName& className,
+                                     const String& operation, const char* file, Uint32 line);
 
     // The operation name checked by checkOperationAccess: className, "."
     // and operation, all in lower case.
-    static String buildOperationName(
-        const CIMName& className, const String& operation);
+    static String buildOperationName(const CIMName& className, const String& operation);
 
     // Runs call() under the array library's semaphore after initialising
     // *status with api_initStatus, and returns call()'s result. When the
@@ -113,13 +96,11 @@ public:
     {
         int r = cim_sem_wait();
         api_initStatus(status);
-        if (r != 0)
-        {
+        if (r != 0) {
             errinfo_set_str(status, 32, "Semaphore Timed-Out");
             return r;
         }
-        struct Post
-        {
+        struct Post {
             ~Post() { cim_sem_post(); }
         } post;
         return call();
@@ -133,42 +114,34 @@ public:
     // when its value is null; `value` is untouched unless found. A value of
     // another CIM type throws TypeMismatchException.
 
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, CIMObjectPath& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Array<String>& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Array<Sint32>& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Array<Uint16>& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Uint64& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Uint32& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Uint16& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Uint8& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, Boolean& value);
-    static Sint32 getProperty(
-        CIMInstance& instance, const String& propertyName, CIMDateTime& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName,
+                              CIMObjectPath& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName,
+                              Array<String>& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName,
+                              Array<Sint32>& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName,
+                              Array<Uint16>& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName, Uint64& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName, Uint32& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName, Uint16& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName, Uint8& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName, Boolean& value);
+    static Sint32 getProperty(CIMInstance& instance, const String& propertyName,
+                              CIMDateTime& value);
 
     // The string value of a property; empty when the name is empty, the
     // instance uninitialized, the property absent or null.
-    static String getStringProperty(
-        const CIMInstance& instance, const String& propertyName);
+    static String getStringProperty(const CIMInstance& instance, const String& propertyName);
 
     // The value text of the key binding named keyName (case ignored; the
     // last of repeated names wins); empty when there is none.
-    static String getStringProperty(
-        const CIMObjectPath& path, const String& keyName);
+    static String getStringProperty(const CIMObjectPath& path, const String& keyName);
 
     // A copy of the property's value; a null value when the property is
     // absent; a non-null empty string for an empty name or an uninitialized
     // instance.
-    static CIMValue getPropertyValue(
-        const CIMInstance& instance, const String& propertyName);
+    static CIMValue getPropertyValue(const CIMInstance& instance, const String& propertyName);
 
     // getParameter looks for the first parameter of that name (case
     // ignored) whose value is not null and writes it to `value`: returns
@@ -176,71 +149,63 @@ public:
     // given only as null). A value of another type throws
     // TypeMismatchException.
 
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, Uint8& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, Uint16& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, Array<Uint16>& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, Uint32& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, Uint64& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, Boolean& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, CIMDateTime& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, CIMObjectPath& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, String& value);
-    static Sint32 getParameter(const Array<CIMParamValue>& inParameters,
-        const String& paramName, Array<String>& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               Uint8& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               Uint16& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               Array<Uint16>& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               Uint32& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               Uint64& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               Boolean& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               CIMDateTime& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               CIMObjectPath& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               String& value);
+    static Sint32 getParameter(const Array<CIMParamValue>& inParameters, const String& paramName,
+                               Array<String>& value);
 
     // setPropertyValue sets the value of a property the instance already
     // has (built from its class); a property the instance lacks is skipped
     // silently. A property of another CIM type throws TypeMismatchException.
     // Pass texts as String: a string literal would pick the Boolean form.
 
-    static void setPropertyValue(
-        CIMInstance& instance, CIMName propertyName, const String& value);
-    static void setPropertyValue(
-        CIMInstance& instance, CIMName propertyName, const Boolean& value);
-    static void setPropertyValue(
-        CIMInstance& instance, CIMName propertyName, const Uint8& value);
-    static void setPropertyValue(
-        CIMInstance& instance, CIMName propertyName, const Uint16& value);
-    static void setPropertyValue(
-        CIMInstance& instance, CIMName propertyName, const Uint32& value);
-    static void setPropertyValue(
-        CIMInstance& instance, CIMName propertyName, const Uint64& value);
-    static void setPropertyValue(
-        CIMInstance& instance, CIMName propertyName, const Sint16& value);
+    static void setPropertyValue(CIMInstance& instance, CIMName propertyName, const String& value);
+    static void setPropertyValue(CIMInstance& instance, CIMName propertyName, const Boolean& value);
+    static void setPropertyValue(CIMInstance& instance, CIMName propertyName, const Uint8& value);
+    static void setPropertyValue(CIMInstance& instance, CIMName propertyName, const Uint16& value);
+    static void setPropertyValue(CIMInstance& instance, CIMName propertyName, const Uint32& value);
+    static void setPropertyValue(CIMInstance& instance, CIMName propertyName, const Uint64& value);
+    static void setPropertyValue(CIMInstance& instance, CIMName propertyName, const Sint16& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const Array<String>& value);
+                                 const Array<String>& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const Array<Uint16>& value);
+                                 const Array<Uint16>& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const Array<Sint32>& value);
+                                 const Array<Sint32>& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const Array<Uint64>& value);
+                                 const Array<Uint64>& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const Array<Boolean>& value);
+                                 const Array<Boolean>& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const Array<CIMDateTime>& value);
+                                 const Array<CIMDateTime>& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const CIMObjectPath& value);
+                                 const CIMObjectPath& value);
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const CIMDateTime& value);
+                                 const CIMDateTime& value);
 
     // Replaces a present property by one holding `embedded` as an instance
     // value (the property moves to the end of the list); absent: nothing.
     static void setPropertyValue(CIMInstance& instance, CIMName propertyName,
-        const CIMInstance& embedded);
+                                 const CIMInstance& embedded);
 
     // Sets a present property to a null value of `type`; absent: nothing.
-    static void setPropertyValueToNull(
-        CIMInstance& instance, CIMName propertyName, CIMType type);
+    static void setPropertyValueToNull(CIMInstance& instance, CIMName propertyName, CIMType type);
 
     // An instance of the class with every property at its default value,
     // qualifiers and class origins included.
@@ -248,15 +213,11 @@ public:
 
     // The class as stored by the process-wide internal cache service;
     // failures of the service propagate unchanged.
-    static CIMClass getStoredCIMClass(
-        CIMOMHandle& handle,
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    static CIMClass getStoredCIMClass(CIMOMHandle& handle, const OperationContext& context,
+                                      const CIMNamespaceName& nameSpace, const CIMName& className,
+                                      Boolean localOnly, Boolean includeQualifiers,
+                                      Boolean includeClassOrigin,
+                                      const CIMPropertyList& propertyList);
 
     // ---------------------------------------------------------------------
     // Object path matching and reference checks
@@ -270,17 +231,16 @@ public:
     // it) and its host is empty, equals hostName ignoring case, or is the
     // array's IPv4 or (canonicalised) IPv6 address. False is traced at
     // level 2.
-    static Boolean verifyRefMethodParam(
-        CIMObjectPath& ref, CIMNamespaceName nameSpace, String& hostName);
+    static Boolean verifyRefMethodParam(CIMObjectPath& ref, CIMNamespaceName nameSpace,
+                                        String& hostName);
 
     // As above, and the class of `ref` must be className (case ignored).
-    static Boolean verifyRefMethodParam(CIMObjectPath& ref,
-        CIMNamespaceName nameSpace, String& hostName, CIMName className);
+    static Boolean verifyRefMethodParam(CIMObjectPath& ref, CIMNamespaceName nameSpace,
+                                        String& hostName, CIMName className);
 
     // As above, and the class of `ref` must be one of classNames.
-    static Boolean verifyRefMethodParam(CIMObjectPath& ref,
-        CIMNamespaceName nameSpace, String& hostName,
-        Array<CIMName>& classNames);
+    static Boolean verifyRefMethodParam(CIMObjectPath& ref, CIMNamespaceName nameSpace,
+                                        String& hostName, Array<CIMName>& classNames);
 
     // The array's IPv4 (IP_TYPE_V4) or IPv6 (IP_TYPE_V6) address text, read
     // once from the array and cached while the IPv4 text is known; empty
@@ -291,31 +251,26 @@ public:
     // when role is not empty) matches objectName. A role naming no
     // reference property throws CIMException(CIM_ERR_INVALID_PARAMETER).
     static Boolean _isInstanceValidReference(const CIMObjectPath& objectName,
-        CIMInstance& assocInstance, const String& role);
+                                             CIMInstance& assocInstance, const String& role);
 
     // The association instances of class resultClass (any when null) that
     // refer to objectName (host and namespace ignored) in role `role`.
-    static Array<CIMInstance> filterReferenceNames(
-        const Array<CIMInstance>& assocInstances,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role);
+    static Array<CIMInstance> filterReferenceNames(const Array<CIMInstance>& assocInstances,
+                                                   const CIMObjectPath& objectName,
+                                                   const CIMName& resultClass, const String& role);
 
     // The far-end references of the association instance, restricted to
     // resultClasses (once per matching entry) and to resultRole.
-    static Array<CIMObjectPath> filterAssocInstanceToTargetPaths(
-        CIMInstance& assocInstance,
-        const CIMObjectPath& objectName,
-        Array<CIMName>& resultClasses,
-        String resultRole);
+    static Array<CIMObjectPath> filterAssocInstanceToTargetPaths(CIMInstance& assocInstance,
+                                                                 const CIMObjectPath& objectName,
+                                                                 Array<CIMName>& resultClasses,
+                                                                 String resultRole);
 
     // As filterAssocInstanceToTargetPaths, answering with the instances of
     // targetInstances whose paths match the far ends.
     static Array<CIMInstance> filterAssocInstanceToTargetInstances(
-        CIMInstance& assocInstance,
-        const CIMObjectPath& objectName,
-        const Array<CIMInstance>& targetInstances,
-        Array<CIMName>& resultClasses,
+        CIMInstance& assocInstance, const CIMObjectPath& objectName,
+        const Array<CIMInstance>& targetInstances, Array<CIMName>& resultClasses,
         String resultRole);
 
     // True when any key value of the path equals poolID ignoring case.
@@ -324,10 +279,8 @@ public:
     // Membership tests: strings exactly, paths by matchObjectPath (of
     // instances by their paths), class names ignoring case.
     static Boolean isPartOfArray(const String& x, const Array<String>& list);
-    static Boolean isPartOfArray(
-        const CIMObjectPath& x, const Array<CIMObjectPath>& list);
-    static Boolean isPartOfArray(
-        const CIMObjectPath& x, const Array<CIMInstance>& list);
+    static Boolean isPartOfArray(const CIMObjectPath& x, const Array<CIMObjectPath>& list);
+    static Boolean isPartOfArray(const CIMObjectPath& x, const Array<CIMInstance>& list);
     static Boolean isPartOfArray(const CIMName& x, const Array<CIMName>& list);
 
     // ---------------------------------------------------------------------
@@ -335,53 +288,52 @@ public:
     // given (an empty host gives an end without host) and stored as
     // reference keys in role order.
 
-    static CIMObjectPath buildAssocPath(CIMName assocClass, String role1,
-        String role2, CIMObjectPath end1, CIMObjectPath end2, String host,
-        String nameSpace);
-    static CIMObjectPath buildAssocPath(CIMName assocClass, String role1,
-        String role2, CIMObjectPath end1, CIMObjectPath end2, String host1,
-        String host2, String assocHost, String nameSpace);
-    static CIMObjectPath buildAssocPath(CIMName assocClass, String role1,
-        String role2, String role3, CIMObjectPath end1, CIMObjectPath end2,
-        CIMObjectPath end3, String host, String nameSpace);
+    static CIMObjectPath buildAssocPath(CIMName assocClass, String role1, String role2,
+                                        CIMObjectPath end1, CIMObjectPath end2, String host,
+                                        String nameSpace);
+    static CIMObjectPath buildAssocPath(CIMName assocClass, String role1, String role2,
+                                        CIMObjectPath end1, CIMObjectPath end2, String host1,
+                                        String host2, String assocHost, String nameSpace);
+    static CIMObjectPath buildAssocPath(CIMName assocClass, String role1, String role2,
+                                        String role3, CIMObjectPath end1, CIMObjectPath end2,
+                                        CIMObjectPath end3, String host, String nameSpace);
 
-    static CIMInstance buildAssocInstance(CIMName assocClass, String role1,
-        String role2, CIMObjectPath end1, CIMObjectPath end2,
-        CIMClass cimClass, String host, String nameSpace);
-    static CIMInstance buildAssocInstance(CIMName assocClass, String role1,
-        String role2, CIMObjectPath end1, CIMObjectPath end2,
-        CIMClass cimClass, String host1, String host2, String assocHost,
-        String nameSpace);
-    static CIMInstance buildAssocInstance(CIMName assocClass, String role1,
-        String role2, String role3, CIMObjectPath end1, CIMObjectPath end2,
-        CIMObjectPath end3, CIMClass cimClass, String host, String nameSpace);
+    static CIMInstance buildAssocInstance(CIMName assocClass, String role1, String role2,
+                                          CIMObjectPath end1, CIMObjectPath end2, CIMClass cimClass,
+                                          String host, String nameSpace);
+    static CIMInstance buildAssocInstance(CIMName assocClass, String role1, String role2,
+                                          CIMObjectPath end1, CIMObjectPath end2, CIMClass cimClass,
+                                          String host1, String host2, String assocHost,
+                                          String nameSpace);
+    static CIMInstance buildAssocInstance(CIMName assocClass, String role1, String role2,
+                                          String role3, CIMObjectPath end1, CIMObjectPath end2,
+                                          CIMObjectPath end3, CIMClass cimClass, String host,
+                                          String nameSpace);
 
     // Antecedent/Dependent association in root/zar; the ends keep their
     // own hosts.
     static CIMObjectPath buildDepAssocPath(String host, CIMName assocClass,
-        CIMObjectPath antecedent, CIMObjectPath dependent);
+                                           CIMObjectPath antecedent, CIMObjectPath dependent);
     static CIMInstance buildDepAssocInstance(String host, CIMName assocClass,
-        CIMObjectPath antecedent, CIMObjectPath dependent, CIMClass cimClass);
+                                             CIMObjectPath antecedent, CIMObjectPath dependent,
+                                             CIMClass cimClass);
 
     // ---------------------------------------------------------------------
     // System identity (answered by the internal cache object through a
     // local client connection, some falling back to the provider's handle)
 
     // Instance names of the class, through a local client connection.
-    static Array<CIMObjectPath> enumerateInstanceNames(
-        const CIMNamespaceName& nameSpace, const CIMName& className);
+    static Array<CIMObjectPath> enumerateInstanceNames(const CIMNamespaceName& nameSpace,
+                                                       const CIMName& className);
 
     // Invokes an extrinsic method through a local client connection.
-    static CIMValue invokeMethod(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        Array<CIMParamValue>& outParameters);
+    static CIMValue invokeMethod(const CIMNamespaceName& nameSpace,
+                                 const CIMObjectPath& instanceName, const CIMName& methodName,
+                                 const Array<CIMParamValue>& inParameters,
+                                 Array<CIMParamValue>& outParameters);
 
     // The path of the ZAR_InternalCache object of root/PG_Internal.
-    static CIMObjectPath buildInternalCacheObjectPath(
-        const String& host, const String& systemName);
+    static CIMObjectPath buildInternalCacheObjectPath(const String& host, const String& systemName);
 
     // Identity values; empty (or 0) when the cache object gives none.
     // Forms taking a handle retry through it when the local connection
@@ -440,12 +392,10 @@ public:
     // form also copies param (at most 255 characters, empty when null).
     // Returns 1 (and logs) for a null block, else 0. Null texts clear
     // their fields.
-    static int setEventParam(api_evtparam_t* ev, const char* className,
-        const char* methodName, const char* op, const char* user,
-        const char* addr);
-    static int setEventParam(api_evtparam_t* ev, const char* className,
-        const char* methodName, const char* op, const char* user,
-        const char* addr, const char* param);
+    static int setEventParam(api_evtparam_t* ev, const char* className, const char* methodName,
+                             const char* op, const char* user, const char* addr);
+    static int setEventParam(api_evtparam_t* ev, const char* className, const char* methodName,
+                             const char* op, const char* user, const char* addr, const char* param);
 
     // Fills str with len - 1 random characters of [a-zA-Z0-9_] and a
     // terminator; the random state is process-wide, seeded once. Stops the
@@ -464,14 +414,14 @@ public:
     // prefix; untouched without a colon), host name (empty when unknown)
     // and port (65532 when none). With iSCSI set, deviceID is an iSCSI
     // target name: type 4 and that port.
-    static void deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType,
-        String& hostName, Uint16& portID, bool iSCSI);
+    static void deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType, String& hostName,
+                                       Uint16& portID, bool iSCSI);
 
     // The view's path: root/zar, class className, keys
     // SystemCreationClassName, SystemName, CreationClassName, DeviceID.
-    static CIMObjectPath buildSPCObjectPath(String systemCreationClassName,
-        const String& host, const String& systemName, const String& deviceID,
-        CIMName className);
+    static CIMObjectPath buildSPCObjectPath(String systemCreationClassName, const String& host,
+                                            const String& systemName, const String& deviceID,
+                                            CIMName className);
 
     // Appends to `instances` the views of one chunk (at most `chunk`
     // records) of class className ("ZAR_SCSIController" or
@@ -481,36 +431,22 @@ public:
     // CIMException(CIM_ERR_INVALID_PARAMETER, "Failed to retrieve SPC data."
     // followed by the array's error text) while records remain (after
     // releasing cursor).
-    static void buildSPCInstances(
-        CIMOMHandle& cimom,
-        const OperationContext& context,
-        const CIMObjectPath& path,
-        String& systemName,
-        String& host,
-        CIMName className,
-        bool includeQualifiers,
-        bool includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        Uint32 threshold,
-        Array<CIMInstance>& instances,
-        api_spc_param_data* cursor,
-        Uint32* more,
-        Uint32 chunk);
+    static void buildSPCInstances(CIMOMHandle& cimom, const OperationContext& context,
+                                  const CIMObjectPath& path, String& systemName, String& host,
+                                  CIMName className, bool includeQualifiers,
+                                  bool includeClassOrigin, const CIMPropertyList& propertyList,
+                                  Uint32 threshold, Array<CIMInstance>& instances,
+                                  api_spc_param_data* cursor, Uint32* more, Uint32 chunk);
 
     // One view instance of class cls from an array record.
-    static CIMInstance buildSPCInstance(String systemCreationClassName,
-        CIMClass cls, vlun* record, const String& systemName,
-        const String& host);
+    static CIMInstance buildSPCInstance(String systemCreationClassName, CIMClass cls, vlun* record,
+                                        const String& systemName, const String& host);
 
     // modifyInstance of a view: only ElementName may change, and it renames
     // the host behind an "MS:" or "HS:" view on the array.
-    static void modifySPC(
-        const OperationContext& context,
-        const CIMObjectPath& path,
-        const CIMInstance& instance,
-        bool includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
+    static void modifySPC(const OperationContext& context, const CIMObjectPath& path,
+                          const CIMInstance& instance, bool includeQualifiers,
+                          const CIMPropertyList& propertyList, ResponseHandler& handler);
 
     // ---------------------------------------------------------------------
     // Volumes
@@ -522,15 +458,14 @@ public:
     // the volumes stayed busy or the deletion failed; the failure of
     // fillInVVNames when the names cannot be found. flag is passed to
     // api_removeVVs.
-    static int removeVVs(api_evtparam_t* event, Array<CIMObjectPath>& volumes,
-        unsigned int flag);
+    static int removeVVs(api_evtparam_t* event, Array<CIMObjectPath>& volumes, unsigned int flag);
 
     // A new table (free() it) of the volumes' element names, 32 bytes per
     // path, and the number of names filled in. Returns 0; 5 for a null
     // names or count; 4 when no name was found or memory ran out; the
     // failure of the string form.
     static int fillInVVNames(Array<CIMObjectPath>& volumes, api_name_t** names,
-        unsigned int* count);
+                             unsigned int* count);
 
     // Appends the element names of the volumes whose WWNs are the paths'
     // DeviceID keys, asking the array with WWN lists of at most 255

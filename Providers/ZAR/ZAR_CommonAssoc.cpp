@@ -6,8 +6,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 CIMObjectPath _withHost(CIMObjectPath path, const String& host)
 {
@@ -27,17 +26,16 @@ CIMKeyBinding _refKey(const String& role, const CIMObjectPath& end)
 
 }  // namespace
 
-CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1,
-    String role2, CIMObjectPath end1, CIMObjectPath end2, String host,
-    String nameSpace)
+CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1, String role2,
+                                         CIMObjectPath end1, CIMObjectPath end2, String host,
+                                         String nameSpace)
 {
-    return buildAssocPath(assocClass, role1, role2, end1, end2, host, host,
-        host, nameSpace);
+    return buildAssocPath(assocClass, role1, role2, end1, end2, host, host, host, nameSpace);
 }
 
-CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1,
-    String role2, CIMObjectPath end1, CIMObjectPath end2, String host1,
-    String host2, String assocHost, String nameSpace)
+CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1, String role2,
+                                         CIMObjectPath end1, CIMObjectPath end2, String host1,
+                                         String host2, String assocHost, String nameSpace)
 {
     CIMObjectPath result(assocHost, _nameSpace(nameSpace), assocClass);
     Array<CIMKeyBinding> keys;
@@ -47,9 +45,9 @@ CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1,
     return result;
 }
 
-CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1,
-    String role2, String role3, CIMObjectPath end1, CIMObjectPath end2,
-    CIMObjectPath end3, String host, String nameSpace)
+CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1, String role2,
+                                         String role3, CIMObjectPath end1, CIMObjectPath end2,
+                                         CIMObjectPath end3, String host, String nameSpace)
 {
     CIMObjectPath result(host, _nameSpace(nameSpace), assocClass);
     Array<CIMKeyBinding> keys;
@@ -60,41 +58,43 @@ CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1,
     return result;
 }
 
-CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1,
-    String role2, CIMObjectPath end1, CIMObjectPath end2, CIMClass cimClass,
-    String host, String nameSpace)
+CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1, String role2,
+                                           CIMObjectPath end1, CIMObjectPath end2,
+                                           CIMClass cimClass, String host, String nameSpace)
 {
-    return buildAssocInstance(assocClass, role1, role2, end1, end2, cimClass,
-        host, host, host, nameSpace);
+    return buildAssocInstance(assocClass, role1, role2, end1, end2, cimClass, host, host, host,
+                              nameSpace);
 }
 
-CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1,
-    String role2, CIMObjectPath end1, CIMObjectPath end2, CIMClass cimClass,
-    String host1, String host2, String assocHost, String nameSpace)
+CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1, String role2,
+                                           CIMObjectPath end1, CIMObjectPath end2,
+                                           CIMClass cimClass, String host1, String host2,
+                                           String assocHost, String nameSpace)
 {
     CIMInstance instance = buildInstanceSkeleton(cimClass);
     setPropertyValue(instance, CIMName(role1), _withHost(end1, host1));
     setPropertyValue(instance, CIMName(role2), _withHost(end2, host2));
-    instance.setPath(buildAssocPath(assocClass, role1, role2, end1, end2,
-        host1, host2, assocHost, nameSpace));
+    instance.setPath(
+        buildAssocPath(assocClass, role1, role2, end1, end2, host1, host2, assocHost, nameSpace));
     return instance;
 }
 
-CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1,
-    String role2, String role3, CIMObjectPath end1, CIMObjectPath end2,
-    CIMObjectPath end3, CIMClass cimClass, String host, String nameSpace)
+CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1, String role2,
+                                           String role3, CIMObjectPath end1, CIMObjectPath end2,
+                                           CIMObjectPath end3, CIMClass cimClass, String host,
+                                           String nameSpace)
 {
     CIMInstance instance = buildInstanceSkeleton(cimClass);
     setPropertyValue(instance, CIMName(role1), _withHost(end1, host));
     setPropertyValue(instance, CIMName(role2), _withHost(end2, host));
     setPropertyValue(instance, CIMName(role3), _withHost(end3, host));
-    instance.setPath(buildAssocPath(assocClass, role1, role2, role3, end1,
-        end2, end3, host, nameSpace));
+    instance.setPath(
+        buildAssocPath(assocClass, role1, role2, role3, end1, end2, end3, host, nameSpace));
     return instance;
 }
 
 CIMObjectPath ZAR_Common::buildDepAssocPath(String host, CIMName assocClass,
-    CIMObjectPath antecedent, CIMObjectPath dependent)
+                                            CIMObjectPath antecedent, CIMObjectPath dependent)
 {
     Array<CIMKeyBinding> keys;
     keys.append(_refKey("Antecedent", antecedent));
@@ -103,7 +103,8 @@ CIMObjectPath ZAR_Common::buildDepAssocPath(String host, CIMName assocClass,
 }
 
 CIMInstance ZAR_Common::buildDepAssocInstance(String host, CIMName assocClass,
-    CIMObjectPath antecedent, CIMObjectPath dependent, CIMClass cimClass)
+                                              CIMObjectPath antecedent, CIMObjectPath dependent,
+                                              CIMClass cimClass)
 {
     CIMInstance instance = buildInstanceSkeleton(cimClass);
     setPropertyValue(instance, CIMName("Antecedent"), antecedent);

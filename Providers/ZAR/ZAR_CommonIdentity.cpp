@@ -11,8 +11,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 const char INTERNAL_NAMESPACE[] = "root/PG_Internal";
 const char ZAR_NAMESPACE[] = "root/zar";
@@ -20,29 +19,23 @@ const char ZAR_NAMESPACE[] = "root/zar";
 // Calls a method of the internal cache object through the local client and,
 // when allowed, through the handle if the local call fails. Returns the
 // output parameters.
-Array<CIMParamValue> _askCache(
-    CIMOMHandle* handle, const char* methodName)
+Array<CIMParamValue> _askCache(CIMOMHandle* handle, const char* methodName)
 {
-    CIMObjectPath path =
-        ZAR_Common::buildInternalCacheObjectPath("localhost", "localhost");
+    CIMObjectPath path = ZAR_Common::buildInternalCacheObjectPath("localhost", "localhost");
     Array<CIMParamValue> in;
     Array<CIMParamValue> out;
-    if (handle == 0)
-    {
-        ZAR_Common::invokeMethod(
-            CIMNamespaceName(INTERNAL_NAMESPACE), path, CIMName(methodName), in, out);
+    if (handle == 0) {
+        ZAR_Common::invokeMethod(CIMNamespaceName(INTERNAL_NAMESPACE), path, CIMName(methodName),
+                                 in, out);
         return out;
     }
-    try
-    {
-        ZAR_Common::invokeMethod(
-            CIMNamespaceName(INTERNAL_NAMESPACE), path, CIMName(methodName), in, out);
-    }
-    catch (...)
-    {
+    try {
+        ZAR_Common::invokeMethod(CIMNamespaceName(INTERNAL_NAMESPACE), path, CIMName(methodName),
+                                 in, out);
+    } catch (...) {
         out.clear();
-        handle->invokeMethod(OperationContext(),
-            CIMNamespaceName(INTERNAL_NAMESPACE), path, CIMName(methodName), in, out);
+        handle->invokeMethod(OperationContext(), CIMNamespaceName(INTERNAL_NAMESPACE), path,
+                             CIMName(methodName), in, out);
     }
     return out;
 }
@@ -63,11 +56,10 @@ void _readOutput(const Array<CIMParamValue>& out, const char* name, T& result)
 }
 
 // The shared steps of getSystemObjectPath and its two relatives.
-struct SystemPathQuery
-{
+struct SystemPathQuery {
     const char* className;
-    const char* label;          // "getSystemObjectPath" ...
-    const char* missingText;    // "cannot get at system object path\n"
+    const char* label;        // "getSystemObjectPath" ...
+    const char* missingText;  // "cannot get at system object path\n"
     bool traceEntryExit;
     bool guardHandleCall;
 };
@@ -79,55 +71,38 @@ CIMObjectPath _findSystemPath(CIMOMHandle& handle, const SystemPathQuery& q)
 
     Array<CIMObjectPath> names;
     bool retry = false;
-    try
-    {
-        names = ZAR_Common::enumerateInstanceNames(
-            CIMNamespaceName(ZAR_NAMESPACE), CIMName(q.className));
-    }
-    catch (Exception& e)
-    {
+    try {
+        names = ZAR_Common::enumerateInstanceNames(CIMNamespaceName(ZAR_NAMESPACE),
+                                                   CIMName(q.className));
+    } catch (Exception& e) {
         log_message(2, "ZAR_Common::%s: %s. Trying via cimom.\n", q.label,
-            (const char*)e.getMessage().getCString());
-        retry = true;
-    }
-    catch (...)
-    {
-        log_message(2, "ZAR_Common::%s: Unknown exception! Trying via cimom\n",
-            q.label);
-        retry = true;
-    }
-
-    if (retry)
-    {
-        if (!q.guardHandleCall)
-        {
-            names = handle.enumerateInstanceNames(OperationContext(),
-                CIMNamespaceName(ZAR_NAMESPACE), CIMName(q.className));
-        }
-        else
-        {
-            try
-            {
-                names = handle.enumerateInstanceNames(OperationContext(),
-                    CIMNamespaceName(ZAR_NAMESPACE), CIMName(q.className));
-            }
-            catch (Exception& e)
-            {
-                log_message(2, "ZAR_Common::%s: %s.\n", q.label,
                     (const char*)e.getMessage().getCString());
+        retry = true;
+    } catch (...) {
+        log_message(2, "ZAR_Common::%s: Unknown exception! Trying via cimom\n", q.label);
+        retry = true;
+    }
+
+    if (retry) {
+        if (!q.guardHandleCall) {
+            names = handle.enumerateInstanceNames(
+                OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(q.className));
+        } else {
+            try {
+                names = handle.enumerateInstanceNames(
+                    OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(q.className));
+            } catch (Exception& e) {
+                log_message(2, "ZAR_Common::%s: %s.\n", q.label,
+                            (const char*)e.getMessage().getCString());
                 names.clear();
-            }
-            catch (...)
-            {
-                log_message(2, "ZAR_Common::%s: Unknown exception in cimom!\n",
-                    q.label);
+            } catch (...) {
+                log_message(2, "ZAR_Common::%s: Unknown exception in cimom!\n", q.label);
                 names.clear();
             }
         }
     }
 
-    if (names.size() == 0)
-    {
+    if (names.size() == 0) {
         log_message(2, "%s", q.missingText);
         return CIMObjectPath();
     }
@@ -142,8 +117,8 @@ CIMObjectPath _findSystemPath(CIMOMHandle& handle, const SystemPathQuery& q)
 
 }  // namespace
 
-Array<CIMObjectPath> ZAR_Common::enumerateInstanceNames(
-    const CIMNamespaceName& nameSpace, const CIMName& className)
+Array<CIMObjectPath> ZAR_Common::enumerateInstanceNames(const CIMNamespaceName& nameSpace,
+                                                        const CIMName& className)
 {
     log_message(4, "-->ZAR_Common::enumerateInstanceNames()\n");
     CIMClient client;
@@ -154,31 +129,28 @@ Array<CIMObjectPath> ZAR_Common::enumerateInstanceNames(
     return names;
 }
 
-CIMValue ZAR_Common::invokeMethod(
-    const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& instanceName,
-    const CIMName& methodName,
-    const Array<CIMParamValue>& inParameters,
-    Array<CIMParamValue>& outParameters)
+CIMValue ZAR_Common::invokeMethod(const CIMNamespaceName& nameSpace,
+                                  const CIMObjectPath& instanceName, const CIMName& methodName,
+                                  const Array<CIMParamValue>& inParameters,
+                                  Array<CIMParamValue>& outParameters)
 {
     log_message(4, "-->ZAR_Common::invokeMethod()\n");
     CIMClient client;
     client.connectLocal();
-    CIMValue rc = client.invokeMethod(
-        nameSpace, instanceName, methodName, inParameters, outParameters);
+    CIMValue rc =
+        client.invokeMethod(nameSpace, instanceName, methodName, inParameters, outParameters);
     client.disconnect();
     log_message(4, "<--ZAR_Common::invokeMethod()\n");
     return rc;
 }
 
-CIMObjectPath ZAR_Common::buildInternalCacheObjectPath(
-    const String& host, const String& systemName)
+CIMObjectPath ZAR_Common::buildInternalCacheObjectPath(const String& host, const String& systemName)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("InstanceID"),
-        systemName + String("-InternalCache"), CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName(INTERNAL_NAMESPACE),
-        CIMName("ZAR_InternalCache"), keys);
+    keys.append(CIMKeyBinding(CIMName("InstanceID"), systemName + String("-InternalCache"),
+                              CIMKeyBinding::STRING));
+    return CIMObjectPath(host, CIMNamespaceName(INTERNAL_NAMESPACE), CIMName("ZAR_InternalCache"),
+                         keys);
 }
 
 String ZAR_Common::getSystemName(CIMOMHandle& handle)
@@ -221,9 +193,7 @@ String ZAR_Common::getSystemHostName(CIMOMHandle& /* handle */)
     // No fallback through the handle: errors of the local call propagate.
     String result;
     _readOutput(_askCache(0, "GetSystemHostName"), "SystemHostName", result);
-    if (result.size() != 0 &&
-        api_isAllNumeric((const char*)result.getCString()))
-    {
+    if (result.size() != 0 && api_isAllNumeric((const char*)result.getCString())) {
         result = String("_") + result;
     }
     return result;
@@ -238,24 +208,22 @@ String ZAR_Common::getSystemAddress(CIMOMHandle& handle)
 
 CIMObjectPath ZAR_Common::getSystemObjectPath(CIMOMHandle& handle)
 {
-    static const SystemPathQuery q = {"ZAR_StorageSystem",
-        "getSystemObjectPath", "cannot get at system object path\n", true, false};
+    static const SystemPathQuery q = {"ZAR_StorageSystem", "getSystemObjectPath",
+                                      "cannot get at system object path\n", true, false};
     return _findSystemPath(handle, q);
 }
 
 CIMObjectPath ZAR_Common::getSystemPkgObjectPath(CIMOMHandle& handle)
 {
-    static const SystemPathQuery q = {"ZAR_SystemPackage",
-        "getSystemPkgObjectPath", "cannot get at system pkg object path\n",
-        false, true};
+    static const SystemPathQuery q = {"ZAR_SystemPackage", "getSystemPkgObjectPath",
+                                      "cannot get at system pkg object path\n", false, true};
     return _findSystemPath(handle, q);
 }
 
 CIMObjectPath ZAR_Common::getSystemViewObjectPath(CIMOMHandle& handle)
 {
-    static const SystemPathQuery q = {"ZAR_StorageSystemView",
-        "getSystemViewObjectPath", "cannot get at system view object path\n",
-        true, true};
+    static const SystemPathQuery q = {"ZAR_StorageSystemView", "getSystemViewObjectPath",
+                                      "cannot get at system view object path\n", true, true};
     return _findSystemPath(handle, q);
 }
 

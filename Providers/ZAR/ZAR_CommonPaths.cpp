@@ -10,8 +10,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 // Rewrites string and reference keys that hold object paths as reference
 // keys whose paths carry no host. Values that do not parse as a path with
@@ -19,26 +18,22 @@ namespace
 Array<CIMKeyBinding> _normaliseKeys(const Array<CIMKeyBinding>& keys)
 {
     Array<CIMKeyBinding> result = keys;
-    for (Uint32 i = 0; i < result.size(); i++)
-    {
+    for (Uint32 i = 0; i < result.size(); i++) {
         CIMKeyBinding::Type type = result[i].getType();
         if (type != CIMKeyBinding::STRING && type != CIMKeyBinding::REFERENCE)
             continue;
         String text = result[i].getValue();
         if (text.size() == 0)
             continue;
-        try
-        {
+        try {
             CIMObjectPath inner(text);
             if (inner.getKeyBindings().size() == 0)
                 continue;
-            CIMObjectPath rebuilt(String(), inner.getNameSpace(),
-                inner.getClassName(), inner.getKeyBindings());
+            CIMObjectPath rebuilt(String(), inner.getNameSpace(), inner.getClassName(),
+                                  inner.getKeyBindings());
             result[i].setValue(rebuilt.toString());
             result[i].setType(CIMKeyBinding::REFERENCE);
-        }
-        catch (...)
-        {
+        } catch (...) {
             // Not a path: an ordinary string key.
         }
     }
@@ -48,18 +43,16 @@ Array<CIMKeyBinding> _normaliseKeys(const Array<CIMKeyBinding>& keys)
 // The path without host and namespace.
 CIMObjectPath _localPath(const CIMObjectPath& path)
 {
-    return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(),
-        path.getKeyBindings());
+    return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(), path.getKeyBindings());
 }
 
 // The far-end rule shared by the two target filters: calls add(ref) once
 // per acceptable match of the reference property at position i.
 template <class Add>
 void _walkFarEnds(CIMInstance& assocInstance, const CIMObjectPath& objectName,
-    Array<CIMName>& resultClasses, const String& resultRole, Add add)
+                  Array<CIMName>& resultClasses, const String& resultRole, Add add)
 {
-    for (Uint32 i = 0; i < assocInstance.getPropertyCount(); i++)
-    {
+    for (Uint32 i = 0; i < assocInstance.getPropertyCount(); i++) {
         CIMProperty prop = assocInstance.getProperty(i);
         if (prop.getType() != CIMTYPE_REFERENCE)
             continue;
@@ -70,16 +63,14 @@ void _walkFarEnds(CIMInstance& assocInstance, const CIMObjectPath& objectName,
         value.get(ref);
         if (ZAR_Common::matchObjectPath(objectName, ref))
             continue;  // the near end
-        Boolean roleOk = resultRole.size() == 0 ||
-            String::equalNoCase(resultRole, prop.getName().getString());
-        if (resultClasses.size() == 0)
-        {
+        Boolean roleOk =
+            resultRole.size() == 0 || String::equalNoCase(resultRole, prop.getName().getString());
+        if (resultClasses.size() == 0) {
             if (roleOk)
                 add(ref);
             continue;
         }
-        for (Uint32 j = 0; j < resultClasses.size(); j++)
-        {
+        for (Uint32 j = 0; j < resultClasses.size(); j++) {
             if (resultClasses[j].equal(ref.getClassName()) && roleOk)
                 add(ref);
         }
@@ -97,18 +88,15 @@ Boolean ZAR_Common::matchObjectPath(const CIMObjectPath& a, const CIMObjectPath&
     return a2.identical(b2);
 }
 
-Boolean ZAR_Common::verifyRefMethodParam(
-    CIMObjectPath& ref, CIMNamespaceName nameSpace, String& hostName)
+Boolean ZAR_Common::verifyRefMethodParam(CIMObjectPath& ref, CIMNamespaceName nameSpace,
+                                         String& hostName)
 {
-    if (ref.getNameSpace().isNull())
-    {
+    if (ref.getNameSpace().isNull()) {
         ref.setNameSpace(nameSpace);
-    }
-    else if (!ref.getNameSpace().equal(nameSpace))
-    {
+    } else if (!ref.getNameSpace().equal(nameSpace)) {
         log_message(2, "The ref param %s contains the wrong name space %s\n",
-            (const char*)ref.toString().getCString(),
-            (const char*)ref.getNameSpace().getString().getCString());
+                    (const char*)ref.toString().getCString(),
+                    (const char*)ref.getNameSpace().getString().getCString());
         return false;
     }
 
@@ -123,33 +111,29 @@ Boolean ZAR_Common::verifyRefMethodParam(
     char canonical[46];
     memset(canonical, 0, sizeof(canonical));
     CString hostText = host.getCString();
-    if (validateConvertIP((const char*)hostText, canonical, sizeof(canonical)) ==
-        API_IPV6_OK)
-    {
+    if (validateConvertIP((const char*)hostText, canonical, sizeof(canonical)) == API_IPV6_OK) {
         canonical[sizeof(canonical) - 1] = '\0';
         if (String(canonical) == getSystemIPAddr(IP_TYPE_V6))
             return true;
     }
-    log_message(2, "The ref host [%s] does not match for this host!\n",
-        (const char*)hostText);
+    log_message(2, "The ref host [%s] does not match for this host!\n", (const char*)hostText);
     return false;
 }
 
-Boolean ZAR_Common::verifyRefMethodParam(CIMObjectPath& ref,
-    CIMNamespaceName nameSpace, String& hostName, CIMName className)
+Boolean ZAR_Common::verifyRefMethodParam(CIMObjectPath& ref, CIMNamespaceName nameSpace,
+                                         String& hostName, CIMName className)
 {
     if (!verifyRefMethodParam(ref, nameSpace, hostName))
         return false;
     return ref.getClassName().equal(className);
 }
 
-Boolean ZAR_Common::verifyRefMethodParam(CIMObjectPath& ref,
-    CIMNamespaceName nameSpace, String& hostName, Array<CIMName>& classNames)
+Boolean ZAR_Common::verifyRefMethodParam(CIMObjectPath& ref, CIMNamespaceName nameSpace,
+                                         String& hostName, Array<CIMName>& classNames)
 {
     if (!verifyRefMethodParam(ref, nameSpace, hostName))
         return false;
-    for (Uint32 i = 0; i < classNames.size(); i++)
-    {
+    for (Uint32 i = 0; i < classNames.size(); i++) {
         if (ref.getClassName().equal(classNames[i]))
             return true;
     }
@@ -161,30 +145,24 @@ String ZAR_Common::getSystemIPAddr(int iptype)
     static String ipv4;
     static String ipv6;
 
-    if (iptype < IP_TYPE_V4 || iptype > IP_TYPE_V6)
-    {
+    if (iptype < IP_TYPE_V4 || iptype > IP_TYPE_V6) {
         log_message(2, "ZAR_Common, getSystemIPAddr: Invalid IP type parameter!\n");
         return String();
     }
 
-    if (ipv4.size() == 0)
-    {
+    if (ipv4.size() == 0) {
         _api_ipaddr_t addr;
         memset(&addr, 0, sizeof(addr));
         int rc = -1;
-        if (cim_sem_wait() == 0)
-        {
+        if (cim_sem_wait() == 0) {
             rc = api_getSystemDualIP(&addr);
             cim_sem_post();
         }
-        if (rc == 0)
-        {
+        if (rc == 0) {
             char text[128];
             if (inet_ntop(AF_INET, &addr.ipv4_addr, text, sizeof(text)))
                 ipv4 = String(text);
-            if (addr.dual_flag > 2 &&
-                inet_ntop(AF_INET6, &addr.ipv6_addr, text, sizeof(text)))
-            {
+            if (addr.dual_flag > 2 && inet_ntop(AF_INET6, &addr.ipv6_addr, text, sizeof(text))) {
                 ipv6 = String(text);
             }
         }
@@ -193,22 +171,18 @@ String ZAR_Common::getSystemIPAddr(int iptype)
 }
 
 Boolean ZAR_Common::_isInstanceValidReference(const CIMObjectPath& objectName,
-    CIMInstance& assocInstance, const String& role)
+                                              CIMInstance& assocInstance, const String& role)
 {
-    if (role.size() != 0)
-    {
+    if (role.size() != 0) {
         Uint32 pos = PEG_NOT_FOUND;
         if (CIMName::legal(role))
             pos = assocInstance.findProperty(CIMName(role));
-        if (pos == PEG_NOT_FOUND ||
-            assocInstance.getProperty(pos).getType() != CIMTYPE_REFERENCE)
-        {
+        if (pos == PEG_NOT_FOUND || assocInstance.getProperty(pos).getType() != CIMTYPE_REFERENCE) {
             throw CIMException(CIM_ERR_INVALID_PARAMETER, String());
         }
     }
 
-    for (Uint32 i = 0; i < assocInstance.getPropertyCount(); i++)
-    {
+    for (Uint32 i = 0; i < assocInstance.getPropertyCount(); i++) {
         CIMProperty prop = assocInstance.getProperty(i);
         if (prop.getType() != CIMTYPE_REFERENCE)
             continue;
@@ -218,26 +192,21 @@ Boolean ZAR_Common::_isInstanceValidReference(const CIMObjectPath& objectName,
         CIMObjectPath ref;
         value.get(ref);
         CIMObjectPath rebuilt = _localPath(ref);
-        if ((role.size() == 0 ||
-                String::equalNoCase(prop.getName().getString(), role)) &&
-            matchObjectPath(objectName, rebuilt))
-        {
+        if ((role.size() == 0 || String::equalNoCase(prop.getName().getString(), role)) &&
+            matchObjectPath(objectName, rebuilt)) {
             return true;
         }
     }
     return false;
 }
 
-Array<CIMInstance> ZAR_Common::filterReferenceNames(
-    const Array<CIMInstance>& assocInstances,
-    const CIMObjectPath& objectName,
-    const CIMName& resultClass,
-    const String& role)
+Array<CIMInstance> ZAR_Common::filterReferenceNames(const Array<CIMInstance>& assocInstances,
+                                                    const CIMObjectPath& objectName,
+                                                    const CIMName& resultClass, const String& role)
 {
     CIMObjectPath rebuilt = _localPath(objectName);
     Array<CIMInstance> result;
-    for (Uint32 i = 0; i < assocInstances.size(); i++)
-    {
+    for (Uint32 i = 0; i < assocInstances.size(); i++) {
         CIMInstance instance = assocInstances[i];
         if (!resultClass.isNull() && !resultClass.equal(instance.getClassName()))
             continue;
@@ -247,43 +216,36 @@ Array<CIMInstance> ZAR_Common::filterReferenceNames(
     return result;
 }
 
-Array<CIMObjectPath> ZAR_Common::filterAssocInstanceToTargetPaths(
-    CIMInstance& assocInstance,
-    const CIMObjectPath& objectName,
-    Array<CIMName>& resultClasses,
-    String resultRole)
+Array<CIMObjectPath> ZAR_Common::filterAssocInstanceToTargetPaths(CIMInstance& assocInstance,
+                                                                  const CIMObjectPath& objectName,
+                                                                  Array<CIMName>& resultClasses,
+                                                                  String resultRole)
 {
     Array<CIMObjectPath> result;
     _walkFarEnds(assocInstance, objectName, resultClasses, resultRole,
-        [&](const CIMObjectPath& ref) { result.append(ref); });
+                 [&](const CIMObjectPath& ref) { result.append(ref); });
     return result;
 }
 
 Array<CIMInstance> ZAR_Common::filterAssocInstanceToTargetInstances(
-    CIMInstance& assocInstance,
-    const CIMObjectPath& objectName,
-    const Array<CIMInstance>& targetInstances,
-    Array<CIMName>& resultClasses,
-    String resultRole)
+    CIMInstance& assocInstance, const CIMObjectPath& objectName,
+    const Array<CIMInstance>& targetInstances, Array<CIMName>& resultClasses, String resultRole)
 {
     Array<CIMInstance> result;
     _walkFarEnds(assocInstance, objectName, resultClasses, resultRole,
-        [&](const CIMObjectPath& ref)
-        {
-            for (Uint32 k = 0; k < targetInstances.size(); k++)
-            {
-                if (matchObjectPath(targetInstances[k].getPath(), ref))
-                    result.append(targetInstances[k]);
-            }
-        });
+                 [&](const CIMObjectPath& ref) {
+                     for (Uint32 k = 0; k < targetInstances.size(); k++) {
+                         if (matchObjectPath(targetInstances[k].getPath(), ref))
+                             result.append(targetInstances[k]);
+                     }
+                 });
     return result;
 }
 
 Boolean ZAR_Common::isPoolPath(const CIMObjectPath& path, const String& poolID)
 {
     const Array<CIMKeyBinding>& keys = path.getKeyBindings();
-    for (Uint32 i = 0; i < keys.size(); i++)
-    {
+    for (Uint32 i = 0; i < keys.size(); i++) {
         if (String::equalNoCase(keys[i].getValue(), poolID))
             return true;
     }
@@ -292,30 +254,25 @@ Boolean ZAR_Common::isPoolPath(const CIMObjectPath& path, const String& poolID)
 
 Boolean ZAR_Common::isPartOfArray(const String& x, const Array<String>& list)
 {
-    for (Uint32 i = 0; i < list.size(); i++)
-    {
+    for (Uint32 i = 0; i < list.size(); i++) {
         if (String::equal(x, list[i]))
             return true;
     }
     return false;
 }
 
-Boolean ZAR_Common::isPartOfArray(
-    const CIMObjectPath& x, const Array<CIMObjectPath>& list)
+Boolean ZAR_Common::isPartOfArray(const CIMObjectPath& x, const Array<CIMObjectPath>& list)
 {
-    for (Uint32 i = 0; i < list.size(); i++)
-    {
+    for (Uint32 i = 0; i < list.size(); i++) {
         if (matchObjectPath(x, list[i]))
             return true;
     }
     return false;
 }
 
-Boolean ZAR_Common::isPartOfArray(
-    const CIMObjectPath& x, const Array<CIMInstance>& list)
+Boolean ZAR_Common::isPartOfArray(const CIMObjectPath& x, const Array<CIMInstance>& list)
 {
-    for (Uint32 i = 0; i < list.size(); i++)
-    {
+    for (Uint32 i = 0; i < list.size(); i++) {
         if (matchObjectPath(x, list[i].getPath()))
             return true;
     }
@@ -324,8 +281,7 @@ Boolean ZAR_Common::isPartOfArray(
 
 Boolean ZAR_Common::isPartOfArray(const CIMName& x, const Array<CIMName>& list)
 {
-    for (Uint32 i = 0; i < list.size(); i++)
-    {
+    for (Uint32 i = 0; i < list.size(); i++) {
         if (x.equal(list[i]))
             return true;
     }

@@ -9,8 +9,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 const char SCSI_CONTROLLER[] = "ZAR_SCSIController";
 const char ISCSI_CONTROLLER[] = "ZAR_iSCSIController";
@@ -45,21 +44,15 @@ String _firstPathName(const String& hostName, port_type_t type)
     });
     if (rc != 0)
         return result;
-    for (zar_u32 i = 0; i < count; i++)
-    {
+    for (zar_u32 i = 0; i < count; i++) {
         if (list[i].pathInfo.type != type)
             continue;
-        if (type == PORT_TYPE_FC)
-        {
+        if (type == PORT_TYPE_FC) {
             char text[17];
-            snprintf(text, sizeof(text), "%016llX",
-                (unsigned long long)list[i].pathInfo.wwn);
+            snprintf(text, sizeof(text), "%016llX", (unsigned long long)list[i].pathInfo.wwn);
             result = String(text);
-        }
-        else
-        {
-            result = _field(list[i].pathInfo.iscsiName,
-                sizeof(list[i].pathInfo.iscsiName));
+        } else {
+            result = _field(list[i].pathInfo.iscsiName, sizeof(list[i].pathInfo.iscsiName));
         }
         break;
     }
@@ -69,21 +62,13 @@ String _firstPathName(const String& hostName, port_type_t type)
 
 }  // namespace
 
-void ZAR_Common::buildSPCInstances(
-    CIMOMHandle& cimom,
-    const OperationContext& /* context */,
-    const CIMObjectPath& path,
-    String& systemName,
-    String& host,
-    CIMName className,
-    bool includeQualifiers,
-    bool includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    Uint32 /* threshold: the chunk size bounds the work of a call */,
-    Array<CIMInstance>& instances,
-    api_spc_param_data* cursor,
-    Uint32* more,
-    Uint32 chunk)
+void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /* context */,
+                                   const CIMObjectPath& path, String& systemName, String& host,
+                                   CIMName className, bool includeQualifiers,
+                                   bool includeClassOrigin, const CIMPropertyList& propertyList,
+                                   Uint32 /* threshold: the chunk size bounds the work of a call */,
+                                   Array<CIMInstance>& instances, api_spc_param_data* cursor,
+                                   Uint32* more, Uint32 chunk)
 {
     port_type_t wantedType;
     if (className.equal(CIMName(SCSI_CONTROLLER)))
@@ -93,16 +78,15 @@ void ZAR_Common::buildSPCInstances(
     else
         return;
 
-    CIMClass cls = getStoredCIMClass(cimom, OperationContext(),
-        CIMNamespaceName("root/zar"), className, false, includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMClass cls =
+        getStoredCIMClass(cimom, OperationContext(), CIMNamespaceName("root/zar"), className, false,
+                          includeQualifiers, includeClassOrigin, propertyList);
 
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));
     Boolean narrowed = false;
     String requestedID;
-    if (!path.getClassName().isNull())
-    {
+    if (!path.getClassName().isNull()) {
         requestedID = getStringProperty(path, "DeviceID");
         if (requestedID.size() == 0)
             return;
@@ -111,20 +95,17 @@ void ZAR_Common::buildSPCInstances(
         Uint16 port = API_PORT_NONE;
         deReferenceSPCDeviceID(requestedID, vlunType, hostName, port, false);
         log_message(4, "vlunType = %d, host = %s\n", (int)vlunType,
-            (const char*)hostName.getCString());
-        if (hostName.size() != 0)
-        {
+                    (const char*)hostName.getCString());
+        if (hostName.size() != 0) {
             CString text = hostName.getCString();
             strncpy(query.hostname, (const char*)text, sizeof(query.hostname) - 1);
             query.hostnameIsSet = 1;
         }
-        if (vlunType != 0)
-        {
+        if (vlunType != 0) {
             query.vluntype = vlunType;
             query.vluntypeIsSet = 1;
         }
-        if (port != API_PORT_NONE)
-        {
+        if (port != API_PORT_NONE) {
             query.port = port;
             query.portIsSet = 1;
         }
@@ -137,10 +118,11 @@ void ZAR_Common::buildSPCInstances(
         return api_getSCSIProtocolControllers_chunk(&query, cursor, &moreFlag, chunk);
     });
     *more = moreFlag;
-    if (rc != 0)
-    {
-        log_message(2, "ZAR_Common::buildSPCInstances ()  "
-            "api_getSCSIProtocolControllers_chunk failed, status = %d\n", rc);
+    if (rc != 0) {
+        log_message(2,
+                    "ZAR_Common::buildSPCInstances ()  "
+                    "api_getSCSIProtocolControllers_chunk failed, status = %d\n",
+                    rc);
         if (chunk == 0)
             return;
         api_freeVLUNs(&query);
@@ -150,43 +132,39 @@ void ZAR_Common::buildSPCInstances(
         char text[513];
         api_getErrorTextNoNL(text, sizeof(text), &status);
         throw CIMException(CIM_ERR_INVALID_PARAMETER,
-            String("Failed to retrieve SPC data. ") + String(text));
+                           String("Failed to retrieve SPC data. ") + String(text));
     }
 
     Uint32 appended = 0;
-    try
-    {
-        for (zar_u32 i = 0; i < query.count; i++)
-        {
+    try {
+        for (zar_u32 i = 0; i < query.count; i++) {
             vlun* record = &query.vluns[i];
             if (record->deviceID[0] == '\0')
                 continue;
             if (record->hporttype != wantedType)
                 continue;
-            if (narrowed &&
-                !String::equalNoCase(
-                    _field(record->deviceID, sizeof(record->deviceID)), requestedID))
-            {
+            if (narrowed && !String::equalNoCase(_field(record->deviceID, sizeof(record->deviceID)),
+                                                 requestedID)) {
                 continue;
             }
-            instances.append(buildSPCInstance(String("ZAR_StorageSystem"), cls,
-                record, systemName, host));
+            instances.append(
+                buildSPCInstance(String("ZAR_StorageSystem"), cls, record, systemName, host));
             appended++;
         }
-    }
-    catch (...)
-    {
+    } catch (...) {
         api_freeVLUNs(&query);
         api_freeSPCParamData(cursor);
-        log_message(2, "<--ZAR_Common::buildSPCInstances: exception thrown while "
-            "building instances, # of instances assembled so far = %u\n", appended);
+        log_message(2,
+                    "<--ZAR_Common::buildSPCInstances: exception thrown while "
+                    "building instances, # of instances assembled so far = %u\n",
+                    appended);
         throw;
     }
     api_freeVLUNs(&query);
 }
 
-CIMInstance ZAR_Common::buildSPCInstance(String systemCreationClassName,
-    CIMClass cls, vlun* record, const String& systemName, const String& host)
+CIMInstance ZAR_Common::buildSPCInstance(String systemCreationClassName, CIMClass cls, vlun* record,
+                                         const String& systemName, const String& host)
 {
     CIMName className = cls.getClassName();
     String deviceID = _field(record->deviceID, sizeof(record->deviceID));
@@ -195,28 +173,21 @@ CIMInstance ZAR_Common::buildSPCInstance(String systemCreationClassName,
 
     String name;
     Uint16 nameFormat = 0;
-    if (className.equal(CIMName(SCSI_CONTROLLER)))
-    {
+    if (className.equal(CIMName(SCSI_CONTROLLER))) {
         nameFormat = 2;
-        if (!portPresent)
-        {
+        if (!portPresent) {
             name = _field(record->hostwwn, sizeof(record->hostwwn));
             if (name.size() == 0)
                 name = _firstPathName(hostName, PORT_TYPE_FC);
-        }
-        else
+        } else
             name = _field(record->portwwn, sizeof(record->portwwn));
-    }
-    else if (className.equal(CIMName(ISCSI_CONTROLLER)))
-    {
+    } else if (className.equal(CIMName(ISCSI_CONTROLLER))) {
         nameFormat = 3;
-        if (!portPresent)
-        {
+        if (!portPresent) {
             name = _field(record->hostiscsiname, sizeof(record->hostiscsiname));
             if (name.size() == 0)
                 name = _firstPathName(hostName, PORT_TYPE_ISCSI);
-        }
-        else
+        } else
             name = _field(record->portiscsiname, sizeof(record->portiscsiname));
     }
 
@@ -239,8 +210,8 @@ CIMInstance ZAR_Common::buildSPCInstance(String systemCreationClassName,
     setPropertyValue(instance, "StatusDescriptions", statusDescriptions);
     setPropertyValue(instance, "HealthState", Uint16(5));
 
-    instance.setPath(buildSPCObjectPath(systemCreationClassName, host,
-        systemName, deviceID, className));
+    instance.setPath(
+        buildSPCObjectPath(systemCreationClassName, host, systemName, deviceID, className));
     return instance;
 }
 

@@ -16,8 +16,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 // The name of the host (or host set) with number hostID, or empty when the
 // array does not know it or cannot be asked.
@@ -26,17 +25,13 @@ String _hostNameByID(Uint32 hostID)
     api_status_t status;
     api_host_t* hosts = 0;
     zar_u32 count = 0;
-    int rc = ZAR_Common::guardedCall(&status,
-        [&]() { return api_getHosts(&hosts, &count); });
+    int rc = ZAR_Common::guardedCall(&status, [&]() { return api_getHosts(&hosts, &count); });
     String name;
     if (rc != 0)
         return name;
-    for (zar_u32 i = 0; i < count; i++)
-    {
-        if (hosts[i].hostID == hostID)
-        {
-            name = String(hosts[i].name, (Uint32)strnlen(hosts[i].name,
-                sizeof(hosts[i].name)));
+    for (zar_u32 i = 0; i < count; i++) {
+        if (hosts[i].hostID == hostID) {
+            name = String(hosts[i].name, (Uint32)strnlen(hosts[i].name, sizeof(hosts[i].name)));
             break;
         }
     }
@@ -55,8 +50,7 @@ Boolean _canonicalNumber(const String& text, Uint32& value)
     if (n == 0 || n > 10 || (n > 1 && text[0] == '0'))
         return false;
     Uint64 v = 0;
-    for (Uint32 i = 0; i < n; i++)
-    {
+    for (Uint32 i = 0; i < n; i++) {
         if (text[i] < '0' || text[i] > '9')
             return false;
         v = v * 10 + (text[i] - '0');
@@ -79,11 +73,8 @@ void _iSCSIPortByName(const String& deviceID, Uint16& portID)
     if (count < 0)
         return;
     CString wanted = deviceID.getCString();
-    for (int i = 0; i < count; i++)
-    {
-        if (strncmp(ports[i].iscsiName, (const char*)wanted,
-                sizeof(ports[i].iscsiName)) == 0)
-        {
+    for (int i = 0; i < count; i++) {
+        if (strncmp(ports[i].iscsiName, (const char*)wanted, sizeof(ports[i].iscsiName)) == 0) {
             portID = ports[i].portID;
             break;
         }
@@ -93,14 +84,13 @@ void _iSCSIPortByName(const String& deviceID, Uint16& portID)
 
 }  // namespace
 
-void ZAR_Common::deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType,
-    String& hostName, Uint16& portID, bool iSCSI)
+void ZAR_Common::deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType, String& hostName,
+                                        Uint16& portID, bool iSCSI)
 {
     hostName.clear();
     portID = API_PORT_NONE;
 
-    if (iSCSI)
-    {
+    if (iSCSI) {
         vlunType = API_VLUN_PORT_PRESENT;
         _iSCSIPortByName(deviceID, portID);
         return;
@@ -119,16 +109,14 @@ void ZAR_Common::deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType,
         vlunType = API_VLUN_HOST_SET;
     else if (String::equal(prefix, "HS:"))
         vlunType = API_VLUN_HOST_SEES;
-    else
-    {
+    else {
         vlunType = 0;
         return;
     }
 
     // The colon before the host ID.
     Uint32 lastColon = prefixEnd;
-    if (vlunType == API_VLUN_MATCHED_SET || vlunType == API_VLUN_PORT_PRESENT)
-    {
+    if (vlunType == API_VLUN_MATCHED_SET || vlunType == API_VLUN_PORT_PRESENT) {
         // The LPID "N:S:P" holds two colons; a third one ends it.
         Uint32 c1 = deviceID.find(prefixEnd + 1, Char16(':'));
         Uint32 c2 = c1 == PEG_NOT_FOUND ? PEG_NOT_FOUND : deviceID.find(c1 + 1, Char16(':'));
@@ -154,19 +142,17 @@ void ZAR_Common::deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType,
     hostName = _hostNameByID(hostID);
 }
 
-CIMObjectPath ZAR_Common::buildSPCObjectPath(String systemCreationClassName,
-    const String& host, const String& systemName, const String& deviceID,
-    CIMName className)
+CIMObjectPath ZAR_Common::buildSPCObjectPath(String systemCreationClassName, const String& host,
+                                             const String& systemName, const String& deviceID,
+                                             CIMName className)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"),
-        systemCreationClassName, CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName,
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"),
-        className.getString(), CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("DeviceID"), deviceID,
-        CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), systemCreationClassName,
+                              CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
+    keys.append(
+        CIMKeyBinding(CIMName("CreationClassName"), className.getString(), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("DeviceID"), deviceID, CIMKeyBinding::STRING));
     return CIMObjectPath(host, CIMNamespaceName("root/zar"), className, keys);
 }
 

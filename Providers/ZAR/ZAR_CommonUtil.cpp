@@ -14,8 +14,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 const Uint16 NO_PORT = 0xFFFC;
 
@@ -24,8 +23,7 @@ const Uint16 NO_PORT = 0xFFFC;
 void _copyText(char* dst, const char* src, size_t max)
 {
     size_t n = 0;
-    if (src)
-    {
+    if (src) {
         while (n < max && src[n] != '\0')
             n++;
         memcpy(dst, src, n);
@@ -37,8 +35,7 @@ bool _isWWNText(const String& id)
 {
     if (id.size() != 16)
         return false;
-    for (Uint32 i = 0; i < id.size(); i++)
-    {
+    for (Uint32 i = 0; i < id.size(); i++) {
         Uint16 c = id[i];
         if (c > 127 || !isxdigit(c))
             return false;
@@ -60,8 +57,7 @@ Uint16 ZAR_Common::getPortLPID(Uint64 wwn)
     lpid_t lpid = NO_PORT;
     // The lookup's own result is deliberately not looked at: callers check
     // the position they get (none when the semaphore timed out).
-    if (cim_sem_wait() == 0)
-    {
+    if (cim_sem_wait() == 0) {
         api_getFCPortLPID(wwn, &lpid);
         cim_sem_post();
     }
@@ -74,8 +70,7 @@ Uint16 ZAR_Common::getPortLPID(String& iscsiName)
     CString text = iscsiName.getCString();
     _copyText(buffer, (const char*)text, sizeof(buffer) - 1);
     lpid_t lpid = NO_PORT;
-    if (cim_sem_wait() == 0)
-    {
+    if (cim_sem_wait() == 0) {
         api_getiSCSIPortLPID(buffer, &lpid);
         cim_sem_post();
     }
@@ -84,8 +79,7 @@ Uint16 ZAR_Common::getPortLPID(String& iscsiName)
 
 Uint16 ZAR_Common::getPortOperationalStatus(api_port_status_t status)
 {
-    switch (status)
-    {
+    switch (status) {
         case PORT_CONFIG_WAIT:
         case PORT_OFFLINE:
             return 10;  // Stopped
@@ -112,9 +106,15 @@ Uint16 ZAR_Common::getPortOperationalStatus(api_port_status_t status)
 
 Uint16 ZAR_Common::getPortHealthState(api_port_status_t status)
 {
-    switch ((int)status)
-    {
-        case 0: case 1: case 2: case 3: case 4: case 11: case 12: case 13:
+    switch ((int)status) {
+        case 0:
+        case 1:
+        case 2:
+        case 3:
+        case 4:
+        case 11:
+        case 12:
+        case 13:
             return 5;  // OK
         case PORT_ERROR:
         case PORT_NONPARTICIPATE:
@@ -132,8 +132,7 @@ Uint16 ZAR_Common::getPortHealthState(api_port_status_t status)
 
 CIMStatusCode ZAR_Common::methodToCIMStatusCode(Uint32 rc)
 {
-    switch (rc)
-    {
+    switch (rc) {
         case 0:
             return CIM_ERR_SUCCESS;
         case 1:
@@ -153,23 +152,16 @@ Uint32 ZAR_Common::getPortIDs(Array<String> ids, Uint16** ports)
     if (ids.size() == 0)
         return 0;
     Uint16* result = new Uint16[ids.size()];
-    for (Uint32 i = 0; i < ids.size(); i++)
-    {
+    for (Uint32 i = 0; i < ids.size(); i++) {
         String id = ids[i];
         Uint16 port = NO_PORT;
-        if (_isWWNText(id))
-        {
+        if (_isWWNText(id)) {
             Uint64 wwn = strtoull((const char*)id.getCString(), 0, 16);
             port = getPortLPID(wwn);
-        }
-        else if (id.size() > 4 &&
-            (String::equalNoCase(id.subString(0, 4), "iqn.") ||
-             String::equalNoCase(id.subString(0, 4), "eui.")))
-        {
+        } else if (id.size() > 4 && (String::equalNoCase(id.subString(0, 4), "iqn.") ||
+                                     String::equalNoCase(id.subString(0, 4), "eui."))) {
             port = getPortLPID(id);
-        }
-        else if (id.size() != 0)
-        {
+        } else if (id.size() != 0) {
             lpid_t lpid = NO_PORT;
             if (api_convertStrLPIDtoPortID((const char*)id.getCString(), &lpid) == 0)
                 port = lpid;
@@ -182,39 +174,38 @@ Uint32 ZAR_Common::getPortIDs(Array<String> ids, Uint16** ports)
 
 int ZAR_Common::setEventOp(api_evtparam_t* ev, const char* op)
 {
-    if (ev == 0)
-    {
-        log_message(2, "setEventOp: Unable to log event data. The control block "
-            "pointer (eventp) is null.\n");
+    if (ev == 0) {
+        log_message(2,
+                    "setEventOp: Unable to log event data. The control block "
+                    "pointer (eventp) is null.\n");
         return 1;
     }
     _copyText(ev->inst_op, op, sizeof(ev->inst_op) - 1);
     return 0;
 }
 
-int ZAR_Common::setEventParam(api_evtparam_t* ev, const char* className,
-    const char* methodName, const char* op, const char* user, const char* addr)
+int ZAR_Common::setEventParam(api_evtparam_t* ev, const char* className, const char* methodName,
+                              const char* op, const char* user, const char* addr)
 {
-    if (ev == 0)
-    {
-        log_message(2, "setEventParam: Unable to log event data. The control "
-            "block pointer (eventp) is null.\n");
+    if (ev == 0) {
+        log_message(2,
+                    "setEventParam: Unable to log event data. The control "
+                    "block pointer (eventp) is null.\n");
         return 1;
     }
     _copyText(ev->user, user, sizeof(ev->user) - 1);
     _copyText(ev->addr, addr, sizeof(ev->addr) - 1);
     char method[sizeof(ev->method) * 2];
     snprintf(method, sizeof(method), "%s:%s", className ? className : "",
-        methodName ? methodName : "");
+             methodName ? methodName : "");
     _copyText(ev->method, method, sizeof(ev->method) - 1);
     setEventOp(ev, op);
     ev->inst_param[0] = '\0';
     return 0;
 }
 
-int ZAR_Common::setEventParam(api_evtparam_t* ev, const char* className,
-    const char* methodName, const char* op, const char* user, const char* addr,
-    const char* param)
+int ZAR_Common::setEventParam(api_evtparam_t* ev, const char* className, const char* methodName,
+                              const char* op, const char* user, const char* addr, const char* param)
 {
     if (setEventParam(ev, className, methodName, op, user, addr) != 0)
         return 1;
@@ -224,8 +215,7 @@ int ZAR_Common::setEventParam(api_evtparam_t* ev, const char* className,
 
 void ZAR_Common::generate_random_string(char* str, unsigned len)
 {
-    if (!(len > 0 && str != NULL))
-    {
+    if (!(len > 0 && str != NULL)) {
         zar_print_no_evt("Assertion failed: %s\n", "len > 0 && str != NULL");
         zar_print_no_evt("Assertion point: file: %s, line: %d\n", __FILE__, __LINE__);
         zar_panic("generate_random_string");
@@ -240,14 +230,12 @@ void ZAR_Common::generate_random_string(char* str, unsigned len)
     static struct random_data data;
 
     std::lock_guard<std::mutex> guard(lock);
-    if (!seeded)
-    {
+    if (!seeded) {
         memset(&data, 0, sizeof(data));
         initstate_r((unsigned)time(NULL), state, sizeof(state), &data);
         seeded = true;
     }
-    for (unsigned i = 0; i + 1 < len; i++)
-    {
+    for (unsigned i = 0; i + 1 < len; i++) {
         int32_t r = 0;
         random_r(&data, &r);
         str[i] = alphabet[r % 63];
@@ -261,8 +249,7 @@ Uint32 ZAR_Common::getInstanceThreshold(unsigned factor)
     memset(&limit, 0, sizeof(limit));
     getrlimit64(RLIMIT_AS, &limit);
     Uint64 soft = (Uint64)limit.rlim_cur / 1000000;
-    log_message(4, "soft limit = %u, maxInstScale factor = %u\n", (unsigned)soft,
-        factor);
+    log_message(4, "soft limit = %u, maxInstScale factor = %u\n", (unsigned)soft, factor);
     return (Uint32)(soft * factor);
 }
 

@@ -15,9 +15,9 @@
 
 namespace zarserver {
 
-extern const char* const kNotInitialized;   // "The object is not initialized."
-extern const char* const kTooMany;          // "Too many objects delivered."
-extern const char* const kTooFew;           // "Too few objects delivered."
+extern const char* const kNotInitialized;  // "The object is not initialized."
+extern const char* const kTooMany;         // "Too many objects delivered."
+extern const char* const kTooFew;          // "Too few objects delivered."
 
 // Collects the one instance of getInstance.
 class SingleInstanceHandler : public Pegasus::InstanceResponseHandler {

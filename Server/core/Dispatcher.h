@@ -166,13 +166,10 @@ private:
     Pegasus::CIMObjectPath classPath(const Pegasus::CIMNamespaceName& ns,
                                      const Pegasus::CIMName& className) const;
     void completePath(Pegasus::CIMObjectPath& path, const Pegasus::CIMNamespaceName& ns) const;
-    std::vector<AssocTarget> associationTargets(const Pegasus::CIMNamespaceName& ns,
-                                                const Pegasus::CIMObjectPath& objectName,
-                                                const Pegasus::CIMName& assocClass,
-                                                const Pegasus::CIMName& resultClass,
-                                                const Pegasus::String& role,
-                                                const Pegasus::String& resultRole,
-                                                bool forAssociators) const;
+    std::vector<AssocTarget> associationTargets(
+        const Pegasus::CIMNamespaceName& ns, const Pegasus::CIMObjectPath& objectName,
+        const Pegasus::CIMName& assocClass, const Pegasus::CIMName& resultClass,
+        const Pegasus::String& role, const Pegasus::String& resultRole, bool forAssociators) const;
     // o filtered (instances only) and with its path completed by
     // completePath(); the provider's object is not changed.
     Pegasus::CIMObject completeObject(const Pegasus::CIMObject& o, const InstanceFilter& filter,

@@ -14,11 +14,11 @@ namespace mof {
 // An initializer as written: a constant, an alias, NULL or a list of these.
 struct Literal {
     enum Kind { NONE, NULLVALUE, BOOLEAN, INTEGER, REAL, STRING, CHAR, ALIAS, ARRAY };
-    Kind kind = NONE;        // NONE: no initializer was given
-    bool boolean = false;    // BOOLEAN
-    bool negative = false;   // INTEGER: a leading '-'
-    std::string text;        // INTEGER magnitude (decimal), REAL text, STRING/CHAR
-                             // value (UTF-8), ALIAS name
+    Kind kind = NONE;            // NONE: no initializer was given
+    bool boolean = false;        // BOOLEAN
+    bool negative = false;       // INTEGER: a leading '-'
+    std::string text;            // INTEGER magnitude (decimal), REAL text, STRING/CHAR
+                                 // value (UTF-8), ALIAS name
     std::vector<Literal> items;  // ARRAY elements (never arrays themselves)
     SourcePos pos;
 };
@@ -26,17 +26,17 @@ struct Literal {
 // A qualifier applied to an element: Name(value) : flavors.
 struct Qualifier {
     std::string name;
-    Literal value;                  // kind NONE when written without a value
+    Literal value;                     // kind NONE when written without a value
     std::vector<std::string> flavors;  // as written, e.g. "DisableOverride"
     SourcePos pos;
 };
 
 // Data type of a property, parameter or qualifier as written.
 struct TypeRef {
-    std::string name;          // "uint16", "string", ...; "ref" for references
-    std::string refClass;      // class of a reference
+    std::string name;      // "uint16", "string", ...; "ref" for references
+    std::string refClass;  // class of a reference
     bool isArray = false;
-    int arraySize = 0;         // fixed size, 0 for variable arrays
+    int arraySize = 0;  // fixed size, 0 for variable arrays
 };
 
 // qualifier Name : type [= default], scope(...) [, flavor(...)];
@@ -59,10 +59,10 @@ struct Parameter {
 // A property (isMethod false) or a method of a class.
 struct Feature {
     std::vector<Qualifier> qualifiers;
-    TypeRef type;               // the return type for a method
+    TypeRef type;  // the return type for a method
     std::string name;
     bool isMethod = false;
-    Literal defaultValue;       // properties only
+    Literal defaultValue;               // properties only
     std::vector<Parameter> parameters;  // methods only
     SourcePos pos;
 };
@@ -70,7 +70,7 @@ struct Feature {
 struct ClassDecl {
     std::vector<Qualifier> qualifiers;
     std::string name;
-    std::string superClass;     // empty for a root class
+    std::string superClass;  // empty for a root class
     std::string alias;
     std::vector<Feature> features;
     SourcePos pos;

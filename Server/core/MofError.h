@@ -14,7 +14,8 @@ struct SourcePos {
     int column = 0;
 
     // "file:line:column".
-    std::string toString() const {
+    std::string toString() const
+    {
         return file + ":" + std::to_string(line) + ":" + std::to_string(column);
     }
 };
@@ -24,7 +25,9 @@ struct SourcePos {
 class MofError : public std::runtime_error {
 public:
     MofError(const SourcePos& pos, const std::string& message)
-        : std::runtime_error(pos.toString() + ": " + message), _pos(pos), _message(message) {}
+        : std::runtime_error(pos.toString() + ": " + message), _pos(pos), _message(message)
+    {
+    }
 
     const SourcePos& pos() const { return _pos; }
     // The message without the position.

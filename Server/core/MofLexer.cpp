@@ -6,7 +6,8 @@
 
 namespace zarserver {
 
-void appendUtf8(std::string& out, unsigned cp) {
+void appendUtf8(std::string& out, unsigned cp)
+{
     if (cp < 0x80) {
         out += char(cp);
     } else if (cp < 0x800) {
@@ -25,17 +26,22 @@ void appendUtf8(std::string& out, unsigned cp) {
 }
 
 MofLexer::MofLexer(const std::string& fileName, const std::string& text)
-    : _file(fileName), _text(text) {
+    : _file(fileName), _text(text)
+{
     // A UTF-8 byte order mark is allowed at the start of a file.
-    if (_text.compare(0, 3, "\xEF\xBB\xBF") == 0) _i = 3;
+    if (_text.compare(0, 3, "\xEF\xBB\xBF") == 0)
+        _i = 3;
 }
 
-char MofLexer::peek(size_t ahead) const {
+char MofLexer::peek(size_t ahead) const
+{
     return _i + ahead < _text.size() ? _text[_i + ahead] : '\0';
 }
 
-void MofLexer::advance() {
-    if (_i >= _text.size()) return;
+void MofLexer::advance()
+{
+    if (_i >= _text.size())
+        return;
     if (_text[_i] == '\n') {
         ++_line;
         _col = 1;
@@ -45,7 +51,8 @@ void MofLexer::advance() {
     ++_i;
 }
 
-SourcePos MofLexer::here() const {
+SourcePos MofLexer::here() const
+{
     SourcePos p;
     p.file = _file;
     p.line = _line;
@@ -53,19 +60,22 @@ SourcePos MofLexer::here() const {
     return p;
 }
 
-void MofLexer::skipSpaceAndComments() {
+void MofLexer::skipSpaceAndComments()
+{
     for (;;) {
         char c = peek();
         if (c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v') {
             advance();
         } else if (c == '/' && peek(1) == '/') {
-            while (_i < _text.size() && peek() != '\n') advance();
+            while (_i < _text.size() && peek() != '\n')
+                advance();
         } else if (c == '/' && peek(1) == '*') {
             SourcePos start = here();
             advance();
             advance();
             for (;;) {
-                if (_i >= _text.size()) throw MofError(start, "unterminated comment");
+                if (_i >= _text.size())
+                    throw MofError(start, "unterminated comment");
                 if (peek() == '*' && peek(1) == '/') {
                     advance();
                     advance();
@@ -79,15 +89,18 @@ void MofLexer::skipSpaceAndComments() {
     }
 }
 
-void MofLexer::copyUtf8(std::string& out) {
+void MofLexer::copyUtf8(std::string& out)
+{
     SourcePos start = here();
     unsigned char c = static_cast<unsigned char>(peek());
     int len = c < 0x80 ? 1 : (c >> 5) == 6 ? 2 : (c >> 4) == 14 ? 3 : (c >> 3) == 30 ? 4 : 0;
-    if (len == 0 || _i + len > _text.size()) throw MofError(start, "invalid UTF-8 byte sequence");
+    if (len == 0 || _i + len > _text.size())
+        throw MofError(start, "invalid UTF-8 byte sequence");
     unsigned cp = len == 1 ? c : len == 2 ? (c & 0x1F) : len == 3 ? (c & 0x0F) : (c & 0x07);
     for (int k = 1; k < len; ++k) {
         unsigned char cc = static_cast<unsigned char>(_text[_i + k]);
-        if ((cc & 0xC0) != 0x80) throw MofError(start, "invalid UTF-8 byte sequence");
+        if ((cc & 0xC0) != 0x80)
+            throw MofError(start, "invalid UTF-8 byte sequence");
         cp = (cp << 6) | (cc & 0x3F);
     }
     static const unsigned minimum[] = {0, 0, 0x80, 0x800, 0x10000};
@@ -99,7 +112,8 @@ void MofLexer::copyUtf8(std::string& out) {
     }
 }
 
-MofToken MofLexer::next() {
+MofToken MofLexer::next()
+{
     skipSpaceAndComments();
     MofToken t;
     t.pos = here();
@@ -126,8 +140,10 @@ MofToken MofLexer::next() {
     }
     if (std::isdigit(uc) || (c == '.' && std::isdigit(static_cast<unsigned char>(peek(1)))))
         return lexNumber();
-    if (c == '"') return lexString();
-    if (c == '\'') return lexChar();
+    if (c == '"')
+        return lexString();
+    if (c == '\'')
+        return lexChar();
     if (c == '$') {
         advance();
         t.kind = MofToken::ALIAS;
@@ -135,7 +151,8 @@ MofToken MofLexer::next() {
             t.text += peek();
             advance();
         }
-        if (t.text.empty()) throw MofError(t.pos, "alias name expected after '$'");
+        if (t.text.empty())
+            throw MofError(t.pos, "alias name expected after '$'");
         return t;
     }
     static const std::string punct = "{}[]();,:=#+-";
@@ -145,12 +162,13 @@ MofToken MofLexer::next() {
         advance();
         return t;
     }
-    std::string shown = uc >= 0x20 && uc < 0x7F ? std::string("'") + c + "'"
-                                                  : "byte " + std::to_string(uc);
+    std::string shown =
+        uc >= 0x20 && uc < 0x7F ? std::string("'") + c + "'" : "byte " + std::to_string(uc);
     throw MofError(t.pos, "unexpected character " + shown);
 }
 
-MofToken MofLexer::lexNumber() {
+MofToken MofLexer::lexNumber()
+{
     MofToken t;
     t.pos = here();
     std::string raw;
@@ -168,22 +186,30 @@ MofToken MofLexer::lexNumber() {
         char* end = nullptr;
         errno = 0;
         std::strtod(raw.c_str(), &end);
-        if (*end != '\0' || errno == ERANGE) throw bad();
+        if (*end != '\0' || errno == ERANGE)
+            throw bad();
         t.kind = MofToken::REAL;
         t.text = raw;
         return t;
     }
     unsigned long long v = 0;
     auto accumulate = [&](const std::string& digits, unsigned base) {
-        if (digits.empty()) throw bad();
+        if (digits.empty())
+            throw bad();
         for (char d : digits) {
             unsigned dv;
-            if (d >= '0' && d <= '9') dv = d - '0';
-            else if (d >= 'a' && d <= 'f') dv = d - 'a' + 10;
-            else if (d >= 'A' && d <= 'F') dv = d - 'A' + 10;
-            else throw bad();
-            if (dv >= base) throw bad();
-            if (v > (~0ULL - dv) / base) throw MofError(t.pos, "integer '" + raw + "' is too large");
+            if (d >= '0' && d <= '9')
+                dv = d - '0';
+            else if (d >= 'a' && d <= 'f')
+                dv = d - 'a' + 10;
+            else if (d >= 'A' && d <= 'F')
+                dv = d - 'A' + 10;
+            else
+                throw bad();
+            if (dv >= base)
+                throw bad();
+            if (v > (~0ULL - dv) / base)
+                throw MofError(t.pos, "integer '" + raw + "' is too large");
             v = v * base + dv;
         }
     };
@@ -201,7 +227,8 @@ MofToken MofLexer::lexNumber() {
     return t;
 }
 
-void MofLexer::lexQuotedChar(std::string& out, char quote, const SourcePos& start) {
+void MofLexer::lexQuotedChar(std::string& out, char quote, const SourcePos& start)
+{
     char c = peek();
     if (_i >= _text.size() || c == '\n' || c == '\r')
         throw MofError(start, quote == '"' ? "unterminated string" : "unterminated char literal");
@@ -214,26 +241,44 @@ void MofLexer::lexQuotedChar(std::string& out, char quote, const SourcePos& star
     char e = peek();
     advance();
     switch (e) {
-        case 'b': out += '\b'; return;
-        case 't': out += '\t'; return;
-        case 'n': out += '\n'; return;
-        case 'f': out += '\f'; return;
-        case 'r': out += '\r'; return;
-        case '"': out += '"'; return;
-        case '\'': out += '\''; return;
-        case '\\': out += '\\'; return;
+        case 'b':
+            out += '\b';
+            return;
+        case 't':
+            out += '\t';
+            return;
+        case 'n':
+            out += '\n';
+            return;
+        case 'f':
+            out += '\f';
+            return;
+        case 'r':
+            out += '\r';
+            return;
+        case '"':
+            out += '"';
+            return;
+        case '\'':
+            out += '\'';
+            return;
+        case '\\':
+            out += '\\';
+            return;
         case 'x':
         case 'X': {
             unsigned cp = 0;
             int n = 0;
             while (n < 4 && std::isxdigit(static_cast<unsigned char>(peek()))) {
                 char h = peek();
-                cp = cp * 16 + (std::isdigit(static_cast<unsigned char>(h)) ? h - '0'
-                                                                           : (std::tolower(h) - 'a' + 10));
+                cp = cp * 16 + (std::isdigit(static_cast<unsigned char>(h))
+                                    ? h - '0'
+                                    : (std::tolower(h) - 'a' + 10));
                 advance();
                 ++n;
             }
-            if (n == 0) throw MofError(escPos, "hexadecimal digits expected after \\x");
+            if (n == 0)
+                throw MofError(escPos, "hexadecimal digits expected after \\x");
             if (cp == 0 || (cp >= 0xD800 && cp <= 0xDFFF))
                 throw MofError(escPos, "escape \\x names an invalid character");
             appendUtf8(out, cp);
@@ -245,24 +290,29 @@ void MofLexer::lexQuotedChar(std::string& out, char quote, const SourcePos& star
     }
 }
 
-MofToken MofLexer::lexString() {
+MofToken MofLexer::lexString()
+{
     MofToken t;
     t.kind = MofToken::STRING;
     t.pos = here();
     advance();  // opening quote
-    while (peek() != '"' || _i >= _text.size()) lexQuotedChar(t.text, '"', t.pos);
+    while (peek() != '"' || _i >= _text.size())
+        lexQuotedChar(t.text, '"', t.pos);
     advance();
     return t;
 }
 
-MofToken MofLexer::lexChar() {
+MofToken MofLexer::lexChar()
+{
     MofToken t;
     t.kind = MofToken::CHAR;
     t.pos = here();
     advance();
-    if (peek() == '\'') throw MofError(t.pos, "empty char literal");
+    if (peek() == '\'')
+        throw MofError(t.pos, "empty char literal");
     lexQuotedChar(t.text, '\'', t.pos);
-    if (peek() != '\'') throw MofError(t.pos, "char literal holds more than one character");
+    if (peek() != '\'')
+        throw MofError(t.pos, "char literal holds more than one character");
     advance();
     return t;
 }

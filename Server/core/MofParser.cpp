@@ -8,8 +8,10 @@
 
 namespace zarserver {
 
-bool equalNoCase(const std::string& a, const std::string& b) {
-    if (a.size() != b.size()) return false;
+bool equalNoCase(const std::string& a, const std::string& b)
+{
+    if (a.size() != b.size())
+        return false;
     for (size_t i = 0; i < a.size(); ++i)
         if (std::tolower(static_cast<unsigned char>(a[i])) !=
             std::tolower(static_cast<unsigned char>(b[i])))
@@ -19,31 +21,43 @@ bool equalNoCase(const std::string& a, const std::string& b) {
 
 namespace {
 
-const char* const kDataTypes[] = {"boolean", "uint8",  "sint8",  "uint16", "sint16",
-                                  "uint32",  "sint32", "uint64", "sint64", "real32",
+const char* const kDataTypes[] = {"boolean", "uint8",  "sint8",  "uint16",  "sint16",
+                                  "uint32",  "sint32", "uint64", "sint64",  "real32",
                                   "real64",  "char16", "string", "datetime"};
 
-bool isDataType(const std::string& s) {
+bool isDataType(const std::string& s)
+{
     for (const char* t : kDataTypes)
-        if (equalNoCase(s, t)) return true;
+        if (equalNoCase(s, t))
+            return true;
     return false;
 }
 
-std::string lower(std::string s) {
-    for (char& c : s) c = char(std::tolower(static_cast<unsigned char>(c)));
+std::string lower(std::string s)
+{
+    for (char& c : s)
+        c = char(std::tolower(static_cast<unsigned char>(c)));
     return s;
 }
 
-std::string describe(const MofToken& t) {
+std::string describe(const MofToken& t)
+{
     switch (t.kind) {
-        case MofToken::END: return "end of file";
-        case MofToken::IDENTIFIER: return "'" + t.text + "'";
+        case MofToken::END:
+            return "end of file";
+        case MofToken::IDENTIFIER:
+            return "'" + t.text + "'";
         case MofToken::INTEGER:
-        case MofToken::REAL: return "number " + t.text;
-        case MofToken::STRING: return "string";
-        case MofToken::CHAR: return "char literal";
-        case MofToken::ALIAS: return "alias $" + t.text;
-        case MofToken::PUNCT: return "'" + t.text + "'";
+        case MofToken::REAL:
+            return "number " + t.text;
+        case MofToken::STRING:
+            return "string";
+        case MofToken::CHAR:
+            return "char literal";
+        case MofToken::ALIAS:
+            return "alias $" + t.text;
+        case MofToken::PUNCT:
+            return "'" + t.text + "'";
     }
     return "token";
 }
@@ -51,7 +65,8 @@ std::string describe(const MofToken& t) {
 }  // namespace
 
 struct MofParser::State {
-    State(const std::string& file, const std::string& text) : lexer(file, text) {
+    State(const std::string& file, const std::string& text) : lexer(file, text)
+    {
         tok = lexer.next();
         ahead = lexer.next();
     }
@@ -61,33 +76,44 @@ struct MofParser::State {
     std::vector<mof::Declaration>* out = nullptr;
     std::string file;
 
-    void shift() {
+    void shift()
+    {
         tok = ahead;
         ahead = lexer.next();
     }
     bool isPunct(char c) const { return tok.kind == MofToken::PUNCT && tok.text[0] == c; }
-    bool isWord(const char* w) const {
+    bool isWord(const char* w) const
+    {
         return tok.kind == MofToken::IDENTIFIER && equalNoCase(tok.text, w);
     }
-    [[noreturn]] void fail(const std::string& what) const {
+    [[noreturn]] void fail(const std::string& what) const
+    {
         throw MofError(tok.pos, what + ", found " + describe(tok));
     }
-    void expectPunct(char c) {
-        if (!isPunct(c)) fail(std::string("expected '") + c + "'");
+    void expectPunct(char c)
+    {
+        if (!isPunct(c))
+            fail(std::string("expected '") + c + "'");
         shift();
     }
-    void expectWord(const char* w) {
-        if (!isWord(w)) fail(std::string("expected '") + w + "'");
+    void expectWord(const char* w)
+    {
+        if (!isWord(w))
+            fail(std::string("expected '") + w + "'");
         shift();
     }
-    std::string expectIdentifier(const char* what) {
-        if (tok.kind != MofToken::IDENTIFIER) fail(std::string("expected ") + what);
+    std::string expectIdentifier(const char* what)
+    {
+        if (tok.kind != MofToken::IDENTIFIER)
+            fail(std::string("expected ") + what);
         std::string s = tok.text;
         shift();
         return s;
     }
-    std::string expectString(const char* what) {
-        if (tok.kind != MofToken::STRING) fail(std::string("expected ") + what);
+    std::string expectString(const char* what)
+    {
+        if (tok.kind != MofToken::STRING)
+            fail(std::string("expected ") + what);
         std::string s = tok.text;
         shift();
         while (tok.kind == MofToken::STRING) {  // adjacent strings concatenate
@@ -100,7 +126,8 @@ struct MofParser::State {
 
 MofParser::MofParser(int maxIncludeDepth) : _maxIncludeDepth(maxIncludeDepth) {}
 
-void MofParser::parseFile(const std::string& path, std::vector<mof::Declaration>& out) {
+void MofParser::parseFile(const std::string& path, std::vector<mof::Declaration>& out)
+{
     std::ifstream in(path, std::ios::binary);
     if (!in) {
         SourcePos p;
@@ -113,7 +140,8 @@ void MofParser::parseFile(const std::string& path, std::vector<mof::Declaration>
 }
 
 void MofParser::parseText(const std::string& fileName, const std::string& text,
-                          std::vector<mof::Declaration>& out) {
+                          std::vector<mof::Declaration>& out)
+{
     State st(fileName, text);
     st.out = &out;
     st.file = fileName;
@@ -127,7 +155,8 @@ void MofParser::parseText(const std::string& fileName, const std::string& text,
     _includeStack.pop_back();
 }
 
-void MofParser::parseUnit(State& st) {
+void MofParser::parseUnit(State& st)
+{
     while (st.tok.kind != MofToken::END) {
         SourcePos pos = st.tok.pos;
         if (st.isPunct('#')) {
@@ -139,7 +168,8 @@ void MofParser::parseUnit(State& st) {
             continue;
         }
         std::vector<mof::Qualifier> quals;
-        if (st.isPunct('[')) quals = parseQualifierList(st);
+        if (st.isPunct('['))
+            quals = parseQualifierList(st);
         if (st.isWord("class")) {
             parseClass(st, std::move(quals), pos);
         } else if (st.isWord("instance")) {
@@ -153,7 +183,8 @@ void MofParser::parseUnit(State& st) {
     }
 }
 
-void MofParser::parsePragma(State& st) {
+void MofParser::parsePragma(State& st)
+{
     SourcePos pos = st.tok.pos;
     st.expectPunct('#');
     st.expectWord("pragma");
@@ -172,17 +203,20 @@ void MofParser::parsePragma(State& st) {
     }
 }
 
-void MofParser::includeFile(State& st, const std::string& name, const SourcePos& pos) {
+void MofParser::includeFile(State& st, const std::string& name, const SourcePos& pos)
+{
     if (int(_includeStack.size()) >= _maxIncludeDepth)
         throw MofError(pos, "includes nested deeper than " + std::to_string(_maxIncludeDepth) +
                                 " files (include cycle?)");
     std::string path = name;
     if (name.empty() || name[0] != '/') {
         size_t slash = st.file.rfind('/');
-        if (slash != std::string::npos) path = st.file.substr(0, slash + 1) + name;
+        if (slash != std::string::npos)
+            path = st.file.substr(0, slash + 1) + name;
     }
     for (const std::string& open : _includeStack)
-        if (open == path) throw MofError(pos, "file '" + name + "' includes itself");
+        if (open == path)
+            throw MofError(pos, "file '" + name + "' includes itself");
     std::ifstream in(path, std::ios::binary);
     if (!in)
         throw MofError(pos, "cannot open included file '" + name + "': " + std::strerror(errno));
@@ -191,7 +225,8 @@ void MofParser::includeFile(State& st, const std::string& name, const SourcePos&
     parseText(path, buf.str(), *st.out);
 }
 
-void MofParser::parseQualifierDecl(State& st, const SourcePos& pos) {
+void MofParser::parseQualifierDecl(State& st, const SourcePos& pos)
+{
     mof::Declaration d;
     d.kind = mof::Declaration::QUALIFIER;
     d.nameSpace = _nameSpace;
@@ -212,23 +247,27 @@ void MofParser::parseQualifierDecl(State& st, const SourcePos& pos) {
     while (st.isPunct(',')) {
         st.shift();
         bool scope = st.isWord("scope");
-        if (!scope && !st.isWord("flavor")) st.fail("expected 'scope' or 'flavor'");
+        if (!scope && !st.isWord("flavor"))
+            st.fail("expected 'scope' or 'flavor'");
         st.shift();
         st.expectPunct('(');
         std::vector<std::string>& list = scope ? q.scopes : q.flavors;
         for (;;) {
             list.push_back(st.expectIdentifier(scope ? "scope name" : "flavor name"));
-            if (!st.isPunct(',')) break;
+            if (!st.isPunct(','))
+                break;
             st.shift();
         }
         st.expectPunct(')');
     }
-    if (q.scopes.empty()) throw MofError(pos, "qualifier " + q.name + " declares no scope");
+    if (q.scopes.empty())
+        throw MofError(pos, "qualifier " + q.name + " declares no scope");
     st.expectPunct(';');
     st.out->push_back(std::move(d));
 }
 
-std::vector<mof::Qualifier> MofParser::parseQualifierList(State& st) {
+std::vector<mof::Qualifier> MofParser::parseQualifierList(State& st)
+{
     std::vector<mof::Qualifier> quals;
     st.expectPunct('[');
     for (;;) {
@@ -248,19 +287,23 @@ std::vector<mof::Qualifier> MofParser::parseQualifierList(State& st) {
                 q.flavors.push_back(st.tok.text);
                 st.shift();
             }
-            if (q.flavors.empty()) st.fail("expected a flavor after ':'");
+            if (q.flavors.empty())
+                st.fail("expected a flavor after ':'");
         }
         quals.push_back(std::move(q));
-        if (st.isPunct(']')) break;
+        if (st.isPunct(']'))
+            break;
         st.expectPunct(',');
     }
     st.shift();
     return quals;
 }
 
-mof::TypeRef MofParser::parseType(State& st) {
+mof::TypeRef MofParser::parseType(State& st)
+{
     mof::TypeRef t;
-    if (st.tok.kind != MofToken::IDENTIFIER) st.fail("expected a data type or class name");
+    if (st.tok.kind != MofToken::IDENTIFIER)
+        st.fail("expected a data type or class name");
     if (st.ahead.kind == MofToken::IDENTIFIER && equalNoCase(st.ahead.text, "ref")) {
         t.name = "ref";
         t.refClass = st.tok.text;
@@ -268,14 +311,17 @@ mof::TypeRef MofParser::parseType(State& st) {
         st.shift();
         return t;
     }
-    if (!isDataType(st.tok.text)) st.fail("expected a data type");
+    if (!isDataType(st.tok.text))
+        st.fail("expected a data type");
     t.name = lower(st.tok.text);
     st.shift();
     return t;
 }
 
-void MofParser::parseArraySuffix(State& st, mof::TypeRef& type) {
-    if (!st.isPunct('[')) return;
+void MofParser::parseArraySuffix(State& st, mof::TypeRef& type)
+{
+    if (!st.isPunct('['))
+        return;
     st.shift();
     type.isArray = true;
     if (st.tok.kind == MofToken::INTEGER) {
@@ -287,7 +333,8 @@ void MofParser::parseArraySuffix(State& st, mof::TypeRef& type) {
     st.expectPunct(']');
 }
 
-void MofParser::parseClass(State& st, std::vector<mof::Qualifier> quals, const SourcePos& pos) {
+void MofParser::parseClass(State& st, std::vector<mof::Qualifier> quals, const SourcePos& pos)
+{
     mof::Declaration d;
     d.kind = mof::Declaration::CLASS;
     d.nameSpace = _nameSpace;
@@ -298,7 +345,8 @@ void MofParser::parseClass(State& st, std::vector<mof::Qualifier> quals, const S
     c.name = st.expectIdentifier("class name");
     if (st.isWord("as")) {
         st.shift();
-        if (st.tok.kind != MofToken::ALIAS) st.fail("expected an alias");
+        if (st.tok.kind != MofToken::ALIAS)
+            st.fail("expected an alias");
         c.alias = st.tok.text;
         st.shift();
     }
@@ -310,7 +358,8 @@ void MofParser::parseClass(State& st, std::vector<mof::Qualifier> quals, const S
     while (!st.isPunct('}')) {
         mof::Feature f;
         f.pos = st.tok.pos;
-        if (st.isPunct('[')) f.qualifiers = parseQualifierList(st);
+        if (st.isPunct('['))
+            f.qualifiers = parseQualifierList(st);
         f.type = parseType(st);
         f.name = st.expectIdentifier("property or method name");
         if (st.isPunct('(')) {
@@ -319,12 +368,14 @@ void MofParser::parseClass(State& st, std::vector<mof::Qualifier> quals, const S
             while (!st.isPunct(')')) {
                 mof::Parameter p;
                 p.pos = st.tok.pos;
-                if (st.isPunct('[')) p.qualifiers = parseQualifierList(st);
+                if (st.isPunct('['))
+                    p.qualifiers = parseQualifierList(st);
                 p.type = parseType(st);
                 p.name = st.expectIdentifier("parameter name");
                 parseArraySuffix(st, p.type);
                 f.parameters.push_back(std::move(p));
-                if (st.isPunct(')')) break;
+                if (st.isPunct(')'))
+                    break;
                 st.expectPunct(',');
             }
             st.shift();
@@ -343,8 +394,8 @@ void MofParser::parseClass(State& st, std::vector<mof::Qualifier> quals, const S
     st.out->push_back(std::move(d));
 }
 
-void MofParser::parseInstance(State& st, std::vector<mof::Qualifier> quals,
-                              const SourcePos& pos) {
+void MofParser::parseInstance(State& st, std::vector<mof::Qualifier> quals, const SourcePos& pos)
+{
     mof::Declaration d;
     d.kind = mof::Declaration::INSTANCE;
     d.nameSpace = _nameSpace;
@@ -356,7 +407,8 @@ void MofParser::parseInstance(State& st, std::vector<mof::Qualifier> quals,
     inst.className = st.expectIdentifier("class name");
     if (st.isWord("as")) {
         st.shift();
-        if (st.tok.kind != MofToken::ALIAS) st.fail("expected an alias");
+        if (st.tok.kind != MofToken::ALIAS)
+            st.fail("expected an alias");
         inst.alias = st.tok.text;
         st.shift();
     }
@@ -364,7 +416,8 @@ void MofParser::parseInstance(State& st, std::vector<mof::Qualifier> quals,
     while (!st.isPunct('}')) {
         mof::PropertyValue pv;
         pv.pos = st.tok.pos;
-        if (st.isPunct('[')) pv.qualifiers = parseQualifierList(st);
+        if (st.isPunct('['))
+            pv.qualifiers = parseQualifierList(st);
         pv.name = st.expectIdentifier("property name");
         st.expectPunct('=');
         pv.value = parseInitializer(st);
@@ -376,23 +429,28 @@ void MofParser::parseInstance(State& st, std::vector<mof::Qualifier> quals,
     st.out->push_back(std::move(d));
 }
 
-mof::Literal MofParser::parseInitializer(State& st) {
-    if (!st.isPunct('{')) return parseConstant(st);
+mof::Literal MofParser::parseInitializer(State& st)
+{
+    if (!st.isPunct('{'))
+        return parseConstant(st);
     mof::Literal a;
     a.kind = mof::Literal::ARRAY;
     a.pos = st.tok.pos;
     st.shift();
     while (!st.isPunct('}')) {
-        if (st.isPunct('{')) st.fail("nested arrays are not allowed");
+        if (st.isPunct('{'))
+            st.fail("nested arrays are not allowed");
         a.items.push_back(parseConstant(st));
-        if (st.isPunct('}')) break;
+        if (st.isPunct('}'))
+            break;
         st.expectPunct(',');
     }
     st.shift();
     return a;
 }
 
-mof::Literal MofParser::parseConstant(State& st) {
+mof::Literal MofParser::parseConstant(State& st)
+{
     mof::Literal v;
     v.pos = st.tok.pos;
     bool negative = false, sign = false;

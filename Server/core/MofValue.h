@@ -20,9 +20,8 @@ typedef std::map<std::string, Pegasus::CIMObjectPath> AliasMap;
 // or object paths where the type asks for them, and $alias names an
 // instance's path (aliases may be null when none are allowed). what names
 // the element in error messages. Throws MofError at the literal's position.
-Pegasus::CIMValue literalToValue(const mof::Literal& lit, Pegasus::CIMType type,
-                                 bool isArray, const AliasMap* aliases,
-                                 const std::string& what);
+Pegasus::CIMValue literalToValue(const mof::Literal& lit, Pegasus::CIMType type, bool isArray,
+                                 const AliasMap* aliases, const std::string& what);
 
 // Maps a MOF data type name ("uint16", "ref", ...; lower case) to its type.
 Pegasus::CIMType typeFromName(const std::string& name);

@@ -10,9 +10,13 @@ const char* const ProviderRegistry::kInteropNamespace = "root/PG_InterOp";
 
 namespace {
 
-std::string str(const String& s) { return (const char*)s.getCString(); }
+std::string str(const String& s)
+{
+    return (const char*)s.getCString();
+}
 
-std::string stringProperty(const CIMInstance& inst, const char* name, bool required) {
+std::string stringProperty(const CIMInstance& inst, const char* name, bool required)
+{
     Uint32 i = inst.findProperty(CIMName(name));
     String v;
     if (i != PEG_NOT_FOUND) {
@@ -26,15 +30,18 @@ std::string stringProperty(const CIMInstance& inst, const char* name, bool requi
     return str(v);
 }
 
-std::string key(const std::string& nsKey, const CIMName& cls, int kind) {
+std::string key(const std::string& nsKey, const CIMName& cls, int kind)
+{
     return nsKey + "|" + nameKey(cls.getString()) + "|" + std::to_string(kind);
 }
 
 }  // namespace
 
-void ProviderRegistry::load(const ClassRepository& repo) {
+void ProviderRegistry::load(const ClassRepository& repo)
+{
     CIMNamespaceName interop(kInteropNamespace);
-    if (!repo.hasNamespace(interop)) return;
+    if (!repo.hasNamespace(interop))
+        return;
     std::map<std::string, std::pair<std::string, std::string>> modules;  // key -> (name, location)
     for (const CIMInstance& m : repo.instancesOf(interop, CIMName("PG_ProviderModule"))) {
         std::string name = stringProperty(m, "Name", true);
@@ -90,7 +97,8 @@ void ProviderRegistry::load(const ClassRepository& repo) {
                 throw std::runtime_error(id + ": invalid namespace " + str(namespaces[n]));
             }
             if (!repo.hasNamespace(ns))
-                throw std::runtime_error(id + ": namespace " + str(namespaces[n]) + " does not exist");
+                throw std::runtime_error(id + ": namespace " + str(namespaces[n]) +
+                                         " does not exist");
             const CIMClass* cls = repo.findClass(ns, CIMName(String(className.c_str())));
             if (!cls)
                 throw std::runtime_error(id + ": class " + className + " is not defined in " +
@@ -121,24 +129,32 @@ void ProviderRegistry::load(const ClassRepository& repo) {
 }
 
 ProviderMatch ProviderRegistry::find(const CIMNamespaceName& ns, const CIMName& className,
-                                     ProviderKind kind) const {
-    if (ns.isNull() || className.isNull()) return ProviderMatch();
+                                     ProviderKind kind) const
+{
+    if (ns.isNull() || className.isNull())
+        return ProviderMatch();
     auto it = _byKey.find(key(nameKey(ns.getString()), className, kind));
     return it == _byKey.end() ? ProviderMatch() : it->second;
 }
 
-std::vector<ProviderMatch> ProviderRegistry::all(const CIMNamespaceName& ns, ProviderKind kind) const {
+std::vector<ProviderMatch> ProviderRegistry::all(const CIMNamespaceName& ns,
+                                                 ProviderKind kind) const
+{
     std::vector<ProviderMatch> out;
-    if (ns.isNull()) return out;
+    if (ns.isNull())
+        return out;
     std::string nsKey = nameKey(ns.getString());
     for (const Entry& e : _entries)
-        if (e.kind == kind && e.nsKey == nsKey) out.push_back(e.match);
+        if (e.kind == kind && e.nsKey == nsKey)
+            out.push_back(e.match);
     return out;
 }
 
-std::vector<const ProviderInfo*> ProviderRegistry::providers() const {
+std::vector<const ProviderInfo*> ProviderRegistry::providers() const
+{
     std::vector<const ProviderInfo*> out;
-    for (const auto& p : _providers) out.push_back(p.get());
+    for (const auto& p : _providers)
+        out.push_back(p.get());
     return out;
 }
 

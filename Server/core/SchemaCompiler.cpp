@@ -10,22 +10,37 @@ namespace zarserver {
 
 namespace {
 
-std::string str(const String& s) { return (const char*)s.getCString(); }
-std::string str(const CIMName& n) { return str(n.getString()); }
+std::string str(const String& s)
+{
+    return (const char*)s.getCString();
+}
+std::string str(const CIMName& n)
+{
+    return str(n.getString());
+}
 
-const char* scopeName(unsigned scope) {
+const char* scopeName(unsigned scope)
+{
     switch (scope) {
-        case SCOPE_CLASS: return "class";
-        case SCOPE_ASSOCIATION: return "association";
-        case SCOPE_INDICATION: return "indication";
-        case SCOPE_PROPERTY: return "property";
-        case SCOPE_REFERENCE: return "reference";
-        case SCOPE_METHOD: return "method";
-        default: return "parameter";
+        case SCOPE_CLASS:
+            return "class";
+        case SCOPE_ASSOCIATION:
+            return "association";
+        case SCOPE_INDICATION:
+            return "indication";
+        case SCOPE_PROPERTY:
+            return "property";
+        case SCOPE_REFERENCE:
+            return "reference";
+        case SCOPE_METHOD:
+            return "method";
+        default:
+            return "parameter";
     }
 }
 
-CIMName checkedName(const std::string& name, const SourcePos& pos, const char* what) {
+CIMName checkedName(const std::string& name, const SourcePos& pos, const char* what)
+{
     try {
         return CIMName(String(name.c_str()));
     } catch (const Exception&) {
@@ -35,7 +50,8 @@ CIMName checkedName(const std::string& name, const SourcePos& pos, const char* w
 
 // Applies written flavor keywords to a declaration's flavor.
 CIMFlavor applyFlavors(CIMFlavor flavor, const std::vector<std::string>& written,
-                       const SourcePos& pos) {
+                       const SourcePos& pos)
+{
     for (const std::string& f : written) {
         if (equalNoCase(f, "EnableOverride")) {
             flavor.removeFlavor(CIMFlavor::DISABLEOVERRIDE);
@@ -63,7 +79,8 @@ CIMFlavor applyFlavors(CIMFlavor flavor, const std::vector<std::string>& written
 // Builds the qualifiers written on one element.
 std::vector<CIMQualifier> typeQualifiers(const ClassRepository& repo, const CIMNamespaceName& ns,
                                          const std::vector<mof::Qualifier>& written, unsigned scope,
-                                         const std::string& element) {
+                                         const std::string& element)
+{
     std::vector<CIMQualifier> out;
     for (const mof::Qualifier& q : written) {
         CIMName name = checkedName(q.name, q.pos, "qualifier");
@@ -81,7 +98,7 @@ std::vector<CIMQualifier> typeQualifiers(const ClassRepository& repo, const CIMN
         CIMValue value;
         if (q.value.kind == mof::Literal::NONE) {
             value = (def.getType() == CIMTYPE_BOOLEAN && !def.isArray()) ? CIMValue(Boolean(true))
-                                                                          : def;
+                                                                         : def;
         } else if (def.isArray() && q.value.kind != mof::Literal::ARRAY &&
                    q.value.kind != mof::Literal::NULLVALUE) {
             mof::Literal wrapped;
@@ -93,17 +110,21 @@ std::vector<CIMQualifier> typeQualifiers(const ClassRepository& repo, const CIMN
             value = literalToValue(q.value, def.getType(), def.isArray(), nullptr,
                                    "qualifier " + q.name);
         }
-        out.push_back(CIMQualifier(decl->name, value, applyFlavors(decl->flavor, q.flavors, q.pos)));
+        out.push_back(
+            CIMQualifier(decl->name, value, applyFlavors(decl->flavor, q.flavors, q.pos)));
     }
     return out;
 }
 
 template <class Owner, class Source>
-void inheritQualifiers(Owner& target, const Source& inherited) {
+void inheritQualifiers(Owner& target, const Source& inherited)
+{
     for (Uint32 i = 0; i < inherited.getQualifierCount(); ++i) {
         CIMConstQualifier q = inherited.getQualifier(i);
-        if (!q.getFlavor().hasFlavor(CIMFlavor::TOSUBCLASS)) continue;
-        if (target.findQualifier(q.getName()) != PEG_NOT_FOUND) continue;
+        if (!q.getFlavor().hasFlavor(CIMFlavor::TOSUBCLASS))
+            continue;
+        if (target.findQualifier(q.getName()) != PEG_NOT_FOUND)
+            continue;
         CIMQualifier copy = q.clone();
         copy.setPropagated(true);
         target.addQualifier(copy);
@@ -113,10 +134,12 @@ void inheritQualifiers(Owner& target, const Source& inherited) {
 // Overriding a DisableOverride qualifier with another value is an error.
 template <class Source>
 void checkOverrides(const std::vector<CIMQualifier>& local, const Source& inherited,
-                    const std::vector<mof::Qualifier>& written, const std::string& element) {
+                    const std::vector<mof::Qualifier>& written, const std::string& element)
+{
     for (size_t k = 0; k < local.size(); ++k) {
         Uint32 i = inherited.findQualifier(local[k].getName());
-        if (i == PEG_NOT_FOUND) continue;
+        if (i == PEG_NOT_FOUND)
+            continue;
         CIMConstQualifier q = inherited.getQualifier(i);
         if (q.getFlavor().hasFlavor(CIMFlavor::DISABLEOVERRIDE) &&
             !q.getValue().equal(local[k].getValue()))
@@ -130,7 +153,8 @@ void checkOverrides(const std::vector<CIMQualifier>& local, const Source& inheri
 SchemaCompiler::SchemaCompiler(ClassRepository& repository) : _repository(repository) {}
 
 void SchemaCompiler::compile(const std::vector<mof::Declaration>& declarations,
-                             const CIMNamespaceName& defaultNamespace) {
+                             const CIMNamespaceName& defaultNamespace)
+{
     _repository.addNamespace(defaultNamespace);
     for (const mof::Declaration& d : declarations) {
         CIMNamespaceName ns = defaultNamespace;
@@ -147,9 +171,15 @@ void SchemaCompiler::compile(const std::vector<mof::Declaration>& declarations,
         }
         try {
             switch (d.kind) {
-                case mof::Declaration::QUALIFIER: addQualifierDecl(ns, d.qualifierDecl); break;
-                case mof::Declaration::CLASS: addClass(ns, d.classDecl); break;
-                case mof::Declaration::INSTANCE: addInstance(ns, d.instanceDecl); break;
+                case mof::Declaration::QUALIFIER:
+                    addQualifierDecl(ns, d.qualifierDecl);
+                    break;
+                case mof::Declaration::CLASS:
+                    addClass(ns, d.classDecl);
+                    break;
+                case mof::Declaration::INSTANCE:
+                    addInstance(ns, d.instanceDecl);
+                    break;
             }
         } catch (const Exception& e) {
             // The object model refused something the checks above let through.
@@ -161,25 +191,30 @@ void SchemaCompiler::compile(const std::vector<mof::Declaration>& declarations,
     }
 }
 
-void SchemaCompiler::addQualifierDecl(const CIMNamespaceName& ns, const mof::QualifierDecl& d) {
+void SchemaCompiler::addQualifierDecl(const CIMNamespaceName& ns, const mof::QualifierDecl& d)
+{
     QualifierDeclaration decl;
     decl.name = checkedName(d.name, d.pos, "qualifier");
-    if (d.type.name == "ref") throw MofError(d.pos, "qualifiers cannot be references");
+    if (d.type.name == "ref")
+        throw MofError(d.pos, "qualifiers cannot be references");
     decl.defaultValue = literalToValue(d.defaultValue, typeFromName(d.type.name), d.type.isArray,
                                        nullptr, "qualifier " + d.name);
     for (const std::string& s : d.scopes) {
-        static const struct { const char* name; unsigned bit; } kScopes[] = {
-            {"class", SCOPE_CLASS},         {"association", SCOPE_ASSOCIATION},
-            {"indication", SCOPE_INDICATION}, {"property", SCOPE_PROPERTY},
-            {"reference", SCOPE_REFERENCE}, {"method", SCOPE_METHOD},
-            {"parameter", SCOPE_PARAMETER}, {"any", SCOPE_ANY}};
+        static const struct {
+            const char* name;
+            unsigned bit;
+        } kScopes[] = {{"class", SCOPE_CLASS},           {"association", SCOPE_ASSOCIATION},
+                       {"indication", SCOPE_INDICATION}, {"property", SCOPE_PROPERTY},
+                       {"reference", SCOPE_REFERENCE},   {"method", SCOPE_METHOD},
+                       {"parameter", SCOPE_PARAMETER},   {"any", SCOPE_ANY}};
         bool known = false;
         for (const auto& k : kScopes)
             if (equalNoCase(s, k.name)) {
                 decl.scopes |= k.bit;
                 known = true;
             }
-        if (!known) throw MofError(d.pos, "unknown scope '" + s + "' in qualifier " + d.name);
+        if (!known)
+            throw MofError(d.pos, "unknown scope '" + s + "' in qualifier " + d.name);
     }
     decl.flavor = applyFlavors(CIMFlavor::DEFAULTS, d.flavors, d.pos);
     const QualifierDeclaration* old = _repository.findQualifierDecl(ns, decl.name);
@@ -189,7 +224,8 @@ void SchemaCompiler::addQualifierDecl(const CIMNamespaceName& ns, const mof::Qua
     _repository.setQualifierDecl(ns, decl);
 }
 
-void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& d) {
+void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& d)
+{
     CIMName name = checkedName(d.name, d.pos, "class");
     if (_repository.findClass(ns, name))
         throw MofError(d.pos, "class " + d.name + " is already defined in " + str(ns.getString()));
@@ -211,22 +247,30 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
     for (const mof::Qualifier& q : d.qualifiers) {
         bool on = q.value.kind == mof::Literal::NONE ||
                   (q.value.kind == mof::Literal::BOOLEAN && q.value.boolean);
-        if (equalNoCase(q.name, "Association") && on) isAssociation = true;
-        if (equalNoCase(q.name, "Indication") && on) isIndication = true;
+        if (equalNoCase(q.name, "Association") && on)
+            isAssociation = true;
+        if (equalNoCase(q.name, "Indication") && on)
+            isIndication = true;
     }
     if (super && super->findQualifier(CIMName("Indication")) != PEG_NOT_FOUND) {
         Boolean b = false;
         CIMConstQualifier q = super->getQualifier(super->findQualifier(CIMName("Indication")));
-        if (q.getType() == CIMTYPE_BOOLEAN && !q.getValue().isNull()) q.getValue().get(b);
+        if (q.getType() == CIMTYPE_BOOLEAN && !q.getValue().isNull())
+            q.getValue().get(b);
         isIndication = isIndication || b;
     }
-    unsigned classScope = isAssociation ? SCOPE_ASSOCIATION : isIndication ? SCOPE_INDICATION
-                                                                            : SCOPE_CLASS;
+    unsigned classScope = isAssociation  ? SCOPE_ASSOCIATION
+                          : isIndication ? SCOPE_INDICATION
+                                         : SCOPE_CLASS;
     std::string element = "class " + d.name;
-    std::vector<CIMQualifier> quals = typeQualifiers(_repository, ns, d.qualifiers, classScope, element);
-    if (super) checkOverrides(quals, *super, d.qualifiers, element);
-    for (const CIMQualifier& q : quals) cls.addQualifier(q);
-    if (super) inheritQualifiers(cls, *super);
+    std::vector<CIMQualifier> quals =
+        typeQualifiers(_repository, ns, d.qualifiers, classScope, element);
+    if (super)
+        checkOverrides(quals, *super, d.qualifiers, element);
+    for (const CIMQualifier& q : quals)
+        cls.addQualifier(q);
+    if (super)
+        inheritQualifiers(cls, *super);
 
     // Inherited properties and methods first, in the superclass's order.
     std::vector<bool> used(d.features.size(), false);
@@ -240,8 +284,9 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
         for (size_t j = 0; j < k; ++j)
             if (equalNoCase(d.features[k].name, d.features[j].name) &&
                 d.features[k].isMethod == d.features[j].isMethod)
-                throw MofError(d.features[k].pos, (d.features[k].isMethod ? "method " : "property ") +
-                                                      d.features[k].name + " is defined twice in " + d.name);
+                throw MofError(d.features[k].pos,
+                               (d.features[k].isMethod ? "method " : "property ") +
+                                   d.features[k].name + " is defined twice in " + d.name);
 
     auto buildProperty = [&](const mof::Feature& f, const CIMConstProperty* inherited) {
         std::string what = "property " + d.name + "." + f.name;
@@ -249,14 +294,17 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
         CIMType type = typeFromName(f.type.name);
         CIMName refClass;
         if (type == CIMTYPE_REFERENCE) {
-            if (f.type.isArray) throw MofError(f.pos, what + ": reference properties cannot be arrays");
+            if (f.type.isArray)
+                throw MofError(f.pos, what + ": reference properties cannot be arrays");
             if (!isAssociation)
                 throw MofError(f.pos, what + ": only associations may have reference properties");
             refClass = checkedName(f.type.refClass, f.pos, "class");
             const CIMClass* rc = _repository.findClass(ns, refClass);
             if (!rc && !refClass.equal(name))
-                throw MofError(f.pos, what + ": referenced class " + f.type.refClass + " is not defined");
-            if (rc) refClass = rc->getClassName();
+                throw MofError(f.pos,
+                               what + ": referenced class " + f.type.refClass + " is not defined");
+            if (rc)
+                refClass = rc->getClassName();
         }
         if (inherited && (inherited->getType() != type || inherited->isArray() != f.type.isArray))
             throw MofError(f.pos, what + " changes the type of the inherited property");
@@ -265,26 +313,34 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
             throw MofError(f.defaultValue.pos, what + ": the array must have " +
                                                    std::to_string(f.type.arraySize) + " elements");
         CIMProperty p(pname, value, Uint32(f.type.arraySize), refClass, name, false);
-        std::vector<CIMQualifier> pq = typeQualifiers(
-            _repository, ns, f.qualifiers, type == CIMTYPE_REFERENCE ? SCOPE_REFERENCE : SCOPE_PROPERTY,
-            what);
-        if (inherited) checkOverrides(pq, *inherited, f.qualifiers, what);
-        for (const CIMQualifier& q : pq) p.addQualifier(q);
-        if (inherited) inheritQualifiers(p, *inherited);
+        std::vector<CIMQualifier> pq =
+            typeQualifiers(_repository, ns, f.qualifiers,
+                           type == CIMTYPE_REFERENCE ? SCOPE_REFERENCE : SCOPE_PROPERTY, what);
+        if (inherited)
+            checkOverrides(pq, *inherited, f.qualifiers, what);
+        for (const CIMQualifier& q : pq)
+            p.addQualifier(q);
+        if (inherited)
+            inheritQualifiers(p, *inherited);
         return p;
     };
     auto buildMethod = [&](const mof::Feature& f, const CIMConstMethod* inherited) {
         std::string what = "method " + d.name + "." + f.name;
         CIMName mname = checkedName(f.name, f.pos, "method");
         CIMType type = typeFromName(f.type.name);
-        if (f.type.isArray) throw MofError(f.pos, what + ": methods cannot return arrays");
+        if (f.type.isArray)
+            throw MofError(f.pos, what + ": methods cannot return arrays");
         if (inherited && inherited->getType() != type)
             throw MofError(f.pos, what + " changes the return type of the inherited method");
         CIMMethod m(mname, type, name, false);
-        std::vector<CIMQualifier> mq = typeQualifiers(_repository, ns, f.qualifiers, SCOPE_METHOD, what);
-        if (inherited) checkOverrides(mq, *inherited, f.qualifiers, what);
-        for (const CIMQualifier& q : mq) m.addQualifier(q);
-        if (inherited) inheritQualifiers(m, *inherited);
+        std::vector<CIMQualifier> mq =
+            typeQualifiers(_repository, ns, f.qualifiers, SCOPE_METHOD, what);
+        if (inherited)
+            checkOverrides(mq, *inherited, f.qualifiers, what);
+        for (const CIMQualifier& q : mq)
+            m.addQualifier(q);
+        if (inherited)
+            inheritQualifiers(m, *inherited);
         for (const mof::Parameter& pd : f.parameters) {
             std::string pwhat = "parameter " + pd.name + " of " + what;
             CIMName pname = checkedName(pd.name, pd.pos, "parameter");
@@ -298,7 +354,8 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
                 if (!rc && !refClass.equal(name))
                     throw MofError(pd.pos, pwhat + ": referenced class " + pd.type.refClass +
                                                " is not defined");
-                if (rc) refClass = rc->getClassName();
+                if (rc)
+                    refClass = rc->getClassName();
             }
             CIMParameter p(pname, ptype, pd.type.isArray, Uint32(pd.type.arraySize), refClass);
             for (const CIMQualifier& q :
@@ -336,7 +393,8 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
         }
     }
     for (size_t k = 0; k < d.features.size(); ++k) {
-        if (used[k]) continue;
+        if (used[k])
+            continue;
         const mof::Feature& f = d.features[k];
         for (const mof::Qualifier& q : f.qualifiers)
             if (equalNoCase(q.name, "Override"))
@@ -350,7 +408,8 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
     if (isAssociation) {
         int refs = 0;
         for (Uint32 i = 0; i < cls.getPropertyCount(); ++i)
-            if (cls.getProperty(i).getType() == CIMTYPE_REFERENCE) ++refs;
+            if (cls.getProperty(i).getType() == CIMTYPE_REFERENCE)
+                ++refs;
         if (refs < 2)
             throw MofError(d.pos, "association " + d.name + " needs at least two references");
     }
@@ -360,7 +419,8 @@ void SchemaCompiler::addClass(const CIMNamespaceName& ns, const mof::ClassDecl& 
     _repository.addClass(ns, cls);
 }
 
-void SchemaCompiler::addInstance(const CIMNamespaceName& ns, const mof::InstanceDecl& d) {
+void SchemaCompiler::addInstance(const CIMNamespaceName& ns, const mof::InstanceDecl& d)
+{
     CIMName className = checkedName(d.className, d.pos, "class");
     const CIMClass* cls = _repository.findClass(ns, className);
     if (!cls)
@@ -379,8 +439,8 @@ void SchemaCompiler::addInstance(const CIMNamespaceName& ns, const mof::Instance
         try {
             p.setValue(v);
         } catch (const Exception& e) {
-            throw MofError(pv.pos, "property " + d.className + "." + pv.name + ": " +
-                                       str(e.getMessage()));
+            throw MofError(pv.pos,
+                           "property " + d.className + "." + pv.name + ": " + str(e.getMessage()));
         }
     }
     Array<CIMName> keys;
@@ -388,8 +448,8 @@ void SchemaCompiler::addInstance(const CIMNamespaceName& ns, const mof::Instance
     for (Uint32 k = 0; k < keys.size(); ++k) {
         CIMConstProperty p = inst.getProperty(inst.findProperty(keys[k]));
         if (p.getValue().isNull())
-            throw MofError(d.pos, "instance of " + d.className + " gives no value for key " +
-                                      str(keys[k]));
+            throw MofError(
+                d.pos, "instance of " + d.className + " gives no value for key " + str(keys[k]));
     }
     CIMObjectPath path = inst.buildPath(CIMConstClass(*cls));
     for (const CIMInstance& other : _repository.instancesOf(ns, cls->getClassName()))
@@ -397,7 +457,8 @@ void SchemaCompiler::addInstance(const CIMNamespaceName& ns, const mof::Instance
             throw MofError(d.pos, "instance " + str(path.toString()) + " is already defined");
     inst.setPath(path);
     if (!d.alias.empty()) {
-        if (_aliases.count(d.alias)) throw MofError(d.pos, "alias $" + d.alias + " is already used");
+        if (_aliases.count(d.alias))
+            throw MofError(d.pos, "alias $" + d.alias + " is already used");
         CIMObjectPath full = path;
         full.setNameSpace(ns);
         _aliases[d.alias] = full;

@@ -17,11 +17,13 @@ namespace zarserver {
 
 const char* const kSchemaManifest = "manifest.txt";
 
-void loadSchema(const std::string& schemaDir, ClassRepository& repository) {
+void loadSchema(const std::string& schemaDir, ClassRepository& repository)
+{
     std::string manifest = schemaDir + "/" + kSchemaManifest;
     std::ifstream in(manifest);
     if (!in)
-        throw std::runtime_error(manifest + ": cannot open schema manifest: " + std::strerror(errno));
+        throw std::runtime_error(manifest +
+                                 ": cannot open schema manifest: " + std::strerror(errno));
     SchemaCompiler compiler(repository);
     std::string line;
     int lineNo = 0;
@@ -29,7 +31,8 @@ void loadSchema(const std::string& schemaDir, ClassRepository& repository) {
         ++lineNo;
         std::istringstream words(line);
         std::string ns, file, extra;
-        if (!(words >> ns) || ns[0] == '#') continue;
+        if (!(words >> ns) || ns[0] == '#')
+            continue;
         if (!(words >> file) || (words >> extra))
             throw std::runtime_error(manifest + ":" + std::to_string(lineNo) +
                                      ": expected '<namespace> <MOF file>'");

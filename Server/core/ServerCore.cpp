@@ -17,15 +17,19 @@ namespace zarserver {
 
 namespace {
 
-std::string machineHostName() {
+std::string machineHostName()
+{
     char buf[256] = {0};
-    if (gethostname(buf, sizeof buf - 1) != 0 || buf[0] == '\0') return "localhost";
+    if (gethostname(buf, sizeof buf - 1) != 0 || buf[0] == '\0')
+        return "localhost";
     return buf;
 }
 
-CoreLogFunction defaultLog() {
+CoreLogFunction defaultLog()
+{
     return [](int level, const std::string& line) {
-        if (level > LOG_WARNING) return;
+        if (level > LOG_WARNING)
+            return;
         static std::mutex m;
         std::lock_guard<std::mutex> l(m);
         std::fprintf(stderr, "zar-cimserver: %s\n", line.c_str());
@@ -45,7 +49,8 @@ struct ServerCore::Rep {
     bool stopped = false;
 };
 
-ServerCore::ServerCore(const CoreConfig& config) : _rep(new Rep) {
+ServerCore::ServerCore(const CoreConfig& config) : _rep(new Rep)
+{
     _rep->hostName = config.hostName.empty() ? machineHostName() : config.hostName;
     _rep->log = config.log ? config.log : defaultLog();
     loadSchema(config.schemaDir, _rep->repository);
@@ -55,18 +60,26 @@ ServerCore::ServerCore(const CoreConfig& config) : _rep(new Rep) {
                                           _rep->hostName, _rep->log));
     Pegasus::setLocalOperationHost(_rep->dispatcher.get());
     _rep->log(LOG_INFO, "schema loaded from " + config.schemaDir + ": " +
-                            std::to_string(_rep->repository.namespaces().size()) +
-                            " namespaces, " + std::to_string(_rep->registry.providers().size()) +
+                            std::to_string(_rep->repository.namespaces().size()) + " namespaces, " +
+                            std::to_string(_rep->registry.providers().size()) +
                             " registered providers");
 }
 
-ServerCore::~ServerCore() { shutdown(); }
+ServerCore::~ServerCore()
+{
+    shutdown();
+}
 
-Pegasus::CIMOperationHost& ServerCore::dispatcher() { return *_rep->dispatcher; }
+Pegasus::CIMOperationHost& ServerCore::dispatcher()
+{
+    return *_rep->dispatcher;
+}
 
-void ServerCore::shutdown() {
+void ServerCore::shutdown()
+{
     std::lock_guard<std::mutex> l(_rep->shutdownMutex);
-    if (_rep->stopped) return;
+    if (_rep->stopped)
+        return;
     _rep->stopped = true;
     _rep->dispatcher->stop();
     _rep->providers->shutdown();
@@ -74,8 +87,14 @@ void ServerCore::shutdown() {
         Pegasus::setLocalOperationHost(nullptr);
 }
 
-const std::string& ServerCore::hostName() const { return _rep->hostName; }
+const std::string& ServerCore::hostName() const
+{
+    return _rep->hostName;
+}
 
-const ClassRepository& ServerCore::repository() const { return _rep->repository; }
+const ClassRepository& ServerCore::repository() const
+{
+    return _rep->repository;
+}
 
 }  // namespace zarserver

@@ -27,44 +27,42 @@ bool parsePort(const std::string& v, bool allowZero, int& port)
 
 std::string serverUsage()
 {
-    return
-        "Usage: zar-cimserver [options]\n"
-        "\n"
-        "CIM server of the array: CIM-XML over HTTP and HTTPS, provider modules\n"
-        "registered by MOF, HTTP Basic authentication against the array's users.\n"
-        "\n"
-        "Options:\n"
-        "  --listen ADDR         address to listen on (default 127.0.0.1)\n"
-        "  --http-port N         HTTP port (default 5988; 0 picks a free port;\n"
-        "                        'off' disables HTTP)\n"
-        "  --https-port N        HTTPS port (default 5989; HTTPS runs only with\n"
-        "                        --tls-cert and --tls-key)\n"
-        "  --tls-cert FILE       PEM certificate (chain) for HTTPS\n"
-        "  --tls-key FILE        PEM private key for HTTPS\n"
-        "  --array-db FILE       state file of the array (sets ZAR_ARRAY_DB)\n"
-        "  --schema-dir DIR      class and registration MOF (default: found next\n"
-        "                        to the executable)\n"
-        "  --provider-dir DIR    folder of the provider modules lib<Location>.so\n"
-        "                        (default: found next to the executable)\n"
-        "  --log-level N         log lines up to level N (1 fatal, 2 error,\n"
-        "                        3 notice and access log, 4 trace; default 3)\n"
-        "  --log-file FILE       log to FILE instead of standard error\n"
-        "  --socket PATH         local socket for connectLocal clients (default\n"
-        "                        var/cimxml.socket; 'off' disables it)\n"
-        "  --workers N           requests handled at once (default 16); slow and\n"
-        "                        idle connections hold none\n"
-        "  --idle-timeout SEC    close idle keep-alive connections (default 30)\n"
-        "  --drain-timeout SEC   on SIGTERM, time left to requests in progress\n"
-        "                        before their connections are cut (default 10)\n"
-        "  --help                show this text\n"
-        "\n"
-        "Once listening, a line \"zar-cimserver: listening on ...\" is printed.\n"
-        "SIGTERM or SIGINT stop the server: it stops listening at once, and\n"
-        "requests in progress get the drain time to finish.\n";
+    return "Usage: zar-cimserver [options]\n"
+           "\n"
+           "CIM server of the array: CIM-XML over HTTP and HTTPS, provider modules\n"
+           "registered by MOF, HTTP Basic authentication against the array's users.\n"
+           "\n"
+           "Options:\n"
+           "  --listen ADDR         address to listen on (default 127.0.0.1)\n"
+           "  --http-port N         HTTP port (default 5988; 0 picks a free port;\n"
+           "                        'off' disables HTTP)\n"
+           "  --https-port N        HTTPS port (default 5989; HTTPS runs only with\n"
+           "                        --tls-cert and --tls-key)\n"
+           "  --tls-cert FILE       PEM certificate (chain) for HTTPS\n"
+           "  --tls-key FILE        PEM private key for HTTPS\n"
+           "  --array-db FILE       state file of the array (sets ZAR_ARRAY_DB)\n"
+           "  --schema-dir DIR      class and registration MOF (default: found next\n"
+           "                        to the executable)\n"
+           "  --provider-dir DIR    folder of the provider modules lib<Location>.so\n"
+           "                        (default: found next to the executable)\n"
+           "  --log-level N         log lines up to level N (1 fatal, 2 error,\n"
+           "                        3 notice and access log, 4 trace; default 3)\n"
+           "  --log-file FILE       log to FILE instead of standard error\n"
+           "  --socket PATH         local socket for connectLocal clients (default\n"
+           "                        var/cimxml.socket; 'off' disables it)\n"
+           "  --workers N           requests handled at once (default 16); slow and\n"
+           "                        idle connections hold none\n"
+           "  --idle-timeout SEC    close idle keep-alive connections (default 30)\n"
+           "  --drain-timeout SEC   on SIGTERM, time left to requests in progress\n"
+           "                        before their connections are cut (default 10)\n"
+           "  --help                show this text\n"
+           "\n"
+           "Once listening, a line \"zar-cimserver: listening on ...\" is printed.\n"
+           "SIGTERM or SIGINT stop the server: it stops listening at once, and\n"
+           "requests in progress get the drain time to finish.\n";
 }
 
-bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o,
-                        std::string& error)
+bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o, std::string& error)
 {
     bool certGiven = false, keyGiven = false;
     for (size_t i = 0; i < args.size(); i++) {
@@ -82,12 +80,13 @@ bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o,
             continue;
         }
         static const char* const withValue[] = {
-            "--listen", "--http-port", "--https-port", "--tls-cert", "--tls-key",
-            "--array-db", "--schema-dir", "--provider-dir", "--log-level", "--log-file",
-            "--socket", "--workers", "--idle-timeout", "--drain-timeout"};
+            "--listen",   "--http-port",  "--https-port",   "--tls-cert",     "--tls-key",
+            "--array-db", "--schema-dir", "--provider-dir", "--log-level",    "--log-file",
+            "--socket",   "--workers",    "--idle-timeout", "--drain-timeout"};
         bool known = false;
         for (const char* w : withValue)
-            if (a == w) known = true;
+            if (a == w)
+                known = true;
         if (!known) {
             error = "unknown option " + args[i];
             return false;
@@ -100,10 +99,14 @@ bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o,
             value = args[++i];
         }
         if (a == "--listen") {
-            if (value.empty()) { error = "--listen needs an address"; return false; }
+            if (value.empty()) {
+                error = "--listen needs an address";
+                return false;
+            }
             o.listen = value;
         } else if (a == "--http-port") {
-            if (value == "off") o.httpPort = -1;
+            if (value == "off")
+                o.httpPort = -1;
             else if (!parsePort(value, true, o.httpPort)) {
                 error = "invalid --http-port " + value;
                 return false;
@@ -138,12 +141,14 @@ bool parseServerOptions(const std::vector<std::string>& args, ServerOptions& o,
             o.socketPath = value == "off" ? std::string() : value;
         } else if (a == "--workers" || a == "--idle-timeout" || a == "--drain-timeout") {
             if (value.empty() || value.size() > 4 ||
-                value.find_first_not_of("0123456789") != std::string::npos || std::stoi(value) < 1) {
+                value.find_first_not_of("0123456789") != std::string::npos ||
+                std::stoi(value) < 1) {
                 error = "invalid " + a + " " + value;
                 return false;
             }
-            (a == "--workers" ? o.workers : a == "--idle-timeout" ? o.idleTimeoutSec : o.drainTimeoutSec) =
-                std::stoi(value);
+            (a == "--workers"        ? o.workers
+             : a == "--idle-timeout" ? o.idleTimeoutSec
+                                     : o.drainTimeoutSec) = std::stoi(value);
         }
     }
     if (certGiven != keyGiven) {

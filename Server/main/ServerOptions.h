@@ -10,13 +10,13 @@ namespace zarserver {
 
 struct ServerOptions {
     std::string listen = "127.0.0.1";
-    int httpPort = 5988;         // -1 disables HTTP
-    int httpsPort = 5989;        // used only with a certificate and key
+    int httpPort = 5988;   // -1 disables HTTP
+    int httpsPort = 5989;  // used only with a certificate and key
     std::string tlsCert, tlsKey;
-    std::string arrayDb;         // exported as ZAR_ARRAY_DB when set
+    std::string arrayDb;  // exported as ZAR_ARRAY_DB when set
     std::string schemaDir, providerDir;
-    std::string logLevel;        // exported as ZAR_LOG_LEVEL
-    std::string logFile;         // exported as ZAR_LOG_FILE
+    std::string logLevel;  // exported as ZAR_LOG_LEVEL
+    std::string logFile;   // exported as ZAR_LOG_FILE
     std::string socketPath = "var/cimxml.socket";
     int workers = 16;
     int idleTimeoutSec = 30;

@@ -140,7 +140,8 @@ int main(int argc, char** argv)
         return fail(e.what(), 1);
     }
 
-    std::string host = opt.listen.find(':') != std::string::npos ? "[" + opt.listen + "]" : opt.listen;
+    std::string host =
+        opt.listen.find(':') != std::string::npos ? "[" + opt.listen + "]" : opt.listen;
     std::string ready = "zar-cimserver: listening on";
     if (server.httpPort() >= 0)
         ready += " http://" + host + ":" + std::to_string(server.httpPort());

@@ -13,7 +13,8 @@ namespace {
 
 const char* const kNamespace = "root/test";
 
-CIMObjectPath gadgetPath(const char* name) {
+CIMObjectPath gadgetPath(const char* name)
+{
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName("Name"), CIMValue(String(name))));
     return CIMObjectPath(String(), CIMNamespaceName(), CIMName("ZTest_Gadget"), keys);
@@ -23,7 +24,8 @@ class GadgetProvider : public ReadOnlyInstanceProvider {
 public:
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
                             const Boolean, const CIMPropertyList&,
-                            InstanceResponseHandler& handler) override {
+                            InstanceResponseHandler& handler) override
+    {
         handler.processing();
         const char* names[] = {"g1", "g2"};
         for (int i = 0; i < 2; ++i) {
@@ -37,7 +39,8 @@ public:
     }
 };
 
-bool isClass(const CIMObjectPath& p, const char* cls) {
+bool isClass(const CIMObjectPath& p, const char* cls)
+{
     return p.getClassName().equal(CIMName(cls));
 }
 
@@ -54,16 +57,19 @@ public:
 
     void enumerateInstances(const OperationContext& context, const CIMObjectPath&, const Boolean,
                             const Boolean, const CIMPropertyList&,
-                            InstanceResponseHandler& handler) override {
+                            InstanceResponseHandler& handler) override
+    {
         handler.processing();
-        for (const Link& l : links(context)) handler.deliver(linkInstance(l));
+        for (const Link& l : links(context))
+            handler.deliver(linkInstance(l));
         handler.complete();
     }
 
     void associators(const OperationContext& context, const CIMObjectPath& objectName,
                      const CIMName&, const CIMName& resultClass, const String& role,
-                     const String& resultRole, const Boolean, const Boolean,
-                     const CIMPropertyList&, ObjectResponseHandler& handler) override {
+                     const String& resultRole, const Boolean, const Boolean, const CIMPropertyList&,
+                     ObjectResponseHandler& handler) override
+    {
         handler.processing();
         for (const CIMObjectPath& p : far(context, objectName, role, resultRole)) {
             if (!resultClass.isNull() && !p.getClassName().equal(resultClass) &&
@@ -79,7 +85,8 @@ public:
 
     void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
                          const CIMName&, const CIMName& resultClass, const String& role,
-                         const String& resultRole, ObjectPathResponseHandler& handler) override {
+                         const String& resultRole, ObjectPathResponseHandler& handler) override
+    {
         handler.processing();
         for (const CIMObjectPath& p : far(context, objectName, role, resultRole))
             if (resultClass.isNull() || p.getClassName().equal(resultClass) ||
@@ -90,15 +97,18 @@ public:
 
     void references(const OperationContext& context, const CIMObjectPath& objectName,
                     const CIMName&, const String& role, const Boolean, const Boolean,
-                    const CIMPropertyList&, ObjectResponseHandler& handler) override {
+                    const CIMPropertyList&, ObjectResponseHandler& handler) override
+    {
         handler.processing();
-        for (const Link& l : matching(context, objectName, role)) handler.deliver(linkInstance(l));
+        for (const Link& l : matching(context, objectName, role))
+            handler.deliver(linkInstance(l));
         handler.complete();
     }
 
     void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
                         const CIMName&, const String& role,
-                        ObjectPathResponseHandler& handler) override {
+                        ObjectPathResponseHandler& handler) override
+    {
         handler.processing();
         for (const Link& l : matching(context, objectName, role))
             handler.deliver(linkInstance(l).getPath());
@@ -106,7 +116,8 @@ public:
     }
 
 private:
-    std::vector<Link> links(const OperationContext& context) {
+    std::vector<Link> links(const OperationContext& context)
+    {
         std::vector<Link> out;
         Array<CIMObjectPath> widgets = _cimom.enumerateInstanceNames(
             context, CIMNamespaceName(kNamespace), CIMName("ZTest_Widget"));
@@ -122,7 +133,8 @@ private:
 
     // Links whose end named by role (either end if role is empty) is objectName.
     std::vector<Link> matching(const OperationContext& context, const CIMObjectPath& objectName,
-                               const String& role) {
+                               const String& role)
+    {
         std::vector<Link> out;
         CIMObjectPath target = localName(objectName);
         bool widgetRole = role.size() == 0 || String::equalNoCase(role, "Widget");
@@ -135,7 +147,8 @@ private:
     }
 
     std::vector<CIMObjectPath> far(const OperationContext& context, const CIMObjectPath& objectName,
-                                   const String& role, const String& resultRole) {
+                                   const String& role, const String& resultRole)
+    {
         std::vector<CIMObjectPath> out;
         CIMObjectPath target = localName(objectName);
         for (const Link& l : links(context)) {
@@ -151,10 +164,13 @@ private:
         return out;
     }
 
-    static CIMInstance linkInstance(const Link& l) {
+    static CIMInstance linkInstance(const Link& l)
+    {
         CIMInstance i(CIMName("ZTest_WidgetGadget"));
-        i.addProperty(CIMProperty(CIMName("Widget"), CIMValue(l.widget), 0, CIMName("ZTest_Widget")));
-        i.addProperty(CIMProperty(CIMName("Gadget"), CIMValue(l.gadget), 0, CIMName("ZTest_Gadget")));
+        i.addProperty(
+            CIMProperty(CIMName("Widget"), CIMValue(l.widget), 0, CIMName("ZTest_Widget")));
+        i.addProperty(
+            CIMProperty(CIMName("Gadget"), CIMValue(l.gadget), 0, CIMName("ZTest_Gadget")));
         Array<CIMKeyBinding> keys;
         keys.append(CIMKeyBinding(CIMName("Widget"), CIMValue(l.widget)));
         keys.append(CIMKeyBinding(CIMName("Gadget"), CIMValue(l.gadget)));
@@ -165,7 +181,13 @@ private:
 
 }  // namespace
 
-CIMProvider* createGadgetProvider() { return new GadgetProvider; }
-CIMProvider* createAssociationProvider() { return new AssociationProvider; }
+CIMProvider* createGadgetProvider()
+{
+    return new GadgetProvider;
+}
+CIMProvider* createAssociationProvider()
+{
+    return new AssociationProvider;
+}
 
 }  // namespace ztest

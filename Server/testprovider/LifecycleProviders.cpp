@@ -16,7 +16,8 @@ namespace ztest {
 
 namespace {
 
-CIMInstance keyed(const char* cls, const char* name) {
+CIMInstance keyed(const char* cls, const char* name)
+{
     CIMInstance i{CIMName(cls)};
     i.addProperty(CIMProperty(CIMName("Name"), CIMValue(String(name))));
     Array<CIMKeyBinding> keys;
@@ -27,17 +28,21 @@ CIMInstance keyed(const char* cls, const char* name) {
 
 class ProbeProvider : public ReadOnlyInstanceProvider {
 public:
-    void initialize(CIMOMHandle& cimom) override {
+    void initialize(CIMOMHandle& cimom) override
+    {
         _cimom = cimom;
         OperationContext none;
-        _widgets = _cimom.enumerateInstanceNames(none, CIMNamespaceName("root/test"),
-                                                 CIMName("ZTest_Widget")).size();
-        _classes = _cimom.enumerateClassNames(none, CIMNamespaceName("root/test"), CIMName(), true)
+        _widgets = _cimom
+                       .enumerateInstanceNames(none, CIMNamespaceName("root/test"),
+                                               CIMName("ZTest_Widget"))
                        .size();
+        _classes =
+            _cimom.enumerateClassNames(none, CIMNamespaceName("root/test"), CIMName(), true).size();
     }
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
                             const Boolean, const CIMPropertyList&,
-                            InstanceResponseHandler& handler) override {
+                            InstanceResponseHandler& handler) override
+    {
         CIMInstance i = keyed("ZTest_Probe", "probe");
         i.addProperty(CIMProperty(CIMName("WidgetsAtStart"), CIMValue(_widgets)));
         i.addProperty(CIMProperty(CIMName("ClassesAtStart"), CIMValue(_classes)));
@@ -56,21 +61,25 @@ std::atomic<Uint32> slowInitializations{0};
 
 class SlowProvider : public ReadOnlyInstanceProvider {
 public:
-    void initialize(CIMOMHandle& cimom) override {
+    void initialize(CIMOMHandle& cimom) override
+    {
         _cimom = cimom;
         // Long enough for concurrent first requests to pile up behind it.
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         ++slowInitializations;
     }
-    void terminate() override {
+    void terminate() override
+    {
         --slowInitializations;
         delete this;
     }
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
                             const Boolean, const CIMPropertyList&,
-                            InstanceResponseHandler& handler) override {
+                            InstanceResponseHandler& handler) override
+    {
         CIMInstance i = keyed("ZTest_Slow", "slow");
-        i.addProperty(CIMProperty(CIMName("Initializations"), CIMValue(Uint32(slowInitializations))));
+        i.addProperty(
+            CIMProperty(CIMName("Initializations"), CIMValue(Uint32(slowInitializations))));
         handler.processing();
         handler.deliver(i);
         handler.complete();
@@ -79,13 +88,16 @@ public:
 
 class BrokenProvider : public ReadOnlyInstanceProvider {
 public:
-    void initialize(CIMOMHandle& cimom) override {
+    void initialize(CIMOMHandle& cimom) override
+    {
         _cimom = cimom;
-        if (std::getenv("ZTEST_BROKEN_INIT")) throw std::runtime_error("broken on purpose");
+        if (std::getenv("ZTEST_BROKEN_INIT"))
+            throw std::runtime_error("broken on purpose");
     }
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
                             const Boolean, const CIMPropertyList&,
-                            InstanceResponseHandler& handler) override {
+                            InstanceResponseHandler& handler) override
+    {
         handler.processing();
         handler.deliver(keyed("ZTest_Broken", "fixed"));
         handler.complete();
@@ -94,8 +106,17 @@ public:
 
 }  // namespace
 
-CIMProvider* createProbeProvider() { return new ProbeProvider; }
-CIMProvider* createSlowProvider() { return new SlowProvider; }
-CIMProvider* createBrokenProvider() { return new BrokenProvider; }
+CIMProvider* createProbeProvider()
+{
+    return new ProbeProvider;
+}
+CIMProvider* createSlowProvider()
+{
+    return new SlowProvider;
+}
+CIMProvider* createBrokenProvider()
+{
+    return new BrokenProvider;
+}
 
 }  // namespace ztest

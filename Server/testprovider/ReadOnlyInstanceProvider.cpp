@@ -6,7 +6,8 @@ PEGASUS_USING_PEGASUS;
 
 namespace ztest {
 
-CIMObjectPath localName(const CIMObjectPath& path) {
+CIMObjectPath localName(const CIMObjectPath& path)
+{
     return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(), path.getKeyBindings());
 }
 
@@ -26,27 +27,32 @@ public:
 
 void ReadOnlyInstanceProvider::modifyInstance(const OperationContext&, const CIMObjectPath&,
                                               const CIMInstance&, const Boolean,
-                                              const CIMPropertyList&, ResponseHandler&) {
+                                              const CIMPropertyList&, ResponseHandler&)
+{
     throw CIMNotSupportedException("");
 }
 
 void ReadOnlyInstanceProvider::createInstance(const OperationContext&, const CIMObjectPath&,
-                                              const CIMInstance&, ObjectPathResponseHandler&) {
+                                              const CIMInstance&, ObjectPathResponseHandler&)
+{
     throw CIMNotSupportedException("");
 }
 
 void ReadOnlyInstanceProvider::deleteInstance(const OperationContext&, const CIMObjectPath&,
-                                              ResponseHandler&) {
+                                              ResponseHandler&)
+{
     throw CIMNotSupportedException("");
 }
 
 void ReadOnlyInstanceProvider::enumerateInstanceNames(const OperationContext& context,
                                                       const CIMObjectPath& classReference,
-                                                      ObjectPathResponseHandler& handler) {
+                                                      ObjectPathResponseHandler& handler)
+{
     Collector c;
     enumerateInstances(context, classReference, false, false, CIMPropertyList(), c);
     handler.processing();
-    for (Uint32 i = 0; i < c.instances.size(); ++i) handler.deliver(c.instances[i].getPath());
+    for (Uint32 i = 0; i < c.instances.size(); ++i)
+        handler.deliver(c.instances[i].getPath());
     handler.complete();
 }
 
@@ -55,7 +61,8 @@ void ReadOnlyInstanceProvider::getInstance(const OperationContext& context,
                                            const Boolean includeQualifiers,
                                            const Boolean includeClassOrigin,
                                            const CIMPropertyList& propertyList,
-                                           InstanceResponseHandler& handler) {
+                                           InstanceResponseHandler& handler)
+{
     Collector c;
     CIMObjectPath cls(String(), CIMNamespaceName(), instanceReference.getClassName());
     enumerateInstances(context, cls, includeQualifiers, includeClassOrigin, propertyList, c);

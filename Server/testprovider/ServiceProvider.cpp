@@ -14,7 +14,8 @@ namespace ztest {
 namespace {
 
 // "value(type)" or "v1|v2(type[])" for the Summary output.
-String describe(const CIMValue& v) {
+String describe(const CIMValue& v)
+{
     String out;
     if (v.isNull()) {
         out.append("NULL");
@@ -23,15 +24,18 @@ String describe(const CIMValue& v) {
         if (v.getType() == CIMTYPE_REFERENCE) {
             out.appendPrintf("%u refs", v.getArraySize());
         } else {
-            for (Uint32 i = 0; i < all.size(); ++i) out.append(all[i] == ' ' ? Char16('|') : all[i]);
-            if (out.size() && out[out.size() - 1] == '|') out.remove(out.size() - 1);
+            for (Uint32 i = 0; i < all.size(); ++i)
+                out.append(all[i] == ' ' ? Char16('|') : all[i]);
+            if (out.size() && out[out.size() - 1] == '|')
+                out.remove(out.size() - 1);
         }
     } else {
         out.append(v.toString());
     }
     out.append("(");
     out.append(cimTypeToString(v.getType()));
-    if (v.isArray()) out.append("[]");
+    if (v.isArray())
+        out.append("[]");
     out.append(")");
     return out;
 }
@@ -43,7 +47,8 @@ public:
 
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
                             const Boolean, const CIMPropertyList&,
-                            InstanceResponseHandler& handler) override {
+                            InstanceResponseHandler& handler) override
+    {
         CIMInstance s(CIMName("ZTest_Service"));
         s.addProperty(CIMProperty(CIMName("Name"), CIMValue(String("svc"))));
         Array<CIMKeyBinding> keys;
@@ -56,7 +61,8 @@ public:
 
     void invokeMethod(const OperationContext& context, const CIMObjectPath& ref,
                       const CIMName& method, const Array<CIMParamValue>& in,
-                      MethodResultResponseHandler& handler) override {
+                      MethodResultResponseHandler& handler) override
+    {
         handler.processing();
         if (method.equal(CIMName("Configure"))) {
             String summary("Path=");
@@ -85,26 +91,35 @@ public:
             handler.deliver(CIMValue(Uint32(0)));
         } else if (method.equal(CIMName("Fail"))) {
             String reason;
-            if (in.size() && !in[0].getValue().isNull()) in[0].getValue().get(reason);
+            if (in.size() && !in[0].getValue().isNull())
+                in[0].getValue().get(reason);
             String msg("LU=");
             msg.append(reason);
             msg.append(": bad\n");
             throw CIMException(CIMStatusCode(4097), msg);
         } else if (method.equal(CIMName("Throw"))) {
             String kind;
-            if (in.size() && !in[0].getValue().isNull()) in[0].getValue().get(kind);
-            if (kind == "cim") throw CIMException(CIM_ERR_ACCESS_DENIED, "Insufficient privilege");
-            if (kind == "notfound") throw CIMObjectNotFoundException("Test CIM Object not found.");
-            if (kind == "pegasus") throw Exception("plain pegasus exception");
-            if (kind == "std") throw std::runtime_error("std boom");
-            if (kind == "typemismatch") throw TypeMismatchException();
-            if (kind == "int") throw 42;
+            if (in.size() && !in[0].getValue().isNull())
+                in[0].getValue().get(kind);
+            if (kind == "cim")
+                throw CIMException(CIM_ERR_ACCESS_DENIED, "Insufficient privilege");
+            if (kind == "notfound")
+                throw CIMObjectNotFoundException("Test CIM Object not found.");
+            if (kind == "pegasus")
+                throw Exception("plain pegasus exception");
+            if (kind == "std")
+                throw std::runtime_error("std boom");
+            if (kind == "typemismatch")
+                throw TypeMismatchException();
+            if (kind == "int")
+                throw 42;
             handler.deliver(CIMValue(Uint32(1)));
         } else if (method.equal(CIMName("WhoAmI"))) {
             IdentityContainer id = context.get(IdentityContainer::NAME);
             String address;
             if (context.contains(ClientAddressContainer::NAME))
-                address = ClientAddressContainer(context.get(ClientAddressContainer::NAME)).getAddress();
+                address =
+                    ClientAddressContainer(context.get(ClientAddressContainer::NAME)).getAddress();
             handler.deliverParamValue(CIMParamValue("User", CIMValue(id.getUserName())));
             handler.deliverParamValue(CIMParamValue("Address", CIMValue(address)));
             handler.deliver(CIMValue(Uint32(0)));
@@ -122,6 +137,9 @@ public:
 
 }  // namespace
 
-CIMProvider* createServiceProvider() { return new ServiceProvider; }
+CIMProvider* createServiceProvider()
+{
+    return new ServiceProvider;
+}
 
 }  // namespace ztest

@@ -14,18 +14,24 @@ namespace ztest {
 
 namespace {
 
-String keyName(const CIMObjectPath& path) {
+String keyName(const CIMObjectPath& path)
+{
     const Array<CIMKeyBinding>& keys = path.getKeyBindings();
     for (Uint32 i = 0; i < keys.size(); ++i)
-        if (keys[i].getName().equal(CIMName("Name"))) return keys[i].getValue();
+        if (keys[i].getName().equal(CIMName("Name")))
+            return keys[i].getValue();
     return String();
 }
 
-std::string mapKey(const String& name) { return (const char*)name.getCString(); }
+std::string mapKey(const String& name)
+{
+    return (const char*)name.getCString();
+}
 
 class WidgetProvider : public CIMInstanceProvider {
 public:
-    void initialize(CIMOMHandle& cimom) override {
+    void initialize(CIMOMHandle& cimom) override
+    {
         _cimom = cimom;
         add(makeWidget("ZTest_Widget", "w1", 3, true));
         CIMInstance s = makeWidget("ZTest_SpecialWidget", "s1", 2, false);
@@ -35,7 +41,9 @@ public:
     void terminate() override { delete this; }
 
     void getInstance(const OperationContext&, const CIMObjectPath& ref, const Boolean,
-                     const Boolean, const CIMPropertyList&, InstanceResponseHandler& handler) override {
+                     const Boolean, const CIMPropertyList&,
+                     InstanceResponseHandler& handler) override
+    {
         String name = keyName(ref);
         handler.processing();
         if (name == "__twice") {
@@ -56,7 +64,8 @@ public:
 
     void enumerateInstances(const OperationContext&, const CIMObjectPath& classRef, const Boolean,
                             const Boolean, const CIMPropertyList&,
-                            InstanceResponseHandler& handler) override {
+                            InstanceResponseHandler& handler) override
+    {
         handler.processing();
         std::lock_guard<std::mutex> l(_mutex);
         // Only the instances of exactly the class asked for: the server asks
@@ -68,7 +77,8 @@ public:
     }
 
     void enumerateInstanceNames(const OperationContext&, const CIMObjectPath& classRef,
-                                ObjectPathResponseHandler& handler) override {
+                                ObjectPathResponseHandler& handler) override
+    {
         handler.processing();
         std::lock_guard<std::mutex> l(_mutex);
         for (auto& kv : _widgets)
@@ -77,20 +87,25 @@ public:
         handler.complete();
     }
 
-    void modifyInstance(const OperationContext&, const CIMObjectPath& ref, const CIMInstance& changed,
-                        const Boolean, const CIMPropertyList& propertyList,
-                        ResponseHandler& handler) override {
+    void modifyInstance(const OperationContext&, const CIMObjectPath& ref,
+                        const CIMInstance& changed, const Boolean,
+                        const CIMPropertyList& propertyList, ResponseHandler& handler) override
+    {
         handler.processing();
         std::lock_guard<std::mutex> l(_mutex);
         auto it = _widgets.find(mapKey(keyName(ref)));
-        if (it == _widgets.end()) throw CIMObjectNotFoundException(ref.toString());
+        if (it == _widgets.end())
+            throw CIMObjectNotFoundException(ref.toString());
         CIMInstance& stored = it->second;
         for (Uint32 i = 0; i < changed.getPropertyCount(); ++i) {
             CIMConstProperty p = changed.getProperty(i);
-            if (!propertyList.useThisProperty(p.getName())) continue;
-            if (p.getName().equal(CIMName("Name"))) continue;  // keys do not change
+            if (!propertyList.useThisProperty(p.getName()))
+                continue;
+            if (p.getName().equal(CIMName("Name")))
+                continue;  // keys do not change
             Uint32 j = stored.findProperty(p.getName());
-            if (j == PEG_NOT_FOUND) throw CIMInvalidParameterException(p.getName().getString());
+            if (j == PEG_NOT_FOUND)
+                throw CIMInvalidParameterException(p.getName().getString());
             if (stored.getProperty(j).getType() != p.getType() ||
                 stored.getProperty(j).isArray() != p.isArray())
                 throw CIMInvalidParameterException("type of " + p.getName().getString());
@@ -100,12 +115,14 @@ public:
     }
 
     void createInstance(const OperationContext&, const CIMObjectPath& ref, const CIMInstance& inst,
-                        ObjectPathResponseHandler& handler) override {
+                        ObjectPathResponseHandler& handler) override
+    {
         Uint32 i = inst.findProperty(CIMName("Name"));
         String name;
         if (i != PEG_NOT_FOUND && !inst.getProperty(i).getValue().isNull())
             inst.getProperty(i).getValue().get(name);
-        if (name.size() == 0) throw CIMInvalidParameterException("Name must be given");
+        if (name.size() == 0)
+            throw CIMInvalidParameterException("Name must be given");
         CIMInstance w = makeWidget((const char*)ref.getClassName().getString().getCString(),
                                    (const char*)name.getCString(), 1, false);
         for (Uint32 k = 0; k < inst.getPropertyCount(); ++k) {
@@ -122,7 +139,8 @@ public:
         handler.processing();
         {
             std::lock_guard<std::mutex> l(_mutex);
-            if (_widgets.count(mapKey(name))) throw CIMObjectAlreadyExistsException(name);
+            if (_widgets.count(mapKey(name)))
+                throw CIMObjectAlreadyExistsException(name);
             _widgets[mapKey(name)] = w;
         }
         handler.deliver(w.getPath());
@@ -130,15 +148,18 @@ public:
     }
 
     void deleteInstance(const OperationContext&, const CIMObjectPath& ref,
-                        ResponseHandler& handler) override {
+                        ResponseHandler& handler) override
+    {
         handler.processing();
         std::lock_guard<std::mutex> l(_mutex);
-        if (_widgets.erase(mapKey(keyName(ref))) == 0) throw CIMObjectNotFoundException(ref.toString());
+        if (_widgets.erase(mapKey(keyName(ref))) == 0)
+            throw CIMObjectNotFoundException(ref.toString());
         handler.complete();
     }
 
 private:
-    static CIMInstance makeWidget(const char* cls, const char* name, Uint16 count, Boolean enabled) {
+    static CIMInstance makeWidget(const char* cls, const char* name, Uint16 count, Boolean enabled)
+    {
         CIMInstance w{CIMName(cls)};
         w.addProperty(CIMProperty(CIMName("Name"), CIMValue(String(name))));
         w.addProperty(CIMProperty(CIMName("Count"), CIMValue(count)));
@@ -155,7 +176,8 @@ private:
         return w;
     }
 
-    void add(const CIMInstance& w) {
+    void add(const CIMInstance& w)
+    {
         Uint32 i = w.findProperty(CIMName("Name"));
         String name;
         w.getProperty(i).getValue().get(name);
@@ -169,6 +191,9 @@ private:
 
 }  // namespace
 
-CIMProvider* createWidgetProvider() { return new WidgetProvider; }
+CIMProvider* createWidgetProvider()
+{
+    return new WidgetProvider;
+}
 
 }  // namespace ztest

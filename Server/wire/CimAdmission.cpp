@@ -34,7 +34,8 @@ std::string checkMethod(const HttpRequest& req)
             throw ProtocolError{400, "", "M-POST without the CIM mapping Man header"};
         mns = trim(man->substr(p + 3));
         size_t end = mns.find_first_of(" ;,");
-        if (end != std::string::npos) mns.erase(end);
+        if (end != std::string::npos)
+            mns.erase(end);
         if (mns.empty() || mns.find_first_not_of("0123456789") != std::string::npos)
             throw ProtocolError{400, "", "malformed ns in Man header"};
     } else if (req.method != "POST") {
@@ -143,9 +144,12 @@ Admission CimOperationHandler::check(const HttpRequest& head, const PeerInfo& pe
             return a;
         }
     }
-    double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-    log(3, "authentication failed for user \"" + logSafe(c.user) + "\" from " + logSafe(peer.address));
-    logAccess(c.user.empty() ? "-" : c.user, peer.address, "-", "-", "HTTP_401", "User Unauthorized", ms);
+    double ms =
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    log(3,
+        "authentication failed for user \"" + logSafe(c.user) + "\" from " + logSafe(peer.address));
+    logAccess(c.user.empty() ? "-" : c.user, peer.address, "-", "-", "HTTP_401",
+              "User Unauthorized", ms);
     recordFailedLogin(c.user, peer.address);
     Admission r = refusal(ProtocolError{401, "", "User Unauthorized"}, _config.realm);
     r.failedLogin = true;

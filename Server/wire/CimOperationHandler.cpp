@@ -133,7 +133,8 @@ void CimOperationHandler::handle(HttpExchange& ex)
         out.status = "HTTP_500";
     }
     double ms = std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-    logAccess(out.user, ex.peer().address, out.operation, out.className, out.status, out.reason, ms);
+    logAccess(out.user, ex.peer().address, out.operation, out.className, out.status, out.reason,
+              ms);
 }
 
 void CimOperationHandler::process(HttpExchange& ex, Outcome& out)
@@ -191,8 +192,9 @@ void CimOperationHandler::run(HttpExchange& ex, Outcome& out, const CimCall& cal
 
     CimResponse resp(ex, call.framing, call.mpostNs);
     ResponseSink sink(resp);
-    CimOperationEnv env{_host, ctx, user, call.nameSpace, str(_config.hostName), _config.xmlLimits,
-                        _enumerations, resp, sink};
+    CimOperationEnv env{
+        _host,         ctx,  user, call.nameSpace, str(_config.hostName), _config.xmlLimits,
+        _enumerations, resp, sink};
     std::string& b = resp.buffer();
     auto begin = [&] {
         CIMXml::appendMessageStart(b, call.messageId, false);
@@ -225,8 +227,8 @@ void CimOperationHandler::run(HttpExchange& ex, Outcome& out, const CimCall& cal
         CimError err = currentError();
         out.status = u8(CIMXml::errorDescription(err.code, String()));
         if (resp.started()) {
-            log(3, "operation " + logSafe(call.method) + " failed after part of its answer was sent: " +
-                       logSafe(u8(err.message)));
+            log(3, "operation " + logSafe(call.method) +
+                       " failed after part of its answer was sent: " + logSafe(u8(err.message)));
             resp.abort(err.code, u8(CIMXml::errorDescription(err.code, err.message)));
             return;
         }

@@ -70,9 +70,9 @@ private:
     void run(HttpExchange& ex, Outcome& out, const CimCall& call);
     void log(int level, const std::string& line);
     // One access-log line; every field is escaped.
-    void logAccess(const std::string& user, const std::string& address, const std::string& operation,
-                   const std::string& className, const std::string& status,
-                   const std::string& reason, double ms);
+    void logAccess(const std::string& user, const std::string& address,
+                   const std::string& operation, const std::string& className,
+                   const std::string& status, const std::string& reason, double ms);
     void recordFailedLogin(const std::string& user, const std::string& address);
     unsigned long long usersGeneration() const;
 

@@ -15,7 +15,8 @@ namespace {
 
 std::string lower(std::string s)
 {
-    for (auto& ch : s) ch = static_cast<char>(tolower(static_cast<unsigned char>(ch)));
+    for (auto& ch : s)
+        ch = static_cast<char>(tolower(static_cast<unsigned char>(ch)));
     return s;
 }
 
@@ -43,7 +44,8 @@ void CimParams::allowOnly(std::initializer_list<const char*> names) const
     for (const auto& kv : _byName) {
         bool ok = false;
         for (const char* n : names)
-            if (strcasecmp(n, kv.first.c_str()) == 0) ok = true;
+            if (strcasecmp(n, kv.first.c_str()) == 0)
+                ok = true;
         if (!ok)
             throw CIMException(CIM_ERR_INVALID_PARAMETER,
                                String("unknown parameter ") + kv.first.c_str());

@@ -39,7 +39,8 @@ void checkCimHeaders(const HttpRequest& req, const std::string& mns)
         throw ProtocolError{400, "unsupported-operation",
                             "CIMOperation value \"" + *op + "\" is not supported"};
     if (cimHeader(req, mns, "CIMBatch"))
-        throw ProtocolError{501, "multiple-requests-unsupported", "batch requests are not supported"};
+        throw ProtocolError{501, "multiple-requests-unsupported",
+                            "batch requests are not supported"};
     if (const std::string* pv = cimHeader(req, mns, "CIMProtocolVersion")) {
         if (trim(*pv).compare(0, 2, "1.") != 0)
             throw ProtocolError{501, "unsupported-protocol-version",
@@ -61,11 +62,13 @@ void checkContentType(const HttpRequest& req)
     media = trim(media);
     bool ok = equalsNoCase(media, "application/xml") || equalsNoCase(media, "text/xml");
     size_t cs = params.find("charset=");
-    if (cs == std::string::npos) cs = params.find("CHARSET=");
+    if (cs == std::string::npos)
+        cs = params.find("CHARSET=");
     if (ok && cs != std::string::npos) {
         std::string charset = trim(params.substr(cs + 8));
         size_t e = charset.find(';');
-        if (e != std::string::npos) charset = trim(charset.substr(0, e));
+        if (e != std::string::npos)
+            charset = trim(charset.substr(0, e));
         if (charset.size() >= 2 && charset.front() == '"' && charset.back() == '"')
             charset = charset.substr(1, charset.size() - 2);
         ok = equalsNoCase(charset, "utf-8");
@@ -127,8 +130,8 @@ bool pathsMatch(const CIMObjectPath& header, const CIMObjectPath& request)
 // The class an intrinsic call is about, best effort, for the access log.
 std::string intrinsicClassForLog(const CIMXml::XmlElement& call)
 {
-    for (const char* n : {"ClassName", "InstanceName", "ObjectName", "NewInstance",
-                          "ModifiedInstance"}) {
+    for (const char* n :
+         {"ClassName", "InstanceName", "ObjectName", "NewInstance", "ModifiedInstance"}) {
         for (const auto& p : call.children) {
             const std::string* name = p.attribute("NAME");
             if (p.name != "IPARAMVALUE" || !name || !equalsNoCase(*name, n) || p.children.empty())
@@ -156,9 +159,9 @@ void decodeTarget(const std::string& hobject, CimCall& call)
         call.nameSpace = CIMXml::decodeLocalNamespacePath(nsPath);
         std::string ns = u8(call.nameSpace.getString());
         if (!equalsNoCase(hobject, ns) && !equalsNoCase(hobject, "/" + ns))
-            throw ProtocolError{400, "header-mismatch", "CIMObject value \"" + hobject +
-                                                            "\" does not match CIM request object \"" +
-                                                            ns + "\"."};
+            throw ProtocolError{400, "header-mismatch",
+                                "CIMObject value \"" + hobject +
+                                    "\" does not match CIM request object \"" + ns + "\"."};
         call.classForLog = intrinsicClassForLog(e);
         return;
     }
@@ -178,9 +181,10 @@ void decodeTarget(const std::string& hobject, CimCall& call)
         match = false;
     }
     if (!match)
-        throw ProtocolError{400, "header-mismatch", "CIMObject value \"" + hobject +
-                                                        "\" does not match CIM request object \"" +
-                                                        u8(call.target.toString()) + "\"."};
+        throw ProtocolError{400, "header-mismatch",
+                            "CIMObject value \"" + hobject +
+                                "\" does not match CIM request object \"" +
+                                u8(call.target.toString()) + "\"."};
 }
 
 }  // namespace
@@ -224,15 +228,16 @@ void decodeCimRequest(const HttpRequest& req, const CIMXml::XmlLimits& limits, C
         throw ProtocolError{400, "header-mismatch", "Missing CIMMethod HTTP header."};
     std::string hmethod;
     if (!uriDecode(trim(*hm), hmethod) || !equalsNoCase(hmethod, call.method))
-        throw ProtocolError{400, "header-mismatch", "CIMMethod value \"" + hmethod +
-                                                        "\" does not match CIM request method \"" +
-                                                        call.method + "\"."};
+        throw ProtocolError{400, "header-mismatch",
+                            "CIMMethod value \"" + hmethod +
+                                "\" does not match CIM request method \"" + call.method + "\"."};
     const std::string* ho = cimHeader(req, mns, "CIMObject");
     if (!ho)
         throw ProtocolError{400, "header-mismatch", "Missing CIMObject HTTP header."};
     std::string hobject;
     if (!uriDecode(trim(*ho), hobject))
-        throw ProtocolError{400, "header-mismatch", "CIMObject header is not URI-encoded properly."};
+        throw ProtocolError{400, "header-mismatch",
+                            "CIMObject header is not URI-encoded properly."};
 
     const std::string* te = req.header("TE");
     if (req.versionMinor < 1)

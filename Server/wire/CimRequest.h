@@ -24,10 +24,10 @@ enum class Framing {
 };
 
 struct CimCall {
-    std::string mpostNs;         // extension-header prefix of M-POST, "" for POST
+    std::string mpostNs;  // extension-header prefix of M-POST, "" for POST
     Framing framing = Framing::Close;
     std::string messageId;
-    std::string method;          // as the client spelled it
+    std::string method;  // as the client spelled it
     bool intrinsic = false;
     const Pegasus::CIMXml::XmlElement* element = nullptr;  // IMETHODCALL or METHODCALL
     Pegasus::CIMNamespaceName nameSpace;

@@ -74,8 +74,8 @@ bool CimResponse::finish()
     return ok;
 }
 
-bool CimResponse::sendError(const std::string& messageId, const std::string& method,
-                            bool intrinsic, Pegasus::Uint32 code, const Pegasus::String& message)
+bool CimResponse::sendError(const std::string& messageId, const std::string& method, bool intrinsic,
+                            Pegasus::Uint32 code, const Pegasus::String& message)
 {
     namespace CIMXml = Pegasus::CIMXml;
     const char* element = intrinsic ? "IMETHODRESPONSE" : "METHODRESPONSE";

@@ -55,9 +55,8 @@ private:
     Enumeration& _e;
 };
 
-Enumeration::Enumeration(const std::string& id, const std::string& user,
-                         const CIMNamespaceName& ns, EnumerationKind kind, Uint32 timeoutSeconds,
-                         size_t queueBytes)
+Enumeration::Enumeration(const std::string& id, const std::string& user, const CIMNamespaceName& ns,
+                         EnumerationKind kind, Uint32 timeoutSeconds, size_t queueBytes)
     : _id(id), _user(user), _ns(ns), _kind(kind), _timeout(timeoutSeconds), _queueLimit(queueBytes)
 {
 }
@@ -66,9 +65,8 @@ void Enumeration::produced(std::string&& element)
 {
     std::unique_lock<std::mutex> lock(_mu);
     // One object always fits, however large.
-    _changed.wait(lock, [&] {
-        return _closed || _queue.empty() || _queued + element.size() <= _queueLimit;
-    });
+    _changed.wait(
+        lock, [&] { return _closed || _queue.empty() || _queued + element.size() <= _queueLimit; });
     if (_closed)
         throw CIMException(CIM_ERR_FAILED, "The enumeration was closed.");
     _queued += element.size();

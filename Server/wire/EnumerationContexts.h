@@ -30,12 +30,12 @@
 namespace zarwire {
 
 struct EnumerationLimits {
-    size_t maxOpen = 64;               // open at once in the server
+    size_t maxOpen = 64;  // open at once in the server
     size_t maxOpenPerUser = 16;
     Pegasus::Uint32 defaultTimeout = 30;  // seconds, when the client names none
     Pegasus::Uint32 maxTimeout = 300;
     Pegasus::Uint32 maxObjectCount = 10000;  // per open or pull request
-    size_t queueBytes = 256 * 1024;    // produced, not yet pulled, per enumeration
+    size_t queueBytes = 256 * 1024;          // produced, not yet pulled, per enumeration
 };
 
 // What the enumeration's objects are; a pull must ask for the same.
@@ -45,9 +45,8 @@ class Enumeration {
 public:
     using Clock = std::chrono::steady_clock;
 
-    Enumeration(const std::string& id, const std::string& user,
-                const Pegasus::CIMNamespaceName& ns, EnumerationKind kind,
-                Pegasus::Uint32 timeoutSeconds, size_t queueBytes);
+    Enumeration(const std::string& id, const std::string& user, const Pegasus::CIMNamespaceName& ns,
+                EnumerationKind kind, Pegasus::Uint32 timeoutSeconds, size_t queueBytes);
 
     const std::string& id() const { return _id; }
     EnumerationKind kind() const { return _kind; }
@@ -142,7 +141,7 @@ private:
     const EnumerationLimits _limits;
     mutable std::mutex _mu;
     std::condition_variable _wake;
-    std::map<std::string, std::shared_ptr<Enumeration> > _open;
+    std::map<std::string, std::shared_ptr<Enumeration>> _open;
     std::map<std::string, size_t> _perUser;
     std::shared_ptr<Providers> _providers = std::make_shared<Providers>();
     bool _stopping = false;

@@ -16,12 +16,12 @@ namespace zarwire {
 
 // Who is at the other end of a connection.
 struct PeerInfo {
-    std::string address;   // client IP address; "local" on the Unix socket
+    std::string address;  // client IP address; "local" on the Unix socket
     bool tls = false;
-    bool local = false;    // Unix socket, peer uid checked equal to ours
+    bool local = false;  // Unix socket, peer uid checked equal to ours
 };
 
-using HeaderList = std::vector<std::pair<std::string, std::string> >;
+using HeaderList = std::vector<std::pair<std::string, std::string>>;
 
 // The reason phrase of an HTTP status.
 const char* reasonPhrase(int status);
@@ -53,8 +53,8 @@ public:
     // rvalue form hands the body over without copying or waiting.
     bool send(int status, const std::string& reason, const HeaderList& headers,
               const std::string& body, bool addLength = true);
-    bool send(int status, const std::string& reason, const HeaderList& headers,
-              std::string&& body, bool addLength = true);
+    bool send(int status, const std::string& reason, const HeaderList& headers, std::string&& body,
+              bool addLength = true);
 
     // Chunked response: the head (Transfer-Encoding: chunked is added), then
     // chunks, then the last chunk with optional trailer fields. A response

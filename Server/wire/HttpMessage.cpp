@@ -8,16 +8,21 @@ namespace {
 
 bool isTokenChar(unsigned char c)
 {
-    if (c >= '0' && c <= '9') return true;
-    if ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') return true;
+    if (c >= '0' && c <= '9')
+        return true;
+    if ((c | 0x20) >= 'a' && (c | 0x20) <= 'z')
+        return true;
     return std::strchr("!#$%&'*+-.^_`|~", c) != nullptr && c != 0;
 }
 
 int hexValue(char c)
 {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
     return -1;
 }
 
@@ -29,8 +34,10 @@ bool equalsNoCase(const std::string& a, const std::string& b)
         return false;
     for (size_t i = 0; i < a.size(); i++) {
         unsigned char x = a[i], y = b[i];
-        if (x >= 'A' && x <= 'Z') x += 32;
-        if (y >= 'A' && y <= 'Z') y += 32;
+        if (x >= 'A' && x <= 'Z')
+            x += 32;
+        if (y >= 'A' && y <= 'Z')
+            y += 32;
         if (x != y)
             return false;
     }
@@ -62,11 +69,14 @@ bool HttpRequest::keepAlive() const
         size_t start = 0;
         while (start <= c->size()) {
             size_t comma = c->find(',', start);
-            std::string tok = trim(c->substr(start, comma == std::string::npos
-                                                        ? std::string::npos : comma - start));
-            if (equalsNoCase(tok, "close")) close = true;
-            if (equalsNoCase(tok, "keep-alive")) keep = true;
-            if (comma == std::string::npos) break;
+            std::string tok = trim(
+                c->substr(start, comma == std::string::npos ? std::string::npos : comma - start));
+            if (equalsNoCase(tok, "close"))
+                close = true;
+            if (equalsNoCase(tok, "keep-alive"))
+                keep = true;
+            if (comma == std::string::npos)
+                break;
             start = comma + 1;
         }
     }
@@ -110,7 +120,8 @@ HeadParseResult parseRequestHead(const std::string& head, const HttpLimits& limi
         size_t end = nl == std::string::npos ? head.size() : nl;
         size_t stop = (end > start && head[end - 1] == '\r') ? end - 1 : end;
         lines.push_back(head.substr(start, stop - start));
-        if (nl == std::string::npos) break;
+        if (nl == std::string::npos)
+            break;
         start = nl + 1;
     }
     while (!lines.empty() && lines.back().empty())
@@ -179,7 +190,8 @@ BodyFraming bodyFraming(const HttpRequest& req, const HttpLimits& limits)
     std::string len;
     for (const auto& h : req.headers) {
         if (equalsNoCase(h.first, "Transfer-Encoding")) {
-            if (haveTe) te += ",";
+            if (haveTe)
+                te += ",";
             te += h.second;
             haveTe = true;
         } else if (equalsNoCase(h.first, "Content-Length")) {
@@ -211,7 +223,8 @@ BodyFraming bodyFraming(const HttpRequest& req, const HttpLimits& limits)
     }
     if (!haveLen)
         return f;
-    if (len.empty() || len.size() > 18 || len.find_first_not_of("0123456789") != std::string::npos) {
+    if (len.empty() || len.size() > 18 ||
+        len.find_first_not_of("0123456789") != std::string::npos) {
         f.kind = BodyFraming::Invalid;
         f.status = 400;
         f.reason = "malformed Content-Length";
@@ -245,7 +258,8 @@ int decodeChunked(const std::string& data, size_t& pos, size_t maxBody, std::str
         if (nl == std::string::npos)
             return 0;
         std::string line = data.substr(p, nl - p);
-        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
         size_t semi = line.find(';');
         std::string hex = trim(semi == std::string::npos ? line : line.substr(0, semi));
         if (hex.empty() || hex.size() > 15) {
@@ -279,7 +293,8 @@ int decodeChunked(const std::string& data, size_t& pos, size_t maxBody, std::str
                     return 0;
                 bool empty = e == p || (e == p + 1 && data[p] == '\r');
                 p = e + 1;
-                if (empty) break;
+                if (empty)
+                    break;
             }
             body += out;
             pos = p;
@@ -290,8 +305,12 @@ int decodeChunked(const std::string& data, size_t& pos, size_t maxBody, std::str
         out.append(data, p, n);
         p += n;
         if (data[p] == '\r') {
-            if (data.size() < p + 2) return 0;
-            if (data[p + 1] != '\n') { reason = "malformed chunk end"; return -1; }
+            if (data.size() < p + 2)
+                return 0;
+            if (data[p + 1] != '\n') {
+                reason = "malformed chunk end";
+                return -1;
+            }
             p += 2;
         } else if (data[p] == '\n') {
             p += 1;
@@ -307,9 +326,11 @@ bool uriDecode(const std::string& in, std::string& out)
     out.clear();
     for (size_t i = 0; i < in.size(); i++) {
         if (in[i] == '%') {
-            if (i + 2 >= in.size()) return false;
+            if (i + 2 >= in.size())
+                return false;
             int h = hexValue(in[i + 1]), l = hexValue(in[i + 2]);
-            if (h < 0 || l < 0) return false;
+            if (h < 0 || l < 0)
+                return false;
             out += static_cast<char>(h * 16 + l);
             i += 2;
         } else {
@@ -344,14 +365,23 @@ bool base64Decode(const std::string& in, std::string& out)
     size_t pad = 0;
     for (char c : in) {
         int v;
-        if (c >= 'A' && c <= 'Z') v = c - 'A';
-        else if (c >= 'a' && c <= 'z') v = c - 'a' + 26;
-        else if (c >= '0' && c <= '9') v = c - '0' + 52;
-        else if (c == '+') v = 62;
-        else if (c == '/') v = 63;
-        else if (c == '=') { pad++; continue; }
-        else return false;
-        if (pad) return false;
+        if (c >= 'A' && c <= 'Z')
+            v = c - 'A';
+        else if (c >= 'a' && c <= 'z')
+            v = c - 'a' + 26;
+        else if (c >= '0' && c <= '9')
+            v = c - '0' + 52;
+        else if (c == '+')
+            v = 62;
+        else if (c == '/')
+            v = 63;
+        else if (c == '=') {
+            pad++;
+            continue;
+        } else
+            return false;
+        if (pad)
+            return false;
         buf = (buf << 6) | static_cast<unsigned>(v);
         bits += 6;
         if (bits >= 8) {
@@ -369,16 +399,26 @@ std::string base64Encode(const std::string& in)
     size_t i = 0;
     while (i + 2 < in.size()) {
         unsigned v = (static_cast<unsigned char>(in[i]) << 16) |
-                     (static_cast<unsigned char>(in[i + 1]) << 8) | static_cast<unsigned char>(in[i + 2]);
-        out += tbl[v >> 18]; out += tbl[(v >> 12) & 63]; out += tbl[(v >> 6) & 63]; out += tbl[v & 63];
+                     (static_cast<unsigned char>(in[i + 1]) << 8) |
+                     static_cast<unsigned char>(in[i + 2]);
+        out += tbl[v >> 18];
+        out += tbl[(v >> 12) & 63];
+        out += tbl[(v >> 6) & 63];
+        out += tbl[v & 63];
         i += 3;
     }
     if (i + 1 == in.size()) {
         unsigned v = static_cast<unsigned char>(in[i]) << 16;
-        out += tbl[v >> 18]; out += tbl[(v >> 12) & 63]; out += "==";
+        out += tbl[v >> 18];
+        out += tbl[(v >> 12) & 63];
+        out += "==";
     } else if (i + 2 == in.size()) {
-        unsigned v = (static_cast<unsigned char>(in[i]) << 16) | (static_cast<unsigned char>(in[i + 1]) << 8);
-        out += tbl[v >> 18]; out += tbl[(v >> 12) & 63]; out += tbl[(v >> 6) & 63]; out += '=';
+        unsigned v = (static_cast<unsigned char>(in[i]) << 16) |
+                     (static_cast<unsigned char>(in[i + 1]) << 8);
+        out += tbl[v >> 18];
+        out += tbl[(v >> 12) & 63];
+        out += tbl[(v >> 6) & 63];
+        out += '=';
     }
     return out;
 }

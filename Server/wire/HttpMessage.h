@@ -12,7 +12,7 @@ namespace zarwire {
 
 // Hard limits on what one request may hold.
 struct HttpLimits {
-    size_t maxHeadBytes = 16 * 1024;         // request line and headers
+    size_t maxHeadBytes = 16 * 1024;  // request line and headers
     size_t maxHeaders = 64;
     size_t maxBodyBytes = 16 * 1024 * 1024;  // decoded body
     int idleTimeoutMs = 30000;               // waiting for the next request
@@ -22,10 +22,10 @@ struct HttpLimits {
 };
 
 struct HttpRequest {
-    std::string method;   // as sent ("POST", "M-POST", ...)
-    std::string target;   // request URI
-    int versionMinor = 1; // HTTP/1.<versionMinor>
-    std::vector<std::pair<std::string, std::string> > headers;
+    std::string method;    // as sent ("POST", "M-POST", ...)
+    std::string target;    // request URI
+    int versionMinor = 1;  // HTTP/1.<versionMinor>
+    std::vector<std::pair<std::string, std::string>> headers;
     std::string body;
 
     // The first header with that name (case-insensitive), or 0.

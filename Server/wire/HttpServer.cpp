@@ -77,13 +77,13 @@ struct Conn {
     Clock::time_point since = Clock::now();  // start of the current phase
     Clock::time_point wakeAt;                // Delayed: when to answer
     std::string in;
-    size_t bodyStart = 0;         // raw body bytes counted from here in `in`
-    size_t lastDecodeSize = 0;    // chunked body: size of `in` at the last attempt
+    size_t bodyStart = 0;       // raw body bytes counted from here in `in`
+    size_t lastDecodeSize = 0;  // chunked body: size of `in` at the last attempt
     std::shared_ptr<HttpRequest> req;
     BodyFraming framing;
     std::string user;
     std::string memoCredential, memoUser;
-    Admission refusal;            // Delayed: the answer to send
+    Admission refusal;  // Delayed: the answer to send
     std::shared_ptr<OutputQueue> out;
     bool slot = false;            // holds one of its address's in-flight places
     bool readWantsWrite = false;  // TLS read waits for writability
@@ -97,7 +97,10 @@ class HttpServer::Loop {
 public:
     Loop(const ServerConfig& config, RequestHandler& handler, TlsContext* tls, int httpFd,
          int httpsFd, int unixFd)
-        : _config(config), _handler(handler), _tls(tls), _throttle(config.throttle),
+        : _config(config),
+          _handler(handler),
+          _tls(tls),
+          _throttle(config.throttle),
           _pool(config.workers, config.maxQueued)
     {
         _listen[0] = httpFd;
@@ -108,8 +111,7 @@ public:
                                   : std::max<size_t>(1, config.workers / 2);
         _maxConnections = config.maxConnections;
         rlimit rl;
-        if (getrlimit(RLIMIT_NOFILE, &rl) == 0 && rl.rlim_cur != RLIM_INFINITY &&
-            rl.rlim_cur > 64)
+        if (getrlimit(RLIMIT_NOFILE, &rl) == 0 && rl.rlim_cur != RLIM_INFINITY && rl.rlim_cur > 64)
             _maxConnections = std::min<size_t>(_maxConnections, rl.rlim_cur - 48);
         _epoll = epoll_create1(EPOLL_CLOEXEC);
         _wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
@@ -125,8 +127,10 @@ public:
     ~Loop()
     {
         stop();
-        if (_epoll >= 0) ::close(_epoll);
-        if (_wake >= 0) ::close(_wake);
+        if (_epoll >= 0)
+            ::close(_epoll);
+        if (_wake >= 0)
+            ::close(_wake);
     }
 
     void stop()
@@ -149,7 +153,7 @@ private:
     struct AddressState {
         size_t connections = 0;
         size_t inFlight = 0;
-        std::deque<std::weak_ptr<Conn> > parked;
+        std::deque<std::weak_ptr<Conn>> parked;
     };
 
     // ---- plumbing ---------------------------------------------------------
@@ -185,7 +189,7 @@ private:
         uint64_t n;
         while (::read(_wake, &n, sizeof n) > 0) {
         }
-        std::vector<std::function<void()> > fns;
+        std::vector<std::function<void()>> fns;
         {
             std::lock_guard<std::mutex> lock(_postMu);
             fns.swap(_posted);
@@ -202,9 +206,11 @@ private:
             if (_stopRequested && !_stopping)
                 beginStop();
             if (_stopping && (_conns.empty() || Clock::now() >= _drainDeadline)) {
-                std::vector<std::shared_ptr<Conn> > all;
-                for (auto& kv : _conns) all.push_back(kv.second);
-                for (auto& c : all) close(c, "server stopped");
+                std::vector<std::shared_ptr<Conn>> all;
+                for (auto& kv : _conns)
+                    all.push_back(kv.second);
+                for (auto& c : all)
+                    close(c, "server stopped");
                 return;
             }
             int n = epoll_wait(_epoll, evs, 128, 100);
@@ -234,12 +240,14 @@ private:
     {
         if (c->closed)
             return;
-        bool reading = c->phase == Phase::Idle || c->phase == Phase::Head || c->phase == Phase::Body;
+        bool reading =
+            c->phase == Phase::Idle || c->phase == Phase::Head || c->phase == Phase::Body;
         uint32_t ev = 0;
         if (c->phase == Phase::Handshake)
             ev = c->handshakeWantsWrite ? EPOLLOUT : EPOLLIN;
         else {
-            if (reading || c->writeWantsRead) ev |= EPOLLIN;
+            if (reading || c->writeWantsRead)
+                ev |= EPOLLIN;
             if ((c->out && c->out->pending() && !c->writeWantsRead) || c->readWantsWrite)
                 ev |= EPOLLOUT;
         }
@@ -287,7 +295,8 @@ private:
                     setsockopt(fd, SOL_SOCKET, SO_SNDBUF, &sndbuf, sizeof sndbuf);
             }
             AddressState& a = _addresses[peer.address];
-            if (_conns.size() >= _maxConnections || a.connections >= _config.maxConnectionsPerAddress) {
+            if (_conns.size() >= _maxConnections ||
+                a.connections >= _config.maxConnectionsPerAddress) {
                 bool perAddress = _conns.size() < _maxConnections;
                 if (!peer.tls) {
                     static const char busy[] =
@@ -300,8 +309,9 @@ private:
                 ::close(fd);
                 if (a.connections == 0 && a.inFlight == 0)
                     _addresses.erase(peer.address);
-                _handler.rejected(peer, 503, perAddress ? "too many connections from this address"
-                                                        : "too many connections");
+                _handler.rejected(
+                    peer, 503,
+                    perAddress ? "too many connections from this address" : "too many connections");
                 continue;
             }
             auto c = std::make_shared<Conn>();
@@ -398,7 +408,8 @@ private:
             flush(c);
         if (c->closed)
             return;
-        if ((events & (EPOLLIN | EPOLLHUP | EPOLLERR)) || ((events & EPOLLOUT) && c->readWantsWrite))
+        if ((events & (EPOLLIN | EPOLLHUP | EPOLLERR)) ||
+            ((events & EPOLLOUT) && c->readWantsWrite))
             readInput(c);
         if (!c->closed)
             setInterest(c);
@@ -479,7 +490,8 @@ private:
                 if (auto c = weak.lock())
                     if (!c->closed) {
                         flush(c);
-                        if (!c->closed) setInterest(c);
+                        if (!c->closed)
+                            setInterest(c);
                     }
             });
         });
@@ -491,13 +503,15 @@ private:
         size_t headEnd, bodyStart;
         if (!findHeadEnd(c->in, headEnd, bodyStart)) {
             if (c->in.size() > lim.maxHeadBytes) {
-                refuse(c, 431, "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
+                refuse(c, 431,
+                       "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
                 return false;
             }
             return true;
         }
         if (headEnd > lim.maxHeadBytes) {
-            refuse(c, 431, "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
+            refuse(c, 431,
+                   "request head larger than " + std::to_string(lim.maxHeadBytes) + " bytes");
             return false;
         }
         auto req = std::make_shared<HttpRequest>();
@@ -629,9 +643,10 @@ private:
             // Decoding starts over on each attempt: try when the input may
             // end with the last chunk, or has doubled since the last try.
             const std::string& in = c->in;
-            bool endLike = in.size() >= 2 && in[in.size() - 1] == '\n' &&
-                           (in[in.size() - 2] == '\n' ||
-                            (in.size() >= 3 && in[in.size() - 2] == '\r' && in[in.size() - 3] == '\n'));
+            bool endLike =
+                in.size() >= 2 && in[in.size() - 1] == '\n' &&
+                (in[in.size() - 2] == '\n' ||
+                 (in.size() >= 3 && in[in.size() - 2] == '\r' && in[in.size() - 3] == '\n'));
             if (!endLike && in.size() < 2 * c->lastDecodeSize + 4096)
                 return true;
             c->lastDecodeSize = in.size();
@@ -736,60 +751,65 @@ private:
     void sweep(Clock::time_point now)
     {
         const HttpLimits& lim = _config.limits;
-        std::vector<std::shared_ptr<Conn> > all;
+        std::vector<std::shared_ptr<Conn>> all;
         all.reserve(_conns.size());
-        for (auto& kv : _conns) all.push_back(kv.second);
-        double rate = static_cast<double>(_config.minBytesPerSecond ? _config.minBytesPerSecond : 1);
+        for (auto& kv : _conns)
+            all.push_back(kv.second);
+        double rate =
+            static_cast<double>(_config.minBytesPerSecond ? _config.minBytesPerSecond : 1);
         for (auto& c : all) {
             if (c->closed)
                 continue;
-            long ms = static_cast<long>(
-                std::chrono::duration_cast<milliseconds>(now - c->since).count());
+            long ms =
+                static_cast<long>(std::chrono::duration_cast<milliseconds>(now - c->since).count());
             switch (c->phase) {
-            case Phase::Handshake:
-                if (ms > lim.requestTimeoutMs) {
-                    _handler.rejected(c->peer, 408, "TLS handshake not completed in time");
-                    close(c, "handshake timeout");
-                }
-                break;
-            case Phase::Idle:
-                if (ms > lim.idleTimeoutMs || _stopping)
-                    close(c, "idle");
-                break;
-            case Phase::Head:
-                if (ms > lim.requestTimeoutMs)
-                    refuse(c, 408, "request not received in time");
-                break;
-            case Phase::Body: {
-                double allowed = lim.requestTimeoutMs + 1000.0 * static_cast<double>(c->in.size()) / rate;
-                if (ms > allowed)
-                    refuse(c, 408, "request body not received in time");
-                break;
-            }
-            case Phase::Delayed:
-                if (now >= c->wakeAt || _stopping)
-                    reject(c, c->refusal);
-                break;
-            case Phase::Running:
-            case Phase::Closing:
-                if (c->out && c->out->pending()) {
-                    long stall = static_cast<long>(std::chrono::duration_cast<milliseconds>(
-                                                       now - c->out->lastProgress()).count());
-                    long total = static_cast<long>(std::chrono::duration_cast<milliseconds>(
-                                                       now - c->out->started()).count());
-                    double allowed = lim.writeTimeoutMs +
-                                     1000.0 * static_cast<double>(c->out->sent()) / rate;
-                    if (stall > lim.writeTimeoutMs || total > allowed) {
-                        _handler.rejected(c->peer, 408, "client does not read the answer");
-                        close(c, "write timeout");
+                case Phase::Handshake:
+                    if (ms > lim.requestTimeoutMs) {
+                        _handler.rejected(c->peer, 408, "TLS handshake not completed in time");
+                        close(c, "handshake timeout");
                     }
+                    break;
+                case Phase::Idle:
+                    if (ms > lim.idleTimeoutMs || _stopping)
+                        close(c, "idle");
+                    break;
+                case Phase::Head:
+                    if (ms > lim.requestTimeoutMs)
+                        refuse(c, 408, "request not received in time");
+                    break;
+                case Phase::Body: {
+                    double allowed =
+                        lim.requestTimeoutMs + 1000.0 * static_cast<double>(c->in.size()) / rate;
+                    if (ms > allowed)
+                        refuse(c, 408, "request body not received in time");
+                    break;
                 }
-                break;
-            case Phase::Parked:
-            case Phase::Checking:
-                if (_stopping)
-                    close(c, "stopping");
-                break;
+                case Phase::Delayed:
+                    if (now >= c->wakeAt || _stopping)
+                        reject(c, c->refusal);
+                    break;
+                case Phase::Running:
+                case Phase::Closing:
+                    if (c->out && c->out->pending()) {
+                        long stall = static_cast<long>(
+                            std::chrono::duration_cast<milliseconds>(now - c->out->lastProgress())
+                                .count());
+                        long total = static_cast<long>(
+                            std::chrono::duration_cast<milliseconds>(now - c->out->started())
+                                .count());
+                        double allowed = lim.writeTimeoutMs +
+                                         1000.0 * static_cast<double>(c->out->sent()) / rate;
+                        if (stall > lim.writeTimeoutMs || total > allowed) {
+                            _handler.rejected(c->peer, 408, "client does not read the answer");
+                            close(c, "write timeout");
+                        }
+                    }
+                    break;
+                case Phase::Parked:
+                case Phase::Checking:
+                    if (_stopping)
+                        close(c, "stopping");
+                    break;
             }
         }
     }
@@ -809,10 +829,12 @@ private:
         if (!_config.socketPath.empty())
             ::unlink(_config.socketPath.c_str());
         // Connections with nothing in flight go now.
-        std::vector<std::shared_ptr<Conn> > all;
-        for (auto& kv : _conns) all.push_back(kv.second);
+        std::vector<std::shared_ptr<Conn>> all;
+        for (auto& kv : _conns)
+            all.push_back(kv.second);
         for (auto& c : all)
-            if (c->phase != Phase::Running && c->phase != Phase::Closing && c->phase != Phase::Delayed)
+            if (c->phase != Phase::Running && c->phase != Phase::Closing &&
+                c->phase != Phase::Delayed)
                 close(c, "stopping");
         sweep(Clock::now());
     }
@@ -827,13 +849,13 @@ private:
     size_t _perAddressRequests;
     size_t _maxConnections;
     uint64_t _nextId = kFirstConnId;
-    std::unordered_map<uint64_t, std::shared_ptr<Conn> > _conns;
+    std::unordered_map<uint64_t, std::shared_ptr<Conn>> _conns;
     std::unordered_map<std::string, AddressState> _addresses;
     std::atomic<bool> _stopRequested{false};
     std::atomic<bool> _stopping{false};
     Clock::time_point _drainDeadline;
     std::mutex _postMu;
-    std::vector<std::function<void()> > _posted;
+    std::vector<std::function<void()>> _posted;
     std::thread _thread;
 };
 
@@ -885,7 +907,8 @@ void HttpServer::start()
         _loop.reset(new Loop(_config, _handler, _tlsContext.get(), httpFd, httpsFd, unixFd));
     } catch (...) {
         for (int fd : {httpFd, httpsFd, unixFd})
-            if (fd >= 0) ::close(fd);
+            if (fd >= 0)
+                ::close(fd);
         throw;
     }
 }

@@ -60,19 +60,19 @@ public:
 
 struct ServerConfig {
     std::string listenAddress = "127.0.0.1";
-    int httpPort = 5988;          // -1: no HTTP listener; 0: any free port
-    int httpsPort = -1;           // -1: no HTTPS listener
-    std::string tlsCert, tlsKey;  // PEM files for HTTPS
-    std::string socketPath;       // empty: no local socket
-    size_t workers = 16;          // requests handled at once
-    size_t maxQueued = 256;       // admitted requests waiting for a worker
-    size_t maxConnections = 4096;           // open at once (also bounded by the fd limit)
-    size_t maxConnectionsPerAddress = 256;  // from one client address
-    size_t maxRequestsPerAddress = 0;       // in flight from one address; 0: workers / 2
-    size_t outputBufferBytes = 256 * 1024;  // answer bytes waiting per connection
-    int socketSendBufferBytes = 256 * 1024; // kernel send buffer per TCP connection (0: system's)
-    size_t minBytesPerSecond = 1024;        // slowest body upload or answer download
-    int drainTimeoutMs = 10000;             // stop(): time left to requests in flight
+    int httpPort = 5988;                     // -1: no HTTP listener; 0: any free port
+    int httpsPort = -1;                      // -1: no HTTPS listener
+    std::string tlsCert, tlsKey;             // PEM files for HTTPS
+    std::string socketPath;                  // empty: no local socket
+    size_t workers = 16;                     // requests handled at once
+    size_t maxQueued = 256;                  // admitted requests waiting for a worker
+    size_t maxConnections = 4096;            // open at once (also bounded by the fd limit)
+    size_t maxConnectionsPerAddress = 256;   // from one client address
+    size_t maxRequestsPerAddress = 0;        // in flight from one address; 0: workers / 2
+    size_t outputBufferBytes = 256 * 1024;   // answer bytes waiting per connection
+    int socketSendBufferBytes = 256 * 1024;  // kernel send buffer per TCP connection (0: system's)
+    size_t minBytesPerSecond = 1024;         // slowest body upload or answer download
+    int drainTimeoutMs = 10000;              // stop(): time left to requests in flight
     HttpLimits limits;
     LoginThrottle::Settings throttle;
 };

@@ -16,12 +16,12 @@ namespace {
 
 void getClass(CimOperationEnv& env, const CimParams& p)
 {
-    p.allowOnly({"ClassName", "LocalOnly", "IncludeQualifiers", "IncludeClassOrigin",
-                 "PropertyList"});
-    CIMClass c = env.host.getClass(env.context, env.nameSpace, p.className("ClassName", true),
-                                   p.boolean("LocalOnly", true),
-                                   p.boolean("IncludeQualifiers", true),
-                                   p.boolean("IncludeClassOrigin", false), p.propertyList());
+    p.allowOnly(
+        {"ClassName", "LocalOnly", "IncludeQualifiers", "IncludeClassOrigin", "PropertyList"});
+    CIMClass c =
+        env.host.getClass(env.context, env.nameSpace, p.className("ClassName", true),
+                          p.boolean("LocalOnly", true), p.boolean("IncludeQualifiers", true),
+                          p.boolean("IncludeClassOrigin", false), p.propertyList());
     std::string& b = env.response.buffer();
     b += "<IRETURNVALUE>";
     CIMXml::appendClass(b, c);
@@ -30,8 +30,8 @@ void getClass(CimOperationEnv& env, const CimParams& p)
 
 void enumerateClasses(CimOperationEnv& env, const CimParams& p)
 {
-    p.allowOnly({"ClassName", "DeepInheritance", "LocalOnly", "IncludeQualifiers",
-                 "IncludeClassOrigin"});
+    p.allowOnly(
+        {"ClassName", "DeepInheritance", "LocalOnly", "IncludeQualifiers", "IncludeClassOrigin"});
     Array<CIMClass> cs = env.host.enumerateClasses(
         env.context, env.nameSpace, p.className("ClassName", false),
         p.boolean("DeepInheritance", false), p.boolean("LocalOnly", true),
@@ -45,9 +45,9 @@ void enumerateClasses(CimOperationEnv& env, const CimParams& p)
 void enumerateClassNames(CimOperationEnv& env, const CimParams& p)
 {
     p.allowOnly({"ClassName", "DeepInheritance"});
-    Array<CIMName> names = env.host.enumerateClassNames(
-        env.context, env.nameSpace, p.className("ClassName", false),
-        p.boolean("DeepInheritance", false));
+    Array<CIMName> names =
+        env.host.enumerateClassNames(env.context, env.nameSpace, p.className("ClassName", false),
+                                     p.boolean("DeepInheritance", false));
     std::string& b = env.response.buffer();
     b += "<IRETURNVALUE>";
     for (Uint32 i = 0; i < names.size(); i++)
@@ -57,12 +57,12 @@ void enumerateClassNames(CimOperationEnv& env, const CimParams& p)
 
 void getInstance(CimOperationEnv& env, const CimParams& p)
 {
-    p.allowOnly({"InstanceName", "LocalOnly", "IncludeQualifiers", "IncludeClassOrigin",
-                 "PropertyList"});
-    CIMInstance i = env.host.getInstance(env.context, env.nameSpace, p.path("InstanceName", true),
-                                         p.boolean("LocalOnly", true),
-                                         p.boolean("IncludeQualifiers", false),
-                                         p.boolean("IncludeClassOrigin", false), p.propertyList());
+    p.allowOnly(
+        {"InstanceName", "LocalOnly", "IncludeQualifiers", "IncludeClassOrigin", "PropertyList"});
+    CIMInstance i =
+        env.host.getInstance(env.context, env.nameSpace, p.path("InstanceName", true),
+                             p.boolean("LocalOnly", true), p.boolean("IncludeQualifiers", false),
+                             p.boolean("IncludeClassOrigin", false), p.propertyList());
     std::string& b = env.response.buffer();
     b += "<IRETURNVALUE>";
     CIMXml::appendInstance(b, i);
@@ -134,8 +134,8 @@ void associatorsOrReferences(CimOperationEnv& env, const CimParams& p, bool asso
         p.allowOnly({"ObjectName", "AssocClass", "ResultClass", "Role", "ResultRole",
                      "IncludeQualifiers", "IncludeClassOrigin", "PropertyList"});
     else
-        p.allowOnly({"ObjectName", "ResultClass", "Role", "IncludeQualifiers",
-                     "IncludeClassOrigin", "PropertyList"});
+        p.allowOnly({"ObjectName", "ResultClass", "Role", "IncludeQualifiers", "IncludeClassOrigin",
+                     "PropertyList"});
     CIMObjectPath obj = p.path("ObjectName", false);
     CIMName assocClass = assoc ? p.className("AssocClass", false) : CIMName();
     CIMName resultClass = p.className("ResultClass", false);
@@ -225,10 +225,12 @@ const IntrinsicEntry kOperations[] = {
     {"CreateInstance", createInstance},
     {"ModifyInstance", modifyInstance},
     {"DeleteInstance", deleteInstance},
-    {"Associators", [](CimOperationEnv& e, const CimParams& p) { associatorsOrReferences(e, p, true); }},
+    {"Associators",
+     [](CimOperationEnv& e, const CimParams& p) { associatorsOrReferences(e, p, true); }},
     {"AssociatorNames",
      [](CimOperationEnv& e, const CimParams& p) { associatorNamesOrReferenceNames(e, p, true); }},
-    {"References", [](CimOperationEnv& e, const CimParams& p) { associatorsOrReferences(e, p, false); }},
+    {"References",
+     [](CimOperationEnv& e, const CimParams& p) { associatorsOrReferences(e, p, false); }},
     {"ReferenceNames",
      [](CimOperationEnv& e, const CimParams& p) { associatorNamesOrReferenceNames(e, p, false); }},
     {"GetProperty", getProperty},

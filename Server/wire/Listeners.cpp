@@ -35,8 +35,8 @@ int listenTcp(const std::string& address, int port, int& boundPort)
                          &hints, &res);
     if (rc != 0)
         throw std::runtime_error("cannot listen on " + where + ": " + gai_strerror(rc));
-    int fd = ::socket(res->ai_family, res->ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK,
-                      res->ai_protocol);
+    int fd =
+        ::socket(res->ai_family, res->ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK, res->ai_protocol);
     if (fd < 0) {
         freeaddrinfo(res);
         throw std::runtime_error(sysError("cannot listen on " + where));
@@ -78,9 +78,10 @@ int listenUnix(const std::string& path)
             throw std::runtime_error("local socket path exists and is not a socket: " + path);
         // A live server answers on it; a stale file from a crash does not.
         int probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        bool live = probe >= 0 &&
-                    ::connect(probe, reinterpret_cast<sockaddr*>(&addr), sizeof addr) == 0;
-        if (probe >= 0) ::close(probe);
+        bool live =
+            probe >= 0 && ::connect(probe, reinterpret_cast<sockaddr*>(&addr), sizeof addr) == 0;
+        if (probe >= 0)
+            ::close(probe);
         if (live)
             throw std::runtime_error("local socket " + path + " is in use by another server");
         ::unlink(path.c_str());

@@ -24,7 +24,8 @@ void LoginThrottle::prune(Clock::time_point now)
     // Still full (a flood of fresh names): forget the oldest half.
     if (_entries.size() >= _s.maxEntries) {
         std::vector<Clock::time_point> times;
-        for (const auto& kv : _entries) times.push_back(kv.second.last);
+        for (const auto& kv : _entries)
+            times.push_back(kv.second.last);
         std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
         Clock::time_point median = times[times.size() / 2];
         for (auto it = _entries.begin(); it != _entries.end();)
@@ -32,8 +33,8 @@ void LoginThrottle::prune(Clock::time_point now)
     }
 }
 
-std::chrono::milliseconds LoginThrottle::failure(const std::string& user, const std::string& address,
-                                                 Clock::time_point now)
+std::chrono::milliseconds LoginThrottle::failure(const std::string& user,
+                                                 const std::string& address, Clock::time_point now)
 {
     std::lock_guard<std::mutex> lock(_mu);
     if (_entries.size() + 2 > _s.maxEntries)

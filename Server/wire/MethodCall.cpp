@@ -18,7 +18,8 @@ Array<CIMParamValue> decodeMethodParameters(const CimCall& call, const CIMXml::X
         if (c.name == "PARAMVALUE")
             in.append(CIMXml::decodeParamValue(c, limits));
         else if (c.name != "LOCALINSTANCEPATH" && c.name != "LOCALCLASSPATH")
-            throw ProtocolError{400, "request-not-valid", "unexpected " + c.name + " in METHODCALL"};
+            throw ProtocolError{400, "request-not-valid",
+                                "unexpected " + c.name + " in METHODCALL"};
     }
     return in;
 }

@@ -53,10 +53,10 @@ Uint32 maxObjectCount(CimOperationEnv& env, const CimParams& p, bool required)
     if (!p.uint32("MaxObjectCount", n) && required)
         throw CIMException(CIM_ERR_INVALID_PARAMETER, "missing parameter MaxObjectCount");
     if (n > env.enumerations.limits().maxObjectCount)
-        throw CIMException(CIM_ERR_INVALID_PARAMETER,
-                           str("MaxObjectCount " + std::to_string(n) +
-                               " is above the server's maximum of " +
-                               std::to_string(env.enumerations.limits().maxObjectCount) + "."));
+        throw CIMException(
+            CIM_ERR_INVALID_PARAMETER,
+            str("MaxObjectCount " + std::to_string(n) + " is above the server's maximum of " +
+                std::to_string(env.enumerations.limits().maxObjectCount) + "."));
     return n;
 }
 

@@ -33,7 +33,8 @@ InstanceWriter::InstanceWriter(ResultSink& sink, InstanceForm form, const String
 
 void InstanceWriter::deliver(const CIMInstance& i)
 {
-    if (i.isUninitialized()) notInitialized();
+    if (i.isUninitialized())
+        notInitialized();
     if (_form == InstanceForm::NamedInstance)
         _sink.write([&](std::string& b) { CIMXml::appendValueNamedInstance(b, i); });
     else
@@ -42,7 +43,8 @@ void InstanceWriter::deliver(const CIMInstance& i)
 
 void InstanceWriter::deliver(const Array<CIMInstance>& a)
 {
-    for (Uint32 k = 0; k < a.size(); k++) deliver(a[k]);
+    for (Uint32 k = 0; k < a.size(); k++)
+        deliver(a[k]);
 }
 
 PathWriter::PathWriter(ResultSink& sink, PathForm form, const String& host,
@@ -53,19 +55,27 @@ PathWriter::PathWriter(ResultSink& sink, PathForm form, const String& host,
 
 void PathWriter::deliver(const CIMObjectPath& p)
 {
-    if (p.getClassName().isNull()) notInitialized();
+    if (p.getClassName().isNull())
+        notInitialized();
     _sink.write([&](std::string& b) {
         switch (_form) {
-        case PathForm::InstanceName: CIMXml::appendInstanceName(b, p); break;
-        case PathForm::ObjectPath: CIMXml::appendObjectPath(b, p, _host, _ns); break;
-        case PathForm::InstancePath: CIMXml::appendInstancePath(b, p, _host, _ns); break;
+            case PathForm::InstanceName:
+                CIMXml::appendInstanceName(b, p);
+                break;
+            case PathForm::ObjectPath:
+                CIMXml::appendObjectPath(b, p, _host, _ns);
+                break;
+            case PathForm::InstancePath:
+                CIMXml::appendInstancePath(b, p, _host, _ns);
+                break;
         }
     });
 }
 
 void PathWriter::deliver(const Array<CIMObjectPath>& a)
 {
-    for (Uint32 k = 0; k < a.size(); k++) deliver(a[k]);
+    for (Uint32 k = 0; k < a.size(); k++)
+        deliver(a[k]);
 }
 
 ObjectWriter::ObjectWriter(ResultSink& sink, bool instanceWithPath, const String& host,
@@ -76,7 +86,8 @@ ObjectWriter::ObjectWriter(ResultSink& sink, bool instanceWithPath, const String
 
 void ObjectWriter::deliver(const CIMObject& o)
 {
-    if (o.isUninitialized()) notInitialized();
+    if (o.isUninitialized())
+        notInitialized();
     if (_instanceWithPath)
         _sink.write([&](std::string& b) { appendInstanceWithPath(b, CIMInstance(o), _host, _ns); });
     else
@@ -85,7 +96,8 @@ void ObjectWriter::deliver(const CIMObject& o)
 
 void ObjectWriter::deliver(const Array<CIMObject>& a)
 {
-    for (Uint32 k = 0; k < a.size(); k++) deliver(a[k]);
+    for (Uint32 k = 0; k < a.size(); k++)
+        deliver(a[k]);
 }
 
 }  // namespace zarwire

@@ -149,7 +149,8 @@ std::string sslErrors()
     while ((e = ERR_get_error()) != 0) {
         char buf[256];
         ERR_error_string_n(e, buf, sizeof buf);
-        if (!s.empty()) s += "; ";
+        if (!s.empty())
+            s += "; ";
         s += buf;
     }
     return s.empty() ? "unknown TLS error" : s;

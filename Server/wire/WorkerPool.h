@@ -33,7 +33,7 @@ private:
     const size_t _maxQueued;
     std::mutex _mu;
     std::condition_variable _cv;
-    std::deque<std::function<void()> > _queue;
+    std::deque<std::function<void()>> _queue;
     bool _stopping = false;
     std::atomic<int> _busy{0};
     std::vector<std::thread> _threads;

@@ -19,7 +19,6 @@
 #include <zarapi.h>
 #include <zarsim_test.h>
 
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -112,8 +111,9 @@ Answer call(const Target& t, const char* version, bool trailers, const std::stri
     o.trailers = trailers;
     o.keepAlive = false;
     zare2e::WireClient c(t.host, t.port, t.user, t.password);
-    WireClient::Answer w = c.call(method, "root/zar", WireClient::intrinsic(method, params),
-                                  [&](const char* p, size_t n) { counter.feed(p, n); }, o);
+    WireClient::Answer w = c.call(
+        method, "root/zar", WireClient::intrinsic(method, params),
+        [&](const char* p, size_t n) { counter.feed(p, n); }, o);
     a.status = w.status;
     if (!w.complete)
         die(method + ": the answer was cut short");
@@ -138,17 +138,20 @@ struct Result {
 
 Result measure(const Target& t, const std::string& kind, unsigned pullSize)
 {
-    const std::string cls = "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"ZAR_SCSIController\"/></IPARAMVALUE>";
+    const std::string cls =
+        "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"ZAR_SCSIController\"/></IPARAMVALUE>";
     Result r;
     resetPeak(t.pid);
     r.baseKb = statusKb(t.pid, "VmRSS:");
     auto t0 = std::chrono::steady_clock::now();
     if (kind == "pull") {
         auto value = [](const char* n, const std::string& v) {
-            return std::string("<IPARAMVALUE NAME=\"") + n + "\"><VALUE>" + v + "</VALUE></IPARAMVALUE>";
+            return std::string("<IPARAMVALUE NAME=\"") + n + "\"><VALUE>" + v +
+                   "</VALUE></IPARAMVALUE>";
         };
         Answer a = call(t, "HTTP/1.1", true, "OpenEnumerateInstances",
-                        cls + value("MaxObjectCount", std::to_string(pullSize)), "<VALUE.INSTANCEWITHPATH>");
+                        cls + value("MaxObjectCount", std::to_string(pullSize)),
+                        "<VALUE.INSTANCEWITHPATH>");
         for (;;) {
             if (a.status != 200 || a.tail.find("<ERROR") != std::string::npos)
                 die("pull failed: " + a.tail.substr(a.tail.size() > 400 ? a.tail.size() - 400 : 0));
@@ -178,9 +181,9 @@ void report(const Target& t, const char* label, unsigned pullSize)
 {
     for (const char* kind : {"chunked", "plain", "http10", "pull"}) {
         Result r = measure(t, kind, pullSize);
-        std::printf("%-8s %-8s %8zu objects %9.1f MB in %6.2f s  peak RSS %7.1f MB (%.1f MB before)\n",
-                    label, kind, r.objects, r.bytes / 1e6, r.seconds, r.peakKb / 1024.0,
-                    r.baseKb / 1024.0);
+        std::printf(
+            "%-8s %-8s %8zu objects %9.1f MB in %6.2f s  peak RSS %7.1f MB (%.1f MB before)\n",
+            label, kind, r.objects, r.bytes / 1e6, r.seconds, r.peakKb / 1024.0, r.baseKb / 1024.0);
         std::fflush(stdout);
     }
 }
@@ -201,11 +204,12 @@ void runOwnServer(int views, unsigned pullSize)
 
     zare2e::ServerProcess server;
     std::string err;
-    if (!server.start(zare2e::binaryDir() + "/bin/zar-cimserver",
-                      {"--array-db", db, "--socket", "off", "--schema-dir", zare2e::sourceDir() + "/schema",
-                       "--provider-dir", zare2e::binaryDir() + "/lib", "--log-file", dir + "/server.log",
-                       "--log-level", "2"},
-                      {}, err))
+    if (!server.start(
+            zare2e::binaryDir() + "/bin/zar-cimserver",
+            {"--array-db", db, "--socket", "off", "--schema-dir", zare2e::sourceDir() + "/schema",
+             "--provider-dir", zare2e::binaryDir() + "/lib", "--log-file", dir + "/server.log",
+             "--log-level", "2"},
+            {}, err))
         die(err);
     Target t;
     t.port = server.httpPort();
@@ -227,24 +231,33 @@ int main(int argc, char** argv)
     for (int i = 1; i < argc; i++) {
         std::string a = argv[i];
         auto next = [&]() -> std::string {
-            if (i + 1 >= argc) die(a + " needs a value (see --help)");
+            if (i + 1 >= argc)
+                die(a + " needs a value (see --help)");
             return argv[++i];
         };
-        if (a == "--small") small = std::atoi(next().c_str());
-        else if (a == "--large") large = std::atoi(next().c_str());
-        else if (a == "--pull-size") pullSize = unsigned(std::atoi(next().c_str()));
-        else if (a == "--url") url = next();
-        else if (a == "--user") t.user = next();
-        else if (a == "--password") t.password = next();
-        else if (a == "--pid") t.pid = std::atol(next().c_str());
+        if (a == "--small")
+            small = std::atoi(next().c_str());
+        else if (a == "--large")
+            large = std::atoi(next().c_str());
+        else if (a == "--pull-size")
+            pullSize = unsigned(std::atoi(next().c_str()));
+        else if (a == "--url")
+            url = next();
+        else if (a == "--user")
+            t.user = next();
+        else if (a == "--password")
+            t.password = next();
+        else if (a == "--pid")
+            t.pid = std::atol(next().c_str());
         else {
-            std::printf("Usage: bench_memory [--small N] [--large N] [--pull-size K]\n"
-                        "       bench_memory --url http://HOST:PORT --user U --password P --pid PID\n"
-                        "Peak resident memory of the CIM server while it answers EnumerateInstances\n"
-                        "of ZAR_SCSIController for each kind of client (chunked, plain HTTP/1.1,\n"
-                        "HTTP/1.0) and a full pull in pieces of K (default 1000), at N views\n"
-                        "(defaults 1000 and 100000) on an array of its own, or once against a\n"
-                        "running server.\n");
+            std::printf(
+                "Usage: bench_memory [--small N] [--large N] [--pull-size K]\n"
+                "       bench_memory --url http://HOST:PORT --user U --password P --pid PID\n"
+                "Peak resident memory of the CIM server while it answers EnumerateInstances\n"
+                "of ZAR_SCSIController for each kind of client (chunked, plain HTTP/1.1,\n"
+                "HTTP/1.0) and a full pull in pieces of K (default 1000), at N views\n"
+                "(defaults 1000 and 100000) on an array of its own, or once against a\n"
+                "running server.\n");
             return a == "--help" ? 0 : 2;
         }
     }

@@ -72,7 +72,10 @@ std::string u8(const String& s)
     std::exit(2);
 }
 
-std::string volumeName(int client, int k) { return "rel-" + std::to_string(client) + "-" + std::to_string(k); }
+std::string volumeName(int client, int k)
+{
+    return "rel-" + std::to_string(client) + "-" + std::to_string(k);
+}
 
 std::string initiator(int group, int k)
 {
@@ -114,7 +117,8 @@ Array_ makeArray(int clients)
     std::string script;
     for (int c = 0; c < clients + 1; c++)
         for (int k = 0; k < kVolumesPerClient; k++)
-            script += a.zarcli + " volumes create " + volumeName(c, k) + " --size 64 >/dev/null && ";
+            script +=
+                a.zarcli + " volumes create " + volumeName(c, k) + " --size 64 >/dev/null && ";
     run(script + "true");
     std::istringstream in(run(a.zarcli + " volumes"));
     std::string line;
@@ -164,7 +168,8 @@ std::string viewOf(const Array_& a, const std::string& host)
         std::istringstream f(line);
         std::string volume, lun, kind, h, port, view;
         f >> volume >> lun >> kind >> h >> port >> view;
-        if (h == host) return view;
+        if (h == host)
+            return view;
     }
     return std::string();
 }
@@ -193,7 +198,8 @@ public:
     {
         _c.setTimeout(120000);
         _c.connect("127.0.0.1", Uint32(port), "storage", "storage-pass1");
-        Array<CIMObjectPath> s = _c.enumerateInstanceNames("root/zar", "ZAR_ControllerConfigurationService");
+        Array<CIMObjectPath> s =
+            _c.enumerateInstanceNames("root/zar", "ZAR_ControllerConfigurationService");
         if (s.size() != 1)
             die("no configuration service");
         _service = s[0];
@@ -207,8 +213,10 @@ public:
     {
         Array<CIMParamValue> in, out;
         if (ch.kind == Change::Expose) {
-            in.append(CIMParamValue("LUNames", CIMValue(Array<String>(1, String(_wwns.at(ch.volume).c_str())))));
-            in.append(CIMParamValue("InitiatorPortIDs", CIMValue(Array<String>(1, String(ch.initiator.c_str())))));
+            in.append(CIMParamValue(
+                "LUNames", CIMValue(Array<String>(1, String(_wwns.at(ch.volume).c_str())))));
+            in.append(CIMParamValue("InitiatorPortIDs",
+                                    CIMValue(Array<String>(1, String(ch.initiator.c_str())))));
             char lun[16];
             std::snprintf(lun, sizeof lun, "%X", ch.lun);
             in.append(CIMParamValue("DeviceNumbers", CIMValue(Array<String>(1, String(lun)))));
@@ -217,8 +225,10 @@ public:
             if (v == _views.end())
                 return false;
             if (ch.kind == Change::Hide) {
-                in.append(CIMParamValue("LUNames", CIMValue(Array<String>(1, String(_wwns.at(ch.volume).c_str())))));
-                in.append(CIMParamValue("ProtocolControllers", CIMValue(Array<CIMObjectPath>(1, v->second))));
+                in.append(CIMParamValue(
+                    "LUNames", CIMValue(Array<String>(1, String(_wwns.at(ch.volume).c_str())))));
+                in.append(CIMParamValue("ProtocolControllers",
+                                        CIMValue(Array<CIMObjectPath>(1, v->second))));
             } else {
                 in.append(CIMParamValue("ProtocolController", CIMValue(v->second)));
             }
@@ -256,7 +266,8 @@ public:
             if (sk[i].getName().equal(CIMName("SystemName")) ||
                 sk[i].getName().equal(CIMName("SystemCreationClassName")))
                 keys.append(sk[i]);
-        keys.append(CIMKeyBinding("CreationClassName", "ZAR_SCSIController", CIMKeyBinding::STRING));
+        keys.append(
+            CIMKeyBinding("CreationClassName", "ZAR_SCSIController", CIMKeyBinding::STRING));
         keys.append(CIMKeyBinding("DeviceID", String(deviceID.c_str()), CIMKeyBinding::STRING));
         v.setClassName("ZAR_SCSIController");
         v.setKeyBindings(keys);
@@ -321,7 +332,8 @@ std::set<std::string> modelExports(const std::vector<Model>& models)
     std::set<std::string> out;
     for (const Model& m : models)
         for (const auto& kv : m)
-            out.insert(kv.first.first + " " + std::to_string(kv.second) + " host-" + kv.first.second);
+            out.insert(kv.first.first + " " + std::to_string(kv.second) + " host-" +
+                       kv.first.second);
     return out;
 }
 
@@ -329,9 +341,15 @@ int report(const std::set<std::string>& want, const std::set<std::string>& got, 
 {
     int bad = 0;
     for (const auto& w : want)
-        if (!got.count(w)) { if (bad++ < 5) std::printf("  %s: missing %s\n", what, w.c_str()); }
+        if (!got.count(w)) {
+            if (bad++ < 5)
+                std::printf("  %s: missing %s\n", what, w.c_str());
+        }
     for (const auto& g : got)
-        if (!want.count(g)) { if (bad++ < 10) std::printf("  %s: unexpected %s\n", what, g.c_str()); }
+        if (!want.count(g)) {
+            if (bad++ < 10)
+                std::printf("  %s: unexpected %s\n", what, g.c_str());
+        }
     return bad;
 }
 
@@ -342,7 +360,7 @@ int loadPhase(const Options& o)
     Array_ a = makeArray(o.clients);
     ServerProcess server;
     startServer(server, a);
-    std::vector<std::vector<Change> > acked(o.clients);
+    std::vector<std::vector<Change>> acked(o.clients);
     std::vector<Model> models(o.clients);
     std::atomic<int> refused{0}, errors{0};
     std::mutex printMu;
@@ -362,7 +380,8 @@ int loadPhase(const Options& o)
                     } else {
                         refused++;
                         std::lock_guard<std::mutex> lock(printMu);
-                        if (refused <= 5) std::printf("  refused: %s\n", cl.lastError().c_str());
+                        if (refused <= 5)
+                            std::printf("  refused: %s\n", cl.lastError().c_str());
                     }
                 }
             } catch (Exception& e) {
@@ -371,11 +390,14 @@ int loadPhase(const Options& o)
                 std::printf("  client %d: %s\n", c, u8(e.getMessage()).c_str());
             }
         });
-    for (auto& t : threads) t.join();
+    for (auto& t : threads)
+        t.join();
     double secs = std::chrono::duration<double>(Clock::now() - start).count();
     size_t total = 0;
-    for (auto& v : acked) total += v.size();
-    if (server.stop() != 0) errors++;
+    for (auto& v : acked)
+        total += v.size();
+    if (server.stop() != 0)
+        errors++;
     std::set<std::string> live = exportsOf(a);
     bool integrity = integrityOk(a);
 
@@ -393,18 +415,21 @@ int loadPhase(const Options& o)
             for (int c = 0; c < o.clients; c++)
                 if (next[c] < acked[c].size()) {
                     more = true;
-                    if (!cl.apply(acked[c][next[c]++])) replayRefused++;
+                    if (!cl.apply(acked[c][next[c]++]))
+                        replayRefused++;
                 }
         }
     }
     replayServer.stop();
     std::set<std::string> replay = exportsOf(b);
-    int mismatches = report(replay, live, "live vs replay") + report(modelExports(models), live, "live vs model");
-    std::printf("load: %d clients x %d changes in %.1f s (%.0f changes/s): %zu acknowledged, %d refused, "
-                "%d client errors; replay refused %d; %zu exports; live %s replay; integrity_check %s\n",
-                o.clients, o.changes, secs, o.clients * o.changes / secs, total, refused.load(),
-                errors.load(), replayRefused, live.size(), mismatches ? "DIFFERS FROM" : "equals",
-                integrity ? "ok" : "FAILED");
+    int mismatches = report(replay, live, "live vs replay") +
+                     report(modelExports(models), live, "live vs model");
+    std::printf(
+        "load: %d clients x %d changes in %.1f s (%.0f changes/s): %zu acknowledged, %d refused, "
+        "%d client errors; replay refused %d; %zu exports; live %s replay; integrity_check %s\n",
+        o.clients, o.changes, secs, o.clients * o.changes / secs, total, refused.load(),
+        errors.load(), replayRefused, live.size(), mismatches ? "DIFFERS FROM" : "equals",
+        integrity ? "ok" : "FAILED");
     // A refused change is not acknowledged and so not replayed; the replay
     // itself, serial, must accept every change the live array acknowledged.
     return (mismatches || !integrity || errors || replayRefused) ? 1 : 0;
@@ -417,24 +442,28 @@ long rssKb(pid_t pid)
     std::ifstream f("/proc/" + std::to_string(pid) + "/status");
     std::string line;
     while (std::getline(f, line))
-        if (line.compare(0, 6, "VmRSS:") == 0) return std::atol(line.c_str() + 6);
+        if (line.compare(0, 6, "VmRSS:") == 0)
+            return std::atol(line.c_str() + 6);
     return -1;
 }
 
 int openFds(pid_t pid)
 {
     DIR* d = opendir(("/proc/" + std::to_string(pid) + "/fd").c_str());
-    if (!d) return -1;
+    if (!d)
+        return -1;
     int n = 0;
     while (struct dirent* e = readdir(d))
-        if (e->d_name[0] != '.') n++;
+        if (e->d_name[0] != '.')
+            n++;
     closedir(d);
     return n;
 }
 
 int soakPhase(const Options& o)
 {
-    if (o.soakSeconds <= 0) return 0;
+    if (o.soakSeconds <= 0)
+        return 0;
     Array_ a = makeArray(4);
     ServerProcess server;
     startServer(server, a);
@@ -466,12 +495,13 @@ int soakPhase(const Options& o)
                         }
                     }
                 } catch (Exception& e) {
-                    if (++failures <= 5) std::printf("  client error: %s\n", u8(e.getMessage()).c_str());
+                    if (++failures <= 5)
+                        std::printf("  client error: %s\n", u8(e.getMessage()).c_str());
                 }
             }
         });
-    std::printf("soak: %d s, sample every %d s\n  %8s %10s %6s %10s %10s\n", o.soakSeconds, o.sampleSeconds,
-                "time_s", "rss_kb", "fds", "reads", "changes");
+    std::printf("soak: %d s, sample every %d s\n  %8s %10s %6s %10s %10s\n", o.soakSeconds,
+                o.sampleSeconds, "time_s", "rss_kb", "fds", "reads", "changes");
     std::vector<long> rss;
     std::vector<int> fds;
     auto start = Clock::now();
@@ -479,28 +509,35 @@ int soakPhase(const Options& o)
         std::this_thread::sleep_until(start + std::chrono::seconds(t));
         rss.push_back(rssKb(server.pid()));
         fds.push_back(openFds(server.pid()));
-        std::printf("  %8d %10ld %6d %10ld %10ld\n", t, rss.back(), fds.back(), reads.load(), changes.load());
+        std::printf("  %8d %10ld %6d %10ld %10ld\n", t, rss.back(), fds.back(), reads.load(),
+                    changes.load());
         std::fflush(stdout);
     }
     running = false;
-    for (auto& th : threads) th.join();
+    for (auto& th : threads)
+        th.join();
     bool stopped = server.stop() == 0;
     // Flat: descriptors back where they were once warm; memory measured from
     // the second sample (the first includes start-up) grows by under the limit.
     bool fdFlat = fds.size() < 2 || fds.back() <= fds[1] + 8;
     long growth = rss.size() < 3 ? 0 : rss.back() - rss[1];
-    std::printf("soak: %ld reads, %ld changes, %ld failures; RSS %+ld KiB after warm-up; descriptors %s; "
-                "integrity_check %s\n",
-                reads.load(), changes.load(), failures.load(), growth, fdFlat ? "flat" : "GROWING",
-                integrityOk(a) ? "ok" : "FAILED");
-    return (failures || !fdFlat || (o.rssGrowthKb > 0 && growth > o.rssGrowthKb) || !stopped || !integrityOk(a)) ? 1 : 0;
+    std::printf(
+        "soak: %ld reads, %ld changes, %ld failures; RSS %+ld KiB after warm-up; descriptors %s; "
+        "integrity_check %s\n",
+        reads.load(), changes.load(), failures.load(), growth, fdFlat ? "flat" : "GROWING",
+        integrityOk(a) ? "ok" : "FAILED");
+    return (failures || !fdFlat || (o.rssGrowthKb > 0 && growth > o.rssGrowthKb) || !stopped ||
+            !integrityOk(a))
+               ? 1
+               : 0;
 }
 
 // ---- crash -----------------------------------------------------------------
 
 int crashPhase(const Options& o)
 {
-    if (o.crashes <= 0) return 0;
+    if (o.crashes <= 0)
+        return 0;
     Array_ a = makeArray(1);
     ServerProcess server;
     startServer(server, a);
@@ -526,7 +563,10 @@ int crashPhase(const Options& o)
                 Change ch = nextChange(0, model, rng, true);
                 inFlight = ch;
                 pending = true;
-                if (cl.apply(ch)) { record(model, ch); acknowledged++; }
+                if (cl.apply(ch)) {
+                    record(model, ch);
+                    acknowledged++;
+                }
                 pending = false;
             }
         } catch (Exception&) {
@@ -540,7 +580,8 @@ int crashPhase(const Options& o)
         for (const auto& kv : model) {
             bool touched = pending && kv.first.second == inFlight.initiator &&
                            (inFlight.kind == Change::Delete || kv.first.first == inFlight.volume);
-            std::string line = kv.first.first + " " + std::to_string(kv.second) + " host-" + kv.first.second;
+            std::string line =
+                kv.first.first + " " + std::to_string(kv.second) + " host-" + kv.first.second;
             if (!touched && !now.count(line)) {
                 lost++;
                 std::printf("  crash %d: acknowledged export lost: %s\n", round + 1, line.c_str());
@@ -561,11 +602,13 @@ int crashPhase(const Options& o)
                 bool present = r.kind == Change::Delete ? !view.empty() : !view.empty() && [&] {
                     for (const auto& e : exportsOf(a))
                         if (e.compare(0, r.volume.size() + 1, r.volume + " ") == 0 &&
-                            e.size() > host.size() && e.compare(e.size() - host.size(), host.size(), host) == 0)
+                            e.size() > host.size() &&
+                            e.compare(e.size() - host.size(), host.size(), host) == 0)
                             return true;
                     return false;
                 }();
-                if (present) cl.learnView(r.initiator, view);
+                if (present)
+                    cl.learnView(r.initiator, view);
                 done = !present || cl.apply(r);
             }
             if (!done) {
@@ -586,9 +629,10 @@ int crashPhase(const Options& o)
     }
     server.stop();
     bool integrity = integrityOk(a);
-    std::printf("crash: %d kill -9, %ld changes acknowledged, %d cut mid-change; %d acknowledged lost, "
-                "%d retries blocked; integrity_check %s\n",
-                o.crashes, acknowledged, cut, lost, blocked, integrity ? "ok" : "FAILED");
+    std::printf(
+        "crash: %d kill -9, %ld changes acknowledged, %d cut mid-change; %d acknowledged lost, "
+        "%d retries blocked; integrity_check %s\n",
+        o.crashes, acknowledged, cut, lost, blocked, integrity ? "ok" : "FAILED");
     return (lost || blocked || !integrity) ? 1 : 0;
 }
 
@@ -628,24 +672,34 @@ int main(int argc, char** argv)
         char* end = nullptr;
         long v = std::strtol(argv[++i], &end, 10);
         if (!end || *end || v < 0 || v > 10000000) {
-            std::fprintf(stderr, "bench_reliability: invalid value for %s: %s\n", a.c_str(), argv[i]);
+            std::fprintf(stderr, "bench_reliability: invalid value for %s: %s\n", a.c_str(),
+                         argv[i]);
             return 2;
         }
-        if (a == "--clients" && v > 0 && v <= 64) o.clients = int(v);
-        else if (a == "--changes") o.changes = int(v);
-        else if (a == "--soak") o.soakSeconds = int(v);
-        else if (a == "--sample" && v > 0) o.sampleSeconds = int(v);
-        else if (a == "--crashes") o.crashes = int(v);
-        else if (a == "--seed") o.seed = unsigned(v);
-        else if (a == "--rss-growth") o.rssGrowthKb = v;
+        if (a == "--clients" && v > 0 && v <= 64)
+            o.clients = int(v);
+        else if (a == "--changes")
+            o.changes = int(v);
+        else if (a == "--soak")
+            o.soakSeconds = int(v);
+        else if (a == "--sample" && v > 0)
+            o.sampleSeconds = int(v);
+        else if (a == "--crashes")
+            o.crashes = int(v);
+        else if (a == "--seed")
+            o.seed = unsigned(v);
+        else if (a == "--rss-growth")
+            o.rssGrowthKb = v;
         else {
-            std::fprintf(stderr, "bench_reliability: unknown option or bad value %s\nTry --help.\n", a.c_str());
+            std::fprintf(stderr, "bench_reliability: unknown option or bad value %s\nTry --help.\n",
+                         a.c_str());
             return 2;
         }
     }
     setvbuf(stdout, nullptr, _IOLBF, 0);
     int rc = 0;
-    if (o.changes > 0) rc |= loadPhase(o);
+    if (o.changes > 0)
+        rc |= loadPhase(o);
     rc |= soakPhase(o);
     rc |= crashPhase(o);
     std::printf(rc ? "bench_reliability: FAILED\n" : "bench_reliability: all checks held\n");

@@ -45,16 +45,18 @@ struct Target {
 size_t count(const std::string& s, const std::string& what)
 {
     size_t n = 0;
-    for (size_t p = s.find(what); p != std::string::npos; p = s.find(what, p + 1)) n++;
+    for (size_t p = s.find(what); p != std::string::npos; p = s.find(what, p + 1))
+        n++;
     return n;
 }
 
 // The keys of the first instance name in an answer.
-std::vector<std::pair<std::string, std::string> > firstKeys(const std::string& body)
+std::vector<std::pair<std::string, std::string>> firstKeys(const std::string& body)
 {
-    std::vector<std::pair<std::string, std::string> > keys;
+    std::vector<std::pair<std::string, std::string>> keys;
     size_t end = body.find("</INSTANCENAME>");
-    for (size_t p = body.find("<KEYBINDING NAME=\""); p < end; p = body.find("<KEYBINDING NAME=\"", p + 1)) {
+    for (size_t p = body.find("<KEYBINDING NAME=\""); p < end;
+         p = body.find("<KEYBINDING NAME=\"", p + 1)) {
         size_t n = p + 18;
         std::string name = body.substr(n, body.find('"', n) - n);
         size_t v = body.find('>', body.find("<KEYVALUE", n)) + 1;
@@ -82,11 +84,12 @@ void run(const Target& t, int rounds)
     // The service that ExposePaths is called on.
     {
         WireClient c(t.host, t.port, t.user, t.password);
-        WireClient::Answer a = c.call(
-            "EnumerateInstanceNames", "root/zar",
-            WireClient::intrinsic("EnumerateInstanceNames",
-                                  WireClient::className("ClassName", "ZAR_ControllerConfigurationService")),
-            body);
+        WireClient::Answer a =
+            c.call("EnumerateInstanceNames", "root/zar",
+                   WireClient::intrinsic(
+                       "EnumerateInstanceNames",
+                       WireClient::className("ClassName", "ZAR_ControllerConfigurationService")),
+                   body);
         if (a.status != 200 || body.find("<INSTANCENAME") == std::string::npos)
             die("no ZAR_ControllerConfigurationService on the server (status " +
                 std::to_string(a.status) + ")");
@@ -123,13 +126,15 @@ void run(const Target& t, int rounds)
                                         : c.call("ExposePaths", serviceObject, refused, body);
                     if (a.status != 200 || !a.complete)
                         die(what + ": HTTP " + std::to_string(a.status));
-                    if (what == "refused" && body.find("Use case not supported") == std::string::npos)
+                    if (what == "refused" &&
+                        body.find("Use case not supported") == std::string::npos)
                         die("ExposePaths was not refused early:\n" + body.substr(0, 800));
                 }
                 row.objects = 50;
             } else {
                 size_t n = 0;
-                const std::string tag = what == "views" ? "<VALUE.NAMEDINSTANCE>" : "<INSTANCENAME ";
+                const std::string tag =
+                    what == "views" ? "<VALUE.NAMEDINSTANCE>" : "<INSTANCENAME ";
                 std::string carry;
                 WireClient::Answer a = c.call(
                     "EnumerateInstance" + std::string(what == "views" ? "s" : "Names"), "root/zar",
@@ -145,7 +150,8 @@ void run(const Target& t, int rounds)
                 row.objects = n;
             }
             row.ms.push_back(
-                std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - t0).count());
+                std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - t0)
+                    .count());
         }
     }
     for (const Row& row : rows) {
@@ -166,23 +172,30 @@ int main(int argc, char** argv)
     for (int i = 1; i < argc; i++) {
         std::string a = argv[i];
         auto next = [&]() -> std::string {
-            if (i + 1 >= argc) die(a + " needs a value (see --help)");
+            if (i + 1 >= argc)
+                die(a + " needs a value (see --help)");
             return argv[++i];
         };
-        if (a == "--hosts") hosts = std::atoi(next().c_str());
-        else if (a == "--rounds") rounds = std::atoi(next().c_str());
-        else if (a == "--url") url = next();
-        else if (a == "--user") t.user = next();
-        else if (a == "--password") t.password = next();
+        if (a == "--hosts")
+            hosts = std::atoi(next().c_str());
+        else if (a == "--rounds")
+            rounds = std::atoi(next().c_str());
+        else if (a == "--url")
+            url = next();
+        else if (a == "--user")
+            t.user = next();
+        else if (a == "--password")
+            t.password = next();
         else {
-            std::printf("Usage: bench_requests [--hosts N] [--rounds R]\n"
-                        "       bench_requests --url http://HOST:PORT --user U --password P [--rounds R]\n"
-                        "Times small requests over one keep-alive connection (50 names of\n"
-                        "ZAR_StorageSystem, 50 ExposePaths refused early) and the enumeration of\n"
-                        "every view as instances and as names: on an array of its own (the demo\n"
-                        "array plus N hosts of four views, default 2500: 10,007 views) served by\n"
-                        "zar-cimserver, or on a running server. Prints medians of R rounds\n"
-                        "(default 7).\n");
+            std::printf(
+                "Usage: bench_requests [--hosts N] [--rounds R]\n"
+                "       bench_requests --url http://HOST:PORT --user U --password P [--rounds R]\n"
+                "Times small requests over one keep-alive connection (50 names of\n"
+                "ZAR_StorageSystem, 50 ExposePaths refused early) and the enumeration of\n"
+                "every view as instances and as names: on an array of its own (the demo\n"
+                "array plus N hosts of four views, default 2500: 10,007 views) served by\n"
+                "zar-cimserver, or on a running server. Prints medians of R rounds\n"
+                "(default 7).\n");
             return a == "--help" ? 0 : 2;
         }
     }
@@ -206,12 +219,12 @@ int main(int argc, char** argv)
         zarsim_close();
         zare2e::ServerProcess server;
         std::string err;
-        if (!server.start(zare2e::binaryDir() + "/bin/zar-cimserver",
-                          {"--array-db", db, "--socket", "off", "--schema-dir",
-                           zare2e::sourceDir() + "/schema", "--provider-dir",
-                           zare2e::binaryDir() + "/lib", "--log-file", dir + "/server.log",
-                           "--log-level", "2"},
-                          {}, err))
+        if (!server.start(
+                zare2e::binaryDir() + "/bin/zar-cimserver",
+                {"--array-db", db, "--socket", "off", "--schema-dir",
+                 zare2e::sourceDir() + "/schema", "--provider-dir", zare2e::binaryDir() + "/lib",
+                 "--log-file", dir + "/server.log", "--log-level", "2"},
+                {}, err))
             die(err);
         std::printf("zar-cimserver, demo array plus %d views\n", added);
         t.port = server.httpPort();

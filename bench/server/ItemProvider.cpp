@@ -22,14 +22,14 @@ Uint32 envNumber(const char* name, Uint32 dflt)
     return v && *v ? Uint32(std::strtoul(v, 0, 10)) : dflt;
 }
 
-class ItemProvider : public CIMInstanceProvider
-{
+class ItemProvider : public CIMInstanceProvider {
 public:
     void initialize(CIMOMHandle&) override {}
     void terminate() override { delete this; }
 
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
-        const Boolean, const CIMPropertyList&, InstanceResponseHandler& handler) override
+                            const Boolean, const CIMPropertyList&,
+                            InstanceResponseHandler& handler) override
     {
         handler.processing();
         if (const char* started = std::getenv("ZBENCH_STARTED_FILE"))
@@ -37,8 +37,7 @@ public:
                 std::fclose(f);
         Uint32 count = envNumber("ZBENCH_COUNT", 10000);
         Uint32 delayUs = envNumber("ZBENCH_DELAY_US", 0);
-        for (Uint32 i = 0; i < count; i++)
-        {
+        for (Uint32 i = 0; i < count; i++) {
             handler.deliver(item(i));
             if (delayUs)
                 std::this_thread::sleep_for(std::chrono::microseconds(delayUs));
@@ -47,7 +46,7 @@ public:
     }
 
     void enumerateInstanceNames(const OperationContext&, const CIMObjectPath&,
-        ObjectPathResponseHandler& handler) override
+                                ObjectPathResponseHandler& handler) override
     {
         handler.processing();
         Uint32 count = envNumber("ZBENCH_COUNT", 10000);
@@ -57,7 +56,8 @@ public:
     }
 
     void getInstance(const OperationContext&, const CIMObjectPath& ref, const Boolean,
-        const Boolean, const CIMPropertyList&, InstanceResponseHandler& handler) override
+                     const Boolean, const CIMPropertyList&,
+                     InstanceResponseHandler& handler) override
     {
         const Array<CIMKeyBinding>& keys = ref.getKeyBindings();
         if (keys.size() != 1)
@@ -74,12 +74,12 @@ public:
     }
 
     void modifyInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-        const Boolean, const CIMPropertyList&, ResponseHandler&) override
+                        const Boolean, const CIMPropertyList&, ResponseHandler&) override
     {
         throw CIMNotSupportedException("items are read-only");
     }
     void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-        ObjectPathResponseHandler&) override
+                        ObjectPathResponseHandler&) override
     {
         throw CIMNotSupportedException("items are read-only");
     }
@@ -116,7 +116,8 @@ private:
         Array<Uint16> status;
         status.append(2);
         inst.addProperty(CIMProperty("OperationalStatus", CIMValue(status)));
-        inst.addProperty(CIMProperty("Description",
+        inst.addProperty(CIMProperty(
+            "Description",
             CIMValue(String("An item delivered by the benchmark provider & kept <small>."))));
         inst.setPath(path(i));
         return inst;

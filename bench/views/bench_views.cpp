@@ -42,18 +42,24 @@ int main(int argc, char** argv)
     int hosts = 2500, rounds = 3;
     std::string url, user = "bench", password = "benchpass1";
     for (int i = 1; i < argc; i++) {
-        if (!std::strcmp(argv[i], "--hosts") && i + 1 < argc) hosts = std::atoi(argv[++i]);
-        else if (!std::strcmp(argv[i], "--rounds") && i + 1 < argc) rounds = std::atoi(argv[++i]);
-        else if (!std::strcmp(argv[i], "--url") && i + 1 < argc) url = argv[++i];
-        else if (!std::strcmp(argv[i], "--user") && i + 1 < argc) user = argv[++i];
-        else if (!std::strcmp(argv[i], "--password") && i + 1 < argc) password = argv[++i];
+        if (!std::strcmp(argv[i], "--hosts") && i + 1 < argc)
+            hosts = std::atoi(argv[++i]);
+        else if (!std::strcmp(argv[i], "--rounds") && i + 1 < argc)
+            rounds = std::atoi(argv[++i]);
+        else if (!std::strcmp(argv[i], "--url") && i + 1 < argc)
+            url = argv[++i];
+        else if (!std::strcmp(argv[i], "--user") && i + 1 < argc)
+            user = argv[++i];
+        else if (!std::strcmp(argv[i], "--password") && i + 1 < argc)
+            password = argv[++i];
         else {
-            std::printf("Usage: bench_views [--hosts N] [--rounds R]\n"
-                        "       bench_views --url http://HOST:PORT --user U --password P [--rounds R]\n"
-                        "Adds N x 4 views to the demo array, then enumerates the views' names and\n"
-                        "instances R times through zar-cimserver over HTTP; prints views per\n"
-                        "second and the server's peak resident memory. With --url, enumerates\n"
-                        "the views of a running server instead.\n");
+            std::printf(
+                "Usage: bench_views [--hosts N] [--rounds R]\n"
+                "       bench_views --url http://HOST:PORT --user U --password P [--rounds R]\n"
+                "Adds N x 4 views to the demo array, then enumerates the views' names and\n"
+                "instances R times through zar-cimserver over HTTP; prints views per\n"
+                "second and the server's peak resident memory. With --url, enumerates\n"
+                "the views of a running server instead.\n");
             return std::strcmp(argv[i], "--help") == 0 ? 0 : 2;
         }
     }
@@ -83,12 +89,12 @@ int main(int argc, char** argv)
         std::printf("array: %d views added in %.1f s\n", added, seconds(t0));
         zarsim_close();
         std::string err;
-        if (!server.start(zare2e::binaryDir() + "/bin/zar-cimserver",
-                          {"--array-db", db, "--socket", "off", "--schema-dir",
-                           zare2e::sourceDir() + "/schema", "--provider-dir",
-                           zare2e::binaryDir() + "/lib", "--log-file", dir + "/server.log",
-                           "--log-level", "2"},
-                          {}, err)) {
+        if (!server.start(
+                zare2e::binaryDir() + "/bin/zar-cimserver",
+                {"--array-db", db, "--socket", "off", "--schema-dir",
+                 zare2e::sourceDir() + "/schema", "--provider-dir", zare2e::binaryDir() + "/lib",
+                 "--log-file", dir + "/server.log", "--log-level", "2"},
+                {}, err)) {
             std::fprintf(stderr, "bench_views: %s\n", err.c_str());
             return 1;
         }
@@ -112,7 +118,8 @@ int main(int argc, char** argv)
             Uint32 n = client.enumerateInstances("root/zar", "ZAR_SCSIController").size();
             double si = seconds(t0);
             bestInstances = std::max(bestInstances, n / si);
-            std::printf("round %d: %u names in %.3f s, %u instances in %.3f s\n", r + 1, seen, s, n, si);
+            std::printf("round %d: %u names in %.3f s, %u instances in %.3f s\n", r + 1, seen, s, n,
+                        si);
             if (n != seen || seen < Uint32(added)) {
                 std::fprintf(stderr, "bench_views: expected at least %d views\n", added);
                 status = 1;
@@ -122,7 +129,8 @@ int main(int argc, char** argv)
         std::printf("ZAR_SCSIController over HTTP (%u views): best %.0f names/s, %.0f instances/s",
                     seen, bestNames, bestInstances);
         if (url.empty())
-            std::printf("; server peak RSS %ld KiB (%ld KiB after start)", server.peakRssKb(), rssStart);
+            std::printf("; server peak RSS %ld KiB (%ld KiB after start)", server.peakRssKb(),
+                        rssStart);
         std::printf("\n");
     } catch (Exception& e) {
         CString m = e.getMessage().getCString();

@@ -21,8 +21,7 @@ namespace zartest {
 
 using namespace Pegasus;
 
-class TestOperationHost : public CIMOperationHost
-{
+class TestOperationHost : public CIMOperationHost {
 public:
     // Contexts of the calls received, oldest first.
     std::vector<OperationContext> contexts;
@@ -33,13 +32,10 @@ public:
     // had none).
     String lastUser() const
     {
-        if (contexts.empty() ||
-            !contexts.back().contains(IdentityContainer::NAME))
-        {
+        if (contexts.empty() || !contexts.back().contains(IdentityContainer::NAME)) {
             return "<none>";
         }
-        return IdentityContainer(
-            contexts.back().get(IdentityContainer::NAME)).getUserName();
+        return IdentityContainer(contexts.back().get(IdentityContainer::NAME)).getUserName();
     }
 
     // Stores a copy of instance under its path's keys, in namespace ns.
@@ -53,22 +49,19 @@ public:
         return full;
     }
 
-    CIMClass getClass(const OperationContext& context,
-        const CIMNamespaceName&, const CIMName& className, Boolean, Boolean,
-        Boolean, const CIMPropertyList&)
+    CIMClass getClass(const OperationContext& context, const CIMNamespaceName&,
+                      const CIMName& className, Boolean, Boolean, Boolean, const CIMPropertyList&)
     {
         contexts.push_back(context);
-        for (size_t i = 0; i < classes.size(); i++)
-        {
+        for (size_t i = 0; i < classes.size(); i++) {
             if (classes[i].getClassName().equal(className))
                 return classes[i];
         }
         throw CIMException(CIM_ERR_NOT_FOUND, className.getString());
     }
 
-    Array<CIMClass> enumerateClasses(const OperationContext& context,
-        const CIMNamespaceName&, const CIMName&, Boolean, Boolean, Boolean,
-        Boolean)
+    Array<CIMClass> enumerateClasses(const OperationContext& context, const CIMNamespaceName&,
+                                     const CIMName&, Boolean, Boolean, Boolean, Boolean)
     {
         contexts.push_back(context);
         Array<CIMClass> result;
@@ -77,8 +70,8 @@ public:
         return result;
     }
 
-    Array<CIMName> enumerateClassNames(const OperationContext& context,
-        const CIMNamespaceName&, const CIMName&, Boolean)
+    Array<CIMName> enumerateClassNames(const OperationContext& context, const CIMNamespaceName&,
+                                       const CIMName&, Boolean)
     {
         contexts.push_back(context);
         Array<CIMName> result;
@@ -87,121 +80,110 @@ public:
         return result;
     }
 
-    CIMInstance getInstance(const OperationContext& context,
-        const CIMNamespaceName&, const CIMObjectPath& instanceName, Boolean,
-        Boolean, Boolean, const CIMPropertyList&)
+    CIMInstance getInstance(const OperationContext& context, const CIMNamespaceName&,
+                            const CIMObjectPath& instanceName, Boolean, Boolean, Boolean,
+                            const CIMPropertyList&)
     {
         contexts.push_back(context);
         return instances[find(instanceName)];
     }
 
-    void enumerateInstances(const OperationContext& context,
-        const CIMNamespaceName&, const CIMName& className, Boolean, Boolean,
-        Boolean, Boolean, const CIMPropertyList&,
-        InstanceResponseHandler& handler)
+    void enumerateInstances(const OperationContext& context, const CIMNamespaceName&,
+                            const CIMName& className, Boolean, Boolean, Boolean, Boolean,
+                            const CIMPropertyList&, InstanceResponseHandler& handler)
     {
         contexts.push_back(context);
         handler.processing();
-        for (size_t i = 0; i < instances.size(); i++)
-        {
+        for (size_t i = 0; i < instances.size(); i++) {
             if (instances[i].getClassName().equal(className))
                 handler.deliver(instances[i]);
         }
         handler.complete();
     }
 
-    void enumerateInstanceNames(const OperationContext& context,
-        const CIMNamespaceName&, const CIMName& className,
-        ObjectPathResponseHandler& handler)
+    void enumerateInstanceNames(const OperationContext& context, const CIMNamespaceName&,
+                                const CIMName& className, ObjectPathResponseHandler& handler)
     {
         contexts.push_back(context);
         handler.processing();
-        for (size_t i = 0; i < instances.size(); i++)
-        {
+        for (size_t i = 0; i < instances.size(); i++) {
             if (instances[i].getClassName().equal(className))
                 handler.deliver(instances[i].getPath());
         }
         handler.complete();
     }
 
-    CIMObjectPath createInstance(const OperationContext& context,
-        const CIMNamespaceName& nameSpace, const CIMInstance& newInstance)
+    CIMObjectPath createInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                 const CIMInstance& newInstance)
     {
         contexts.push_back(context);
-        if (position(newInstance.getPath()) >= 0)
-        {
-            throw CIMException(CIM_ERR_ALREADY_EXISTS,
-                newInstance.getPath().toString());
+        if (position(newInstance.getPath()) >= 0) {
+            throw CIMException(CIM_ERR_ALREADY_EXISTS, newInstance.getPath().toString());
         }
         return store(nameSpace, newInstance);
     }
 
-    void modifyInstance(const OperationContext& context,
-        const CIMNamespaceName& nameSpace, const CIMInstance& modifiedInstance,
-        Boolean, const CIMPropertyList&)
+    void modifyInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                        const CIMInstance& modifiedInstance, Boolean, const CIMPropertyList&)
     {
         contexts.push_back(context);
         instances.erase(instances.begin() + find(modifiedInstance.getPath()));
         store(nameSpace, modifiedInstance);
     }
 
-    void deleteInstance(const OperationContext& context,
-        const CIMNamespaceName&, const CIMObjectPath& instanceName)
+    void deleteInstance(const OperationContext& context, const CIMNamespaceName&,
+                        const CIMObjectPath& instanceName)
     {
         contexts.push_back(context);
         instances.erase(instances.begin() + find(instanceName));
     }
 
     // Every stored instance other than objectName is associated with it.
-    void associators(const OperationContext& context,
-        const CIMNamespaceName&, const CIMObjectPath& objectName,
-        const CIMName&, const CIMName&, const String&, const String&, Boolean,
-        Boolean, const CIMPropertyList&, ObjectResponseHandler& handler)
+    void associators(const OperationContext& context, const CIMNamespaceName&,
+                     const CIMObjectPath& objectName, const CIMName&, const CIMName&, const String&,
+                     const String&, Boolean, Boolean, const CIMPropertyList&,
+                     ObjectResponseHandler& handler)
     {
         contexts.push_back(context);
         long self = position(objectName);
-        for (size_t i = 0; i < instances.size(); i++)
-        {
+        for (size_t i = 0; i < instances.size(); i++) {
             if (long(i) != self)
                 handler.deliver(instances[i]);
         }
         handler.complete();
     }
 
-    void associatorNames(const OperationContext& context,
-        const CIMNamespaceName&, const CIMObjectPath& objectName,
-        const CIMName&, const CIMName&, const String&, const String&,
-        ObjectPathResponseHandler& handler)
+    void associatorNames(const OperationContext& context, const CIMNamespaceName&,
+                         const CIMObjectPath& objectName, const CIMName&, const CIMName&,
+                         const String&, const String&, ObjectPathResponseHandler& handler)
     {
         contexts.push_back(context);
         long self = position(objectName);
-        for (size_t i = 0; i < instances.size(); i++)
-        {
+        for (size_t i = 0; i < instances.size(); i++) {
             if (long(i) != self)
                 handler.deliver(instances[i].getPath());
         }
         handler.complete();
     }
 
-    void references(const OperationContext& context, const CIMNamespaceName&,
-        const CIMObjectPath&, const CIMName&, const String&, Boolean, Boolean,
-        const CIMPropertyList&, ObjectResponseHandler&)
+    void references(const OperationContext& context, const CIMNamespaceName&, const CIMObjectPath&,
+                    const CIMName&, const String&, Boolean, Boolean, const CIMPropertyList&,
+                    ObjectResponseHandler&)
     {
         contexts.push_back(context);
         throw CIMException(CIM_ERR_NOT_SUPPORTED);
     }
 
-    void referenceNames(const OperationContext& context,
-        const CIMNamespaceName&, const CIMObjectPath&, const CIMName&,
-        const String&, ObjectPathResponseHandler&)
+    void referenceNames(const OperationContext& context, const CIMNamespaceName&,
+                        const CIMObjectPath&, const CIMName&, const String&,
+                        ObjectPathResponseHandler&)
     {
         contexts.push_back(context);
         throw CIMException(CIM_ERR_NOT_SUPPORTED);
     }
 
-    CIMValue getProperty(const OperationContext& context,
-        const CIMNamespaceName&, const CIMObjectPath& instanceName,
-        const CIMName& propertyName)
+    CIMValue getProperty(const OperationContext& context, const CIMNamespaceName&,
+                         const CIMObjectPath& instanceName, const CIMName& propertyName)
     {
         contexts.push_back(context);
         CIMInstance& i = instances[find(instanceName)];
@@ -212,8 +194,8 @@ public:
     }
 
     void setProperty(const OperationContext& context, const CIMNamespaceName&,
-        const CIMObjectPath& instanceName, const CIMName& propertyName,
-        const CIMValue& newValue)
+                     const CIMObjectPath& instanceName, const CIMName& propertyName,
+                     const CIMValue& newValue)
     {
         contexts.push_back(context);
         CIMInstance& i = instances[find(instanceName)];
@@ -223,14 +205,13 @@ public:
         i.getProperty(pos).setValue(newValue);
     }
 
-    CIMValue invokeMethod(const OperationContext& context,
-        const CIMNamespaceName&, const CIMObjectPath&,
-        const CIMName& methodName, const Array<CIMParamValue>& inParameters,
-        Array<CIMParamValue>& outParameters)
+    CIMValue invokeMethod(const OperationContext& context, const CIMNamespaceName&,
+                          const CIMObjectPath&, const CIMName& methodName,
+                          const Array<CIMParamValue>& inParameters,
+                          Array<CIMParamValue>& outParameters)
     {
         contexts.push_back(context);
-        if (methodName.equal("Echo"))
-        {
+        if (methodName.equal("Echo")) {
             for (Uint32 i = 0; i < inParameters.size(); i++)
                 outParameters.append(inParameters[i]);
             return CIMValue(inParameters.size());
@@ -253,13 +234,11 @@ private:
     long position(const CIMObjectPath& path) const
     {
         CIMObjectPath wanted(String(), CIMNamespaceName(), path.getClassName(),
-            path.getKeyBindings());
-        for (size_t i = 0; i < instances.size(); i++)
-        {
+                             path.getKeyBindings());
+        for (size_t i = 0; i < instances.size(); i++) {
             const CIMObjectPath& p = instances[i].getPath();
-            if (CIMObjectPath(String(), CIMNamespaceName(), p.getClassName(),
-                    p.getKeyBindings()) == wanted)
-            {
+            if (CIMObjectPath(String(), CIMNamespaceName(), p.getClassName(), p.getKeyBindings()) ==
+                wanted) {
                 return long(i);
             }
         }

@@ -9,18 +9,14 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
-template<class E, class F>
+template <class E, class F>
 String MessageOf(F f)
 {
-    try
-    {
+    try {
         f();
-    }
-    catch (const E& e)
-    {
+    } catch (const E& e) {
         return e.getMessage();
     }
     ADD_FAILURE() << "no exception of the expected type";
@@ -34,16 +30,14 @@ CIMClass MakeFoo()
 {
     CIMClass c("ZAR_Foo", "ZAR_Base");
     c.addQualifier(CIMQualifier("Description", CIMValue(String("foo"))));
-    c.addProperty(CIMProperty("Name", CIMValue(CIMTYPE_STRING, false), 0,
-        CIMName(), "ZAR_Base", true)
-        .addQualifier(CIMQualifier("Key", CIMValue(true))));
-    c.addProperty(CIMProperty("Count", CIMValue(Uint32(3)), 0, CIMName(),
-        "ZAR_Foo"));
-    c.addProperty(CIMProperty("Id", CIMValue(CIMTYPE_UINT16, false), 0,
-        CIMName(), "ZAR_Foo")
-        .addQualifier(CIMQualifier("key", CIMValue(true))));
-    c.addProperty(CIMProperty("Owner", CIMValue(CIMTYPE_REFERENCE, false), 0,
-        "ZAR_Base", "ZAR_Foo"));
+    c.addProperty(
+        CIMProperty("Name", CIMValue(CIMTYPE_STRING, false), 0, CIMName(), "ZAR_Base", true)
+            .addQualifier(CIMQualifier("Key", CIMValue(true))));
+    c.addProperty(CIMProperty("Count", CIMValue(Uint32(3)), 0, CIMName(), "ZAR_Foo"));
+    c.addProperty(CIMProperty("Id", CIMValue(CIMTYPE_UINT16, false), 0, CIMName(), "ZAR_Foo")
+                      .addQualifier(CIMQualifier("key", CIMValue(true))));
+    c.addProperty(
+        CIMProperty("Owner", CIMValue(CIMTYPE_REFERENCE, false), 0, "ZAR_Base", "ZAR_Foo"));
     return c;
 }
 
@@ -62,8 +56,7 @@ TEST(CIMClassTest, BuildInstanceWithNullListGivesAllPropertiesInClassOrder)
     i.getProperty(1).getValue().get(count);
     EXPECT_EQ(count, 3u);
     EXPECT_EQ(i.getQualifierCount(), 0u);
-    for (Uint32 k = 0; k < i.getPropertyCount(); k++)
-    {
+    for (Uint32 k = 0; k < i.getPropertyCount(); k++) {
         EXPECT_EQ(i.getProperty(k).getQualifierCount(), 0u);
         EXPECT_TRUE(i.getProperty(k).getClassOrigin().isNull());
     }
@@ -82,8 +75,7 @@ TEST(CIMClassTest, BuildInstanceHonoursTheList)
     ASSERT_EQ(some.getPropertyCount(), 1u);
     EXPECT_EQ(some.getProperty(0).getName(), CIMName("Count"));
 
-    CIMInstance none =
-        c.buildInstance(true, true, CIMPropertyList(Array<CIMName>()));
+    CIMInstance none = c.buildInstance(true, true, CIMPropertyList(Array<CIMName>()));
     EXPECT_EQ(none.getPropertyCount(), 0u);
     EXPECT_EQ(none.getQualifierCount(), 1u);
 }
@@ -119,10 +111,10 @@ TEST(CIMClassTest, BuiltInstanceIsIndependentOfTheClass)
 TEST(CIMClassTest, KeyNamesFollowTheKeyQualifier)
 {
     CIMClass c = MakeFoo();
-    c.addProperty(CIMProperty("NotKey", CIMValue(true))
-        .addQualifier(CIMQualifier("Key", CIMValue(false))));
+    c.addProperty(
+        CIMProperty("NotKey", CIMValue(true)).addQualifier(CIMQualifier("Key", CIMValue(false))));
     c.addProperty(CIMProperty("NullKey", CIMValue(true))
-        .addQualifier(CIMQualifier("Key", CIMValue(CIMTYPE_BOOLEAN, false))));
+                      .addQualifier(CIMQualifier("Key", CIMValue(CIMTYPE_BOOLEAN, false))));
     Array<CIMName> keys;
     c.getKeyNames(keys);
     ASSERT_EQ(keys.size(), 2u);
@@ -147,11 +139,11 @@ TEST(CIMClassTest, AssociationAndAbstractNeedTrueQualifiers)
 TEST(CIMClassTest, PropertyRules)
 {
     CIMClass c = MakeFoo();
-    EXPECT_EQ(MessageOf<AlreadyExistsException>([&] {
-        c.addProperty(CIMProperty("count", CIMValue(Uint32(1))));
-    }), "already exists: property \"count\"");
-    EXPECT_THROW(c.addProperty(CIMProperty("Ref",
-        CIMValue(CIMTYPE_REFERENCE, false))), TypeMismatchException);
+    EXPECT_EQ(MessageOf<AlreadyExistsException>(
+                  [&] { c.addProperty(CIMProperty("count", CIMValue(Uint32(1)))); }),
+              "already exists: property \"count\"");
+    EXPECT_THROW(c.addProperty(CIMProperty("Ref", CIMValue(CIMTYPE_REFERENCE, false))),
+                 TypeMismatchException);
     EXPECT_EQ(c.getPropertyCount(), 4u);
     EXPECT_EQ(c.getPath().toString(), "ZAR_Foo");
     EXPECT_EQ(c.getSuperClassName(), CIMName("ZAR_Base"));
@@ -164,20 +156,19 @@ TEST(CIMClassTest, MethodsAndParameters)
     CIMMethod m("ExposePaths", CIMTYPE_UINT32);
     m.addQualifier(CIMQualifier("Description", CIMValue(String("x"))));
     m.addParameter(CIMParameter("LUNames", CIMTYPE_STRING, true)
-        .addQualifier(CIMQualifier("IN", CIMValue(true))));
-    m.addParameter(CIMParameter("ProtocolControllers", CIMTYPE_REFERENCE,
-        true, 0, "CIM_ProtocolController")
-        .addQualifier(CIMQualifier("OUT", CIMValue(true))));
-    EXPECT_EQ(MessageOf<AlreadyExistsException>([&] {
-        m.addParameter(CIMParameter("lunames", CIMTYPE_STRING));
-    }), "already exists: parameter \"lunames\"");
-    EXPECT_THROW(CIMParameter("P", CIMTYPE_STRING, false, 0, "ZAR_X"),
-        TypeMismatchException);
+                       .addQualifier(CIMQualifier("IN", CIMValue(true))));
+    m.addParameter(
+        CIMParameter("ProtocolControllers", CIMTYPE_REFERENCE, true, 0, "CIM_ProtocolController")
+            .addQualifier(CIMQualifier("OUT", CIMValue(true))));
+    EXPECT_EQ(MessageOf<AlreadyExistsException>(
+                  [&] { m.addParameter(CIMParameter("lunames", CIMTYPE_STRING)); }),
+              "already exists: parameter \"lunames\"");
+    EXPECT_THROW(CIMParameter("P", CIMTYPE_STRING, false, 0, "ZAR_X"), TypeMismatchException);
     c.addMethod(m);
 
-    EXPECT_EQ(MessageOf<AlreadyExistsException>([&] {
-        c.addMethod(CIMMethod("exposepaths", CIMTYPE_UINT32));
-    }), "already exists: method \"exposepaths\"");
+    EXPECT_EQ(MessageOf<AlreadyExistsException>(
+                  [&] { c.addMethod(CIMMethod("exposepaths", CIMTYPE_UINT32)); }),
+              "already exists: method \"exposepaths\"");
     EXPECT_THROW(m.setName("Other"), Exception);
     EXPECT_EQ(c.findMethod("EXPOSEPATHS"), 0u);
     EXPECT_EQ(c.findMethod("Missing"), PEG_NOT_FOUND);
@@ -200,13 +191,11 @@ TEST(CIMClassTest, MethodsAndParameters)
 TEST(CIMClassTest, CloneIsDeepIncludingMethods)
 {
     CIMClass c = MakeFoo();
-    c.addMethod(CIMMethod("Do", CIMTYPE_UINT32)
-        .addParameter(CIMParameter("In", CIMTYPE_STRING)));
+    c.addMethod(CIMMethod("Do", CIMTYPE_UINT32).addParameter(CIMParameter("In", CIMTYPE_STRING)));
     CIMClass copy = c.clone();
     EXPECT_TRUE(copy.identical(c));
 
-    copy.getMethod(0).getParameter(0).addQualifier(
-        CIMQualifier("IN", CIMValue(true)));
+    copy.getMethod(0).getParameter(0).addQualifier(CIMQualifier("IN", CIMValue(true)));
     EXPECT_EQ(c.getMethod(0).getParameter(0).getQualifierCount(), 0u);
     EXPECT_FALSE(copy.identical(c));
 
@@ -225,8 +214,7 @@ TEST(CIMClassTest, UninitializedClassesThrow)
     CIMClass c;
     EXPECT_TRUE(c.isUninitialized());
     EXPECT_THROW(c.getClassName(), UninitializedObjectException);
-    EXPECT_THROW(c.buildInstance(false, false, CIMPropertyList()),
-        UninitializedObjectException);
+    EXPECT_THROW(c.buildInstance(false, false, CIMPropertyList()), UninitializedObjectException);
     Array<CIMName> keys;
     EXPECT_THROW(c.getKeyNames(keys), UninitializedObjectException);
     CIMMethod m;

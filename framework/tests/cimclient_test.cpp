@@ -14,24 +14,18 @@
 PEGASUS_USING_PEGASUS;
 using zartest::TestOperationHost;
 
-namespace
-{
+namespace {
 
 const CIMNamespaceName NS("root/zar");
 
-template<class E, class F>
+template <class E, class F>
 String MessageOf(F f)
 {
-    try
-    {
+    try {
         f();
-    }
-    catch (const E& e)
-    {
+    } catch (const E& e) {
         return e.getMessage();
-    }
-    catch (...)
-    {
+    } catch (...) {
         ADD_FAILURE() << "an exception of another type";
         return String("<other>");
     }
@@ -58,19 +52,18 @@ TEST(CIMClientStateTest, ConnectionErrors)
     client.setTimeout(5000);
     EXPECT_EQ(client.getTimeout(), 5000u);
 
-    EXPECT_EQ(MessageOf<NotConnectedException>([&] {
-        client.enumerateInstanceNames(NS, "ZAR_Volume"); }), "not connected");
+    EXPECT_EQ(
+        MessageOf<NotConnectedException>([&] { client.enumerateInstanceNames(NS, "ZAR_Volume"); }),
+        "not connected");
     client.disconnect();
     // No server in this process and none listening on the local socket.
     EXPECT_THROW(client.connectLocal(), CannotConnectException);
-    EXPECT_EQ(MessageOf<CannotConnectException>([&] {
-        client.connect("127.0.0.1", 1, "u", "p"); }),
-        "Cannot connect to 127.0.0.1:1. Connection failed.");
+    EXPECT_EQ(MessageOf<CannotConnectException>([&] { client.connect("127.0.0.1", 1, "u", "p"); }),
+              "Cannot connect to 127.0.0.1:1. Connection failed.");
     SSLContext ssl("/nonexistent/truststore.pem");
-    EXPECT_THROW(client.connect("127.0.0.1", 1, ssl, "u", "p"),
-        CannotConnectException);
+    EXPECT_THROW(client.connect("127.0.0.1", 1, ssl, "u", "p"), CannotConnectException);
     EXPECT_THROW(client.getInstance(NS, CIMObjectPath("ZAR_Volume.Name=\"a\"")),
-        NotConnectedException);
+                 NotConnectedException);
 }
 
 TEST(CIMClientStateTest, HttpErrorExceptionCarriesItsParts)
@@ -78,15 +71,13 @@ TEST(CIMClientStateTest, HttpErrorExceptionCarriesItsParts)
     CIMClientHTTPErrorException e(401, "Unauthorized", "", "User Unauthorized");
     EXPECT_EQ(e.getCode(), 401u);
     EXPECT_EQ(e.getCIMErrorDetail(), "User Unauthorized");
-    EXPECT_EQ(e.getMessage(),
-        "HTTP Error (401 Unauthorized). Detail: User Unauthorized.");
+    EXPECT_EQ(e.getMessage(), "HTTP Error (401 Unauthorized). Detail: User Unauthorized.");
     CIMClientHTTPErrorException copy = e;
     EXPECT_EQ(copy.getCode(), 401u);
     EXPECT_EQ(copy.getCIMError(), "");
 }
 
-class CIMClientLocalTest : public ::testing::Test
-{
+class CIMClientLocalTest : public ::testing::Test {
 protected:
     void SetUp()
     {
@@ -107,21 +98,17 @@ TEST_F(CIMClientLocalTest, ConnectsAsTheProcessUser)
     struct passwd* pw = getpwuid(geteuid());
     ASSERT_TRUE(pw != 0);
     EXPECT_EQ(host.lastUser(), pw->pw_name);
-    EXPECT_TRUE(host.contexts.back().contains(
-        AcceptLanguageListContainer::NAME));
-    EXPECT_TRUE(host.contexts.back().contains(
-        ContentLanguageListContainer::NAME));
+    EXPECT_TRUE(host.contexts.back().contains(AcceptLanguageListContainer::NAME));
+    EXPECT_TRUE(host.contexts.back().contains(ContentLanguageListContainer::NAME));
 }
 
 TEST_F(CIMClientLocalTest, AlreadyConnectedUntilDisconnected)
 {
-    EXPECT_EQ(MessageOf<AlreadyConnectedException>([&] {
-        client.connectLocal(); }), "already connected");
-    EXPECT_THROW(client.connect("localhost", 5988, "u", "p"),
-        AlreadyConnectedException);
+    EXPECT_EQ(MessageOf<AlreadyConnectedException>([&] { client.connectLocal(); }),
+              "already connected");
+    EXPECT_THROW(client.connect("localhost", 5988, "u", "p"), AlreadyConnectedException);
     client.disconnect();
-    EXPECT_THROW(client.enumerateInstanceNames(NS, "ZAR_Volume"),
-        NotConnectedException);
+    EXPECT_THROW(client.enumerateInstanceNames(NS, "ZAR_Volume"), NotConnectedException);
     client.connectLocal();
     EXPECT_EQ(client.enumerateInstanceNames(NS, "ZAR_Volume").size(), 2u);
 }
@@ -164,39 +151,30 @@ TEST_F(CIMClientLocalTest, ModifyDeleteAndProperties)
 
 TEST_F(CIMClientLocalTest, ErrorsCarryTheirDescription)
 {
-    try
-    {
+    try {
         client.getInstance(NS, CIMObjectPath("ZAR_Volume.Name=\"none\""));
         ADD_FAILURE() << "no error";
-    }
-    catch (const CIMException& e)
-    {
+    } catch (const CIMException& e) {
         EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
-        EXPECT_EQ(e.getMessage(),
-            "CIM_ERR_NOT_FOUND: ZAR_Volume.Name=\"none\"");
+        EXPECT_EQ(e.getMessage(), "CIM_ERR_NOT_FOUND: ZAR_Volume.Name=\"none\"");
     }
 
     CIMObjectPath target("ZAR_Volume.Name=\"v1\"");
     Array<CIMParamValue> in, out;
-    try
-    {
+    try {
         client.invokeMethod(NS, target, "Fail", in, out);
         ADD_FAILURE() << "no error";
-    }
-    catch (const CIMException& e)
-    {
+    } catch (const CIMException& e) {
         EXPECT_EQ(Uint32(e.getCode()), 4097u);
-        EXPECT_EQ(e.getMessage(),
-            "Unrecognized CIM status code \"4097\": LU=x: bad\n");
+        EXPECT_EQ(e.getMessage(), "Unrecognized CIM status code \"4097\": LU=x: bad\n");
     }
-    EXPECT_EQ(MessageOf<CIMException>([&] {
-        client.invokeMethod(NS, target, "Mismatch", in, out); }),
+    EXPECT_EQ(
+        MessageOf<CIMException>([&] { client.invokeMethod(NS, target, "Mismatch", in, out); }),
         "CIM_ERR_FAILED: type mismatch");
-    EXPECT_EQ(MessageOf<CIMException>([&] {
-        client.invokeMethod(NS, target, "Int", in, out); }),
-        "CIM_ERR_FAILED: Unknown error.");
-    EXPECT_EQ(MessageOf<CIMException>([&] {
-        client.referenceNames(NS, target); }), "CIM_ERR_NOT_SUPPORTED");
+    EXPECT_EQ(MessageOf<CIMException>([&] { client.invokeMethod(NS, target, "Int", in, out); }),
+              "CIM_ERR_FAILED: Unknown error.");
+    EXPECT_EQ(MessageOf<CIMException>([&] { client.referenceNames(NS, target); }),
+              "CIM_ERR_NOT_SUPPORTED");
 }
 
 TEST_F(CIMClientLocalTest, MethodsAndAssociations)
@@ -206,8 +184,7 @@ TEST_F(CIMClientLocalTest, MethodsAndAssociations)
     in.append(CIMParamValue("LUN", CIMValue(Uint32(4))));
     Array<CIMParamValue> out;
     out.append(CIMParamValue("Stale", CIMValue(true)));
-    EXPECT_EQ(client.invokeMethod(NS, target, "Echo", in, out),
-        CIMValue(Uint32(1)));
+    EXPECT_EQ(client.invokeMethod(NS, target, "Echo", in, out), CIMValue(Uint32(1)));
     ASSERT_EQ(out.size(), 1u);
     EXPECT_EQ(out[0].getParameterName(), "LUN");
 
@@ -224,8 +201,9 @@ TEST_F(CIMClientLocalTest, PullOperationsHandOutTheResultsInPieces)
     host.store(NS, Volume("v3", 30));
     CIMEnumerationContext ctx;
     Boolean end = true;
-    Array<CIMInstance> first = client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume",
-        true, false, CIMPropertyList(), String(), String(), Uint32Arg(), false, 2);
+    Array<CIMInstance> first =
+        client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume", true, false, CIMPropertyList(),
+                                      String(), String(), Uint32Arg(), false, 2);
     EXPECT_EQ(first.size(), 2u);
     EXPECT_FALSE(end);
     EXPECT_EQ(client.enumerationCount(ctx).getValue(), 1u);
@@ -236,8 +214,8 @@ TEST_F(CIMClientLocalTest, PullOperationsHandOutTheResultsInPieces)
     EXPECT_THROW(client.pullInstancesWithPath(ctx, end, 5), InvalidEnumerationContextException);
 
     // Paths carry their namespace; a pull of the wrong kind ends it.
-    Array<CIMObjectPath> paths = client.openEnumerateInstancePaths(ctx, end, NS, "ZAR_Volume",
-        String(), String(), Uint32Arg(), false, 1);
+    Array<CIMObjectPath> paths = client.openEnumerateInstancePaths(
+        ctx, end, NS, "ZAR_Volume", String(), String(), Uint32Arg(), false, 1);
     ASSERT_EQ(paths.size(), 1u);
     EXPECT_EQ(paths[0].getNameSpace(), NS);
     try {
@@ -254,8 +232,8 @@ TEST_F(CIMClientLocalTest, PullOperationsHandOutTheResultsInPieces)
     }
 
     try {
-        client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume", true, false,
-            CIMPropertyList(), "DMTF:FQL", "Size > 1");
+        client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume", true, false, CIMPropertyList(),
+                                      "DMTF:FQL", "Size > 1");
         ADD_FAILURE() << "a filtered enumeration";
     } catch (CIMException& e) {
         EXPECT_EQ(e.getCode(), CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED);

@@ -10,8 +10,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 std::string str(const String& s)
 {
@@ -26,42 +25,46 @@ TEST(CIMDateTimeTest, DefaultsAndEpoch)
     EXPECT_TRUE(CIMDateTime().isInterval());
     EXPECT_EQ("00000101000000.000000+000", str(CIMDateTime(Uint64(0), false).toString()));
     EXPECT_EQ("00000001000001.000002:000",
-        str(CIMDateTime(Uint64(86400) * SEC + SEC + 2, true).toString()));
+              str(CIMDateTime(Uint64(86400) * SEC + SEC + 2, true).toString()));
 }
 
 TEST(CIMDateTimeTest, ParsesAndKeepsText)
 {
-    const char* good[] =
-    {
-        "20260102030405.123456-300", "20261122023739.398673+330",
-        "20240229235959.999999+000", "00000000000000.000000:000",
-        "99999999235959.999999:000", "2026**********.******+000",
+    const char* good[] = {
+        "20260102030405.123456-300", "20261122023739.398673+330", "20240229235959.999999+000",
+        "00000000000000.000000:000", "99999999235959.999999:000", "2026**********.******+000",
         "20260102030405.12****+000", "000000010000**.******:000",
     };
     for (const char* t : good)
         EXPECT_EQ(std::string(t), str(CIMDateTime(String(t)).toString())) << t;
 
-    const char* bad[] =
-    {
-        "2020", "", "20260102030405.123456+30", "20261302030405.000000+000",
-        "20260100030405.000000+000", "20230229000000.000000+000",
-        "20260102240000.000000+000", "20260102036000.000000+000",
-        "20260102030460.000000+000", "20260102030405,000000+000",
-        "20260102030405.000000*000", "20260102030405.000000:00a",
-        "00000000000000.000000:001", "00000000240000.000000:000",
-        "20260102030405.1*3456+000", "2026010203040x.000000+000",
-        "202601020304 5.000000+000", "2026*102030405.000000+000",
+    const char* bad[] = {
+        "2020",
+        "",
+        "20260102030405.123456+30",
+        "20261302030405.000000+000",
+        "20260100030405.000000+000",
+        "20230229000000.000000+000",
+        "20260102240000.000000+000",
+        "20260102036000.000000+000",
+        "20260102030460.000000+000",
+        "20260102030405,000000+000",
+        "20260102030405.000000*000",
+        "20260102030405.000000:00a",
+        "00000000000000.000000:001",
+        "00000000240000.000000:000",
+        "20260102030405.1*3456+000",
+        "2026010203040x.000000+000",
+        "202601020304 5.000000+000",
+        "2026*102030405.000000+000",
         "20260102030405.000000+0*0",
     };
     for (const char* t : bad)
         EXPECT_THROW(CIMDateTime d{String(t)}, InvalidDateTimeFormatException) << t;
 
-    try
-    {
+    try {
         CIMDateTime d(String("2020"));
-    }
-    catch (const Exception& e)
-    {
+    } catch (const Exception& e) {
         EXPECT_EQ("invalid datetime format", str(e.getMessage()));
     }
     CIMDateTime d("20200101000000.000000+000");
@@ -78,7 +81,7 @@ TEST(CIMDateTimeTest, EqualityComparesTheInstant)
     EXPECT_FALSE(CIMDateTime("20200101120000.000000+000") ==
                  CIMDateTime("20200101120000.000001+000"));
     EXPECT_FALSE(CIMDateTime("00000000000000.000000:000") ==
-                 CIMDateTime(Uint64(0), false));                 // kinds differ
+                 CIMDateTime(Uint64(0), false));  // kinds differ
     EXPECT_TRUE(CIMDateTime("20200101120000.000000+000") !=
                 CIMDateTime("20200101120000.000000+001"));
     // Wildcards match any digit they cover.
@@ -94,8 +97,7 @@ TEST(CIMDateTimeTest, MicrosecondsAndDifference)
     CIMDateTime b("20200102000001.000005+000");
     EXPECT_EQ(Sint64(86401 * SEC + 5), CIMDateTime::getDifference(a, b));
     EXPECT_EQ(-Sint64(86401 * SEC + 5), CIMDateTime::getDifference(b, a));
-    EXPECT_EQ(Uint64(90061) * SEC + 7,
-        CIMDateTime("00000001010101.000007:000").toMicroSeconds());
+    EXPECT_EQ(Uint64(90061) * SEC + 7, CIMDateTime("00000001010101.000007:000").toMicroSeconds());
     EXPECT_THROW(CIMDateTime::getDifference(a, CIMDateTime()), TypeMismatchException);
     // A timestamp's microseconds are UTC and survive a round trip.
     CIMDateTime local("20200615123456.654321-240");
@@ -109,7 +111,7 @@ TEST(CIMDateTimeTest, Arithmetic)
     CIMDateTime ts("20201231230000.000000+060");
     CIMDateTime hour("00000000010000.000000:000");
     CIMDateTime later = ts + hour;
-    EXPECT_EQ("20210101000000.000000+060", str(later.toString()));   // offset kept
+    EXPECT_EQ("20210101000000.000000+060", str(later.toString()));  // offset kept
     EXPECT_EQ("00000000010000.000000:000", str((later - ts).toString()));
     EXPECT_EQ(str(ts.toString()), str((later - hour).toString()));
     EXPECT_EQ("00000000020000.000000:000", str((hour + hour).toString()));
@@ -131,15 +133,14 @@ TEST(CIMDateTimeTest, Arithmetic)
     EXPECT_THROW(ts - later, DateTimeOutOfRangeException);
     EXPECT_THROW(hour / Uint64(0), Exception);
     EXPECT_THROW(CIMDateTime("99991231230000.000000+000") + hour + hour,
-        DateTimeOutOfRangeException);
-    EXPECT_THROW(CIMDateTime("99999999230000.000000:000") + hour,
-        DateTimeOutOfRangeException);
+                 DateTimeOutOfRangeException);
+    EXPECT_THROW(CIMDateTime("99999999230000.000000:000") + hour, DateTimeOutOfRangeException);
 }
 
 TEST(CIMDateTimeTest, Ordering)
 {
     CIMDateTime a("20200101000000.000000+000");
-    CIMDateTime b("20200101000000.000000-060");   // one hour later in UTC
+    CIMDateTime b("20200101000000.000000-060");  // one hour later in UTC
     EXPECT_TRUE(a < b);
     EXPECT_TRUE(a <= b);
     EXPECT_TRUE(b > a);
@@ -155,8 +156,8 @@ TEST(CIMDateTimeTest, FieldConstructors)
     EXPECT_TRUE(ts.isTimeStamp());
     CIMDateTime partial(2026, 1, 2, 3, 4, 5, 123456, 2, 0);
     EXPECT_EQ("20260102030405.12****+000", str(partial.toString()));
-    CIMDateTime wild(2026, CIMDateTime::WILDCARD, CIMDateTime::WILDCARD,
-        CIMDateTime::WILDCARD, CIMDateTime::WILDCARD, CIMDateTime::WILDCARD, 0, 0, 0);
+    CIMDateTime wild(2026, CIMDateTime::WILDCARD, CIMDateTime::WILDCARD, CIMDateTime::WILDCARD,
+                     CIMDateTime::WILDCARD, CIMDateTime::WILDCARD, 0, 0, 0);
     EXPECT_EQ("2026**********.******+000", str(wild.toString()));
     CIMDateTime iv(1, 2, 3, 4, 5, 6);
     EXPECT_EQ("00000001020304.000005:000", str(iv.toString()));
@@ -206,4 +207,4 @@ TEST(CIMDateTimeTest, CopiesAreIndependent)
     EXPECT_EQ("20210101000000.000000+000", str(b.toString()));
 }
 
-} // namespace
+}  // namespace

@@ -14,18 +14,14 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
-template<class E, class F>
+template <class E, class F>
 String MessageOf(F f)
 {
-    try
-    {
+    try {
         f();
-    }
-    catch (const E& e)
-    {
+    } catch (const E& e) {
         return e.getMessage();
     }
     ADD_FAILURE() << "no exception of the expected type";
@@ -46,9 +42,9 @@ CIMClass MakeFooClass()
 {
     CIMClass c("ZAR_Foo");
     c.addProperty(CIMProperty("Name", CIMValue(CIMTYPE_STRING, false))
-        .addQualifier(CIMQualifier("Key", CIMValue(true))));
+                      .addQualifier(CIMQualifier("Key", CIMValue(true))));
     c.addProperty(CIMProperty("Id", CIMValue(CIMTYPE_UINT16, false))
-        .addQualifier(CIMQualifier("KEY", CIMValue(true))));
+                      .addQualifier(CIMQualifier("KEY", CIMValue(true))));
     c.addProperty(CIMProperty("Count", CIMValue(Uint32(3))));
     return c;
 }
@@ -70,14 +66,11 @@ TEST(CIMInstanceTest, UninitializedInstanceThrowsEverywhere)
     EXPECT_THROW(i.getPath(), UninitializedObjectException);
     EXPECT_THROW(i.findProperty("Name"), UninitializedObjectException);
     EXPECT_THROW(i.getPropertyCount(), UninitializedObjectException);
-    EXPECT_THROW(i.addProperty(CIMProperty("A", CIMValue(true))),
-        UninitializedObjectException);
+    EXPECT_THROW(i.addProperty(CIMProperty("A", CIMValue(true))), UninitializedObjectException);
     EXPECT_THROW(i.clone(), UninitializedObjectException);
-    EXPECT_THROW(i.setPath(CIMObjectPath("ZAR_Foo")),
-        UninitializedObjectException);
+    EXPECT_THROW(i.setPath(CIMObjectPath("ZAR_Foo")), UninitializedObjectException);
     EXPECT_THROW(i.buildPath(MakeFooClass()), UninitializedObjectException);
-    EXPECT_THROW(MakeFoo().buildPath(CIMConstClass()),
-        UninitializedObjectException);
+    EXPECT_THROW(MakeFoo().buildPath(CIMConstClass()), UninitializedObjectException);
 }
 
 TEST(CIMInstanceTest, PropertyLookupAndDuplicates)
@@ -87,9 +80,9 @@ TEST(CIMInstanceTest, PropertyLookupAndDuplicates)
     EXPECT_EQ(i.findProperty("COUNT"), 2u);
     EXPECT_EQ(i.findProperty("Missing"), PEG_NOT_FOUND);
 
-    EXPECT_EQ(MessageOf<AlreadyExistsException>([&] {
-        i.addProperty(CIMProperty("NAME", CIMValue(String("x"))));
-    }), "already exists: property \"NAME\"");
+    EXPECT_EQ(MessageOf<AlreadyExistsException>(
+                  [&] { i.addProperty(CIMProperty("NAME", CIMValue(String("x")))); }),
+              "already exists: property \"NAME\"");
     EXPECT_THROW(i.addProperty(CIMProperty()), UninitializedObjectException);
     EXPECT_EQ(i.getPropertyCount(), 3u);
 
@@ -123,8 +116,8 @@ TEST(CIMInstanceTest, CopiesShareCloneIsDeep)
 TEST(CIMInstanceTest, ConstInstanceGivesConstProperties)
 {
     const CIMInstance i = MakeFoo();
-    static_assert(std::is_same<decltype(i.getProperty(0)),
-        CIMConstProperty>::value, "const instance yields CIMConstProperty");
+    static_assert(std::is_same<decltype(i.getProperty(0)), CIMConstProperty>::value,
+                  "const instance yields CIMConstProperty");
     CIMConstInstance ci = i;
     EXPECT_EQ(ci.getProperty(ci.findProperty("id")).getType(), CIMTYPE_UINT16);
 }
@@ -132,8 +125,7 @@ TEST(CIMInstanceTest, ConstInstanceGivesConstProperties)
 TEST(CIMInstanceTest, SetPathChecksTheClassName)
 {
     CIMInstance i = MakeFoo();
-    EXPECT_THROW(i.setPath(CIMObjectPath("ZAR_Bar.Name=\"a\"")),
-        TypeMismatchException);
+    EXPECT_THROW(i.setPath(CIMObjectPath("ZAR_Bar.Name=\"a\"")), TypeMismatchException);
     EXPECT_THROW(i.setPath(CIMObjectPath()), UninitializedObjectException);
     EXPECT_EQ(i.getPath().toString(), "ZAR_Foo");
 
@@ -151,8 +143,7 @@ TEST(CIMInstanceTest, SetPathChecksTheClassName)
 TEST(CIMInstanceTest, ReferencePropertiesOnInstances)
 {
     CIMInstance i("ZAR_Assoc");
-    i.addProperty(CIMProperty("Dependent",
-        CIMValue(CIMObjectPath("ZAR_Foo.Name=\"a\""))));
+    i.addProperty(CIMProperty("Dependent", CIMValue(CIMObjectPath("ZAR_Foo.Name=\"a\""))));
     EXPECT_EQ(i.getProperty(0).getType(), CIMTYPE_REFERENCE);
 }
 
@@ -167,8 +158,7 @@ TEST(CIMInstanceTest, BuildPathTakesTheClassKeysFromTheInstance)
 
     CIMInstance nullKey("ZAR_Foo");
     nullKey.addProperty(CIMProperty("name", CIMValue(CIMTYPE_STRING, false)));
-    EXPECT_EQ(MessageOf<NoSuchProperty>([&] { nullKey.buildPath(cls); }),
-        "no such property: Id");
+    EXPECT_EQ(MessageOf<NoSuchProperty>([&] { nullKey.buildPath(cls); }), "no such property: Id");
     nullKey.addProperty(CIMProperty("ID", CIMValue(Uint16(0))));
     CIMObjectPath q = nullKey.buildPath(cls);
     ASSERT_EQ(q.getKeyBindings().size(), 2u);
@@ -182,8 +172,8 @@ TEST(CIMInstanceTest, InstanceFilterDropsWhatWasNotAskedFor)
 {
     CIMInstance i("ZAR_Foo");
     i.addQualifier(CIMQualifier("Description", CIMValue(String("d"))));
-    i.addProperty(CIMProperty("Name", CIMValue(String("a")), 0, CIMName(),
-        "ZAR_Base").addQualifier(CIMQualifier("Key", CIMValue(true))));
+    i.addProperty(CIMProperty("Name", CIMValue(String("a")), 0, CIMName(), "ZAR_Base")
+                      .addQualifier(CIMQualifier("Key", CIMValue(true))));
     i.addProperty(CIMProperty("Count", CIMValue(Uint32(1))));
 
     CIMInstance keepAll = i.clone();

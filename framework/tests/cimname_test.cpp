@@ -8,8 +8,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 std::string msgOf(const Exception& e)
 {
@@ -20,24 +19,21 @@ TEST(CIMNameTest, LegalAndIllegalNames)
 {
     EXPECT_TRUE(CIMName::legal("ZAR_StorageVolume"));
     EXPECT_TRUE(CIMName::legal("_x9"));
-    EXPECT_TRUE(CIMName::legal("\xC3\xA9t\xC3\xA9"));        // U+0080..U+FFEF allowed
+    EXPECT_TRUE(CIMName::legal("\xC3\xA9t\xC3\xA9"));  // U+0080..U+FFEF allowed
     EXPECT_FALSE(CIMName::legal(""));
     EXPECT_FALSE(CIMName::legal("9abc"));
     EXPECT_FALSE(CIMName::legal("a.b"));
     EXPECT_FALSE(CIMName::legal("a-b"));
     EXPECT_FALSE(CIMName::legal("a b"));
-    EXPECT_FALSE(CIMName::legal(String("\xEF\xBF\xB0")));   // U+FFF0 is outside the range
+    EXPECT_FALSE(CIMName::legal(String("\xEF\xBF\xB0")));  // U+FFF0 is outside the range
 }
 
 TEST(CIMNameTest, InvalidNamesThrowWithTheName)
 {
-    try
-    {
+    try {
         CIMName n("9abc");
         FAIL();
-    }
-    catch (const InvalidNameException& e)
-    {
+    } catch (const InvalidNameException& e) {
         EXPECT_EQ("The CIM name is not valid: 9abc", msgOf(e));
     }
     EXPECT_THROW(CIMName(""), InvalidNameException);
@@ -65,7 +61,7 @@ TEST(CIMNameTest, ComparisonIgnoresAsciiCaseOnly)
     CIMName a("ZAR_Foo");
     EXPECT_TRUE(a == CIMName("zar_foo"));
     EXPECT_TRUE(a.equal(CIMName("ZAR_FOO")));
-    EXPECT_EQ(String("ZAR_Foo"), a.getString());    // spelling kept
+    EXPECT_EQ(String("ZAR_Foo"), a.getString());  // spelling kept
     EXPECT_FALSE(CIMName("\xC3\xA9") == CIMName("\xC3\x89"));
     EXPECT_TRUE(a != CIMName("ZAR_Bar"));
 }
@@ -75,7 +71,7 @@ TEST(CIMNameTest, LiteralComparisonsDoNotValidate)
     CIMName a("Name");
     EXPECT_TRUE(a == "NAME");
     EXPECT_TRUE("name" == a);
-    EXPECT_FALSE(a == "");                  // no exception for an illegal literal
+    EXPECT_FALSE(a == "");  // no exception for an illegal literal
     EXPECT_TRUE(a != "9x");
     EXPECT_TRUE(CIMName() == "");
     EXPECT_TRUE(a.equal("nAmE"));
@@ -93,13 +89,10 @@ TEST(CIMNamespaceNameTest, LegalFormsAndLeadingSlash)
     EXPECT_FALSE(CIMNamespaceName::legal("root/9zar"));
     EXPECT_FALSE(CIMNamespaceName::legal("//root"));
     EXPECT_EQ(String("root/zar"), CIMNamespaceName("/root/zar").getString());
-    try
-    {
+    try {
         CIMNamespaceName ns("root//zar");
         FAIL();
-    }
-    catch (const InvalidNamespaceNameException& e)
-    {
+    } catch (const InvalidNamespaceNameException& e) {
         EXPECT_EQ("invalid CIM namespace name: root//zar", msgOf(e));
     }
     EXPECT_THROW(CIMNamespaceName(""), InvalidNamespaceNameException);
@@ -150,4 +143,4 @@ TEST(CIMNameTest, ContainsAndSortOfNameArrays)
     EXPECT_FALSE(Contains(strings, String("FOO")));
 }
 
-} // namespace
+}  // namespace

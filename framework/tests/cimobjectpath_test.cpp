@@ -8,8 +8,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 std::string str(const String& s)
 {
@@ -24,16 +23,11 @@ std::string text(const String& path)
 // The reason text of the MalformedObjectNameException that parsing throws.
 std::string parseError(const String& path)
 {
-    try
-    {
+    try {
         CIMObjectPath p(path);
-    }
-    catch (const MalformedObjectNameException& e)
-    {
+    } catch (const MalformedObjectNameException& e) {
         return str(e.getMessage());
-    }
-    catch (const Exception& e)
-    {
+    } catch (const Exception& e) {
         return "wrong exception: " + str(e.getMessage());
     }
     return "accepted";
@@ -44,7 +38,7 @@ TEST(CIMObjectPathTest, ToStringOrdersKeysAndEscapes)
     CIMObjectPath p;
     p.set("//myhost/root/zar:ZAR_Foo.Name=\"a\\\"b\\\\c\",Id=5,Flag=true,Sys=\"x\"");
     EXPECT_EQ("//myhost/root/zar:ZAR_Foo.Flag=TRUE,Id=5,Name=\"a\\\"b\\\\c\",Sys=\"x\"",
-        str(p.toString()));
+              str(p.toString()));
     const Array<CIMKeyBinding>& keys = p.getKeyBindings();
     ASSERT_EQ(4u, keys.size());
     EXPECT_EQ("Name", str(keys[2].getName().getString()));
@@ -62,7 +56,7 @@ TEST(CIMObjectPathTest, KeysFromValuesAndTheirText)
     keys.append(CIMKeyBinding("Ref", CIMValue(CIMObjectPath("root/zar:C.K=\"v\""))));
     CIMObjectPath p("", CIMNamespaceName("root/zar"), CIMName("ZAR_X"), keys);
     EXPECT_EQ("root/zar:ZAR_X.alpha=7,Beta=TRUE,Ref=\"root/zar:C.K=\\\"v\\\"\",Zeta=\"z\\\"q\"",
-        str(p.toString()));
+              str(p.toString()));
     // The caller's array is not reordered.
     EXPECT_EQ("Zeta", str(keys[0].getName().getString()));
 }
@@ -77,7 +71,7 @@ TEST(CIMObjectPathTest, ReferenceKeysAreNormalisedWhenStored)
     Array<CIMKeyBinding> bad;
     bad.append(CIMKeyBinding("R", "not a path", CIMKeyBinding::REFERENCE));
     EXPECT_THROW(CIMObjectPath("", CIMNamespaceName(), CIMName("Assoc"), bad),
-        MalformedObjectNameException);
+                 MalformedObjectNameException);
     EXPECT_THROW(p.setKeyBindings(bad), MalformedObjectNameException);
     EXPECT_EQ("//h/root/zar:C.A=\"x\",B=1", str(p.getKeyBindings()[0].getValue()));
 }
@@ -85,11 +79,13 @@ TEST(CIMObjectPathTest, ReferenceKeysAreNormalisedWhenStored)
 TEST(CIMObjectPathTest, NestedReferencesRoundTripAtSeveralDepths)
 {
     // Depth 1: a view referring to a volume.
-    CIMObjectPath volume("//h1:5988/root/zar:ZAR_StorageVolume.DeviceID=\"v\\\"1\",SystemName=\"S\"");
+    CIMObjectPath volume(
+        "//h1:5988/root/zar:ZAR_StorageVolume.DeviceID=\"v\\\"1\",SystemName=\"S\"");
     Array<CIMKeyBinding> k1;
     k1.append(CIMKeyBinding("Dependent", CIMValue(volume)));
-    k1.append(CIMKeyBinding("Antecedent", "root/zar:ZAR_SCSIProtocolController.DeviceID=\"MS:0:1:2:3\"",
-        CIMKeyBinding::REFERENCE));
+    k1.append(CIMKeyBinding("Antecedent",
+                            "root/zar:ZAR_SCSIProtocolController.DeviceID=\"MS:0:1:2:3\"",
+                            CIMKeyBinding::REFERENCE));
     CIMObjectPath assoc("", CIMNamespaceName("root/zar"), CIMName("ZAR_ControllerForUnit"), k1);
 
     // Depth 2: a path whose key refers to the association path.
@@ -108,7 +104,7 @@ TEST(CIMObjectPathTest, NestedReferencesRoundTripAtSeveralDepths)
     ASSERT_EQ(2u, innerAssoc.getKeyBindings().size());
     CIMObjectPath innerVolume(innerAssoc.getKeyBindings()[1].getValue());
     EXPECT_EQ("//h1:5988/root/zar:ZAR_StorageVolume.DeviceID=\"v\\\"1\",SystemName=\"S\"",
-        str(innerVolume.toString()));
+              str(innerVolume.toString()));
     EXPECT_EQ("v\"1", str(innerVolume.getKeyBindings()[0].getValue()));
     EXPECT_EQ("a\\b", str(back.getKeyBindings()[1].getValue()));
 
@@ -130,9 +126,9 @@ TEST(CIMObjectPathTest, HandWrittenTexts)
     EXPECT_EQ("//host.domain.com/root/zar:C.K=1", text("//host.domain.com/root/zar:C.K=1"));
     EXPECT_EQ("//1.2.3.4:5989/root/zar:C.K=1", text("//1.2.3.4:5989/root/zar:C.K=1"));
     EXPECT_EQ("//my_host/ns:C", text("//my_host/ns:C"));
-    EXPECT_EQ("C.K=\"a:b\"", text("C.K=\"a:b\""));              // no namespace
+    EXPECT_EQ("C.K=\"a:b\"", text("C.K=\"a:b\""));  // no namespace
     EXPECT_EQ("", str(CIMObjectPath().toString()));
-    EXPECT_EQ("C.K=1", text("C.K=1,"));                          // trailing comma
+    EXPECT_EQ("C.K=1", text("C.K=1,"));  // trailing comma
     CIMObjectPath mixed("C.X=0x1F,b=false,N=-0");
     EXPECT_EQ("C.b=FALSE,N=-0,X=0x1F", str(mixed.toString()));  // name spelling kept
     CIMObjectPath dup("C.K=\"a\",K=\"b\"");
@@ -140,9 +136,10 @@ TEST(CIMObjectPathTest, HandWrittenTexts)
     // A quoted value is a reference only if it is a path with keys.
     EXPECT_EQ(CIMKeyBinding::STRING, CIMObjectPath("C.K=\"a=b\"").getKeyBindings()[0].getType());
     EXPECT_EQ(CIMKeyBinding::STRING, CIMObjectPath("C.K=\"C.a=b\"").getKeyBindings()[0].getType());
-    EXPECT_EQ(CIMKeyBinding::STRING, CIMObjectPath("C.K=\"root/zar:C\"").getKeyBindings()[0].getType());
+    EXPECT_EQ(CIMKeyBinding::STRING,
+              CIMObjectPath("C.K=\"root/zar:C\"").getKeyBindings()[0].getType());
     EXPECT_EQ(CIMKeyBinding::REFERENCE,
-        CIMObjectPath("C.K=\"ns:C.K=\\\"v\\\"\"").getKeyBindings()[0].getType());
+              CIMObjectPath("C.K=\"ns:C.K=\\\"v\\\"\"").getKeyBindings()[0].getType());
     // Largest and smallest 64-bit numbers.
     EXPECT_EQ("C.K=18446744073709551615", text("C.K=18446744073709551615"));
     EXPECT_EQ("C.K=-9223372036854775808", text("C.K=-9223372036854775808"));
@@ -152,33 +149,61 @@ TEST(CIMObjectPathTest, HandWrittenTexts)
 
 TEST(CIMObjectPathTest, MalformedTextsThrowWithReason)
 {
-    EXPECT_EQ("malformed object name: ZAR_Foo.Name=abc, reason:\"invalid key-value pair, "
-              "invalid number value abc\"", parseError("ZAR_Foo.Name=abc"));
+    EXPECT_EQ(
+        "malformed object name: ZAR_Foo.Name=abc, reason:\"invalid key-value pair, "
+        "invalid number value abc\"",
+        parseError("ZAR_Foo.Name=abc"));
     EXPECT_EQ("malformed object name: //h/C.K=1, reason:\"host specified, missing namespace\"",
-        parseError("//h/C.K=1"));
+              parseError("//h/C.K=1"));
     EXPECT_EQ("malformed object name: 1Bad, reason:\"class name 1Bad not a legal CIM name\"",
-        parseError("1Bad"));
+              parseError("1Bad"));
     EXPECT_EQ("malformed object name: C.K, reason:\"invalid key-value pair, missing equal sign\"",
-        parseError("C.K"));
-    EXPECT_EQ("malformed object name: C.K=\"abc, reason:\"invalid key-value pair, "
-              "missing quote in key value\"", parseError("C.K=\"abc"));
-    EXPECT_EQ("malformed object name: C.K=\"a\\nb\", reason:\"invalid key-value pair, "
-              "malformed value\"", parseError("C.K=\"a\\nb\""));
-    EXPECT_EQ("malformed object name: C.K=tru, reason:\"invalid key-value pair, "
-              "value should be TRUE or FALSE\"", parseError("C.K=tru"));
-    EXPECT_EQ("malformed object name: C.K=\"a\"J=1, reason:\"invalid key-value pair, "
-              "next key-value pair has to start with comma\"", parseError("C.K=\"a\"J=1"));
-    EXPECT_EQ("malformed object name: C.K = 1, reason:\"invalid key-value pair, "
-              "invalid key name:K \"", parseError("C.K = 1"));
+              parseError("C.K"));
+    EXPECT_EQ(
+        "malformed object name: C.K=\"abc, reason:\"invalid key-value pair, "
+        "missing quote in key value\"",
+        parseError("C.K=\"abc"));
+    EXPECT_EQ(
+        "malformed object name: C.K=\"a\\nb\", reason:\"invalid key-value pair, "
+        "malformed value\"",
+        parseError("C.K=\"a\\nb\""));
+    EXPECT_EQ(
+        "malformed object name: C.K=tru, reason:\"invalid key-value pair, "
+        "value should be TRUE or FALSE\"",
+        parseError("C.K=tru"));
+    EXPECT_EQ(
+        "malformed object name: C.K=\"a\"J=1, reason:\"invalid key-value pair, "
+        "next key-value pair has to start with comma\"",
+        parseError("C.K=\"a\"J=1"));
+    EXPECT_EQ(
+        "malformed object name: C.K = 1, reason:\"invalid key-value pair, "
+        "invalid key name:K \"",
+        parseError("C.K = 1"));
     EXPECT_EQ("malformed object name: //-bad/ns:C, reason:\"invalid hostname\"",
-        parseError("//-bad/ns:C"));
+              parseError("//-bad/ns:C"));
 
-    const char* rejected[] =
-    {
-        "", "root/zar:", " C", "C.K=+3", "C.K=007", "C.K=1.5", "C.K=", "C.K=1 ",
-        "C.K=18446744073709551616", "C.K=-9223372036854775809", "C.K=0x",
-        "root//zar:C", "//a..b/ns:C", "//300.1.1.1/ns:C", "//host:99999/ns:C",
-        "//h o/ns:C", "//[::1]/ns:C", "//h/:C", "//host", "C.9K=1", "C.K=trueX",
+    const char* rejected[] = {
+        "",
+        "root/zar:",
+        " C",
+        "C.K=+3",
+        "C.K=007",
+        "C.K=1.5",
+        "C.K=",
+        "C.K=1 ",
+        "C.K=18446744073709551616",
+        "C.K=-9223372036854775809",
+        "C.K=0x",
+        "root//zar:C",
+        "//a..b/ns:C",
+        "//300.1.1.1/ns:C",
+        "//host:99999/ns:C",
+        "//h o/ns:C",
+        "//[::1]/ns:C",
+        "//h/:C",
+        "//host",
+        "C.9K=1",
+        "C.K=trueX",
     };
     for (const char* t : rejected)
         EXPECT_THROW(CIMObjectPath p(t), MalformedObjectNameException) << t;
@@ -197,13 +222,10 @@ TEST(CIMObjectPathTest, SetHostValidates)
     CIMObjectPath p("ns:C.K=1");
     p.setHost("host:5988");
     EXPECT_EQ("//host:5988/ns:C.K=1", str(p.toString()));
-    try
-    {
+    try {
         p.setHost("h o");
         FAIL();
-    }
-    catch (const MalformedObjectNameException& e)
-    {
+    } catch (const MalformedObjectNameException& e) {
         EXPECT_EQ("malformed object name: h o, reason:\"invalid hostname\"", str(e.getMessage()));
     }
     p.setHost("");
@@ -211,7 +233,7 @@ TEST(CIMObjectPathTest, SetHostValidates)
     CIMObjectPath q;
     q.setHost("h");
     q.setClassName("C");
-    EXPECT_EQ("//h/:C", str(q.toString()));     // host without namespace
+    EXPECT_EQ("//h/:C", str(q.toString()));  // host without namespace
 }
 
 TEST(CIMObjectPathTest, CopiesAreIndependent)
@@ -235,7 +257,7 @@ TEST(CIMObjectPathEqualityTest, HostNamespaceClassAndKeyNames)
     EXPECT_FALSE(CIMObjectPath("//HostA/ns:C.K=1") == CIMObjectPath("//HostB/ns:C.K=1"));
     EXPECT_FALSE(CIMObjectPath("root/zar:C.K=1") == CIMObjectPath("C.K=1"));
     EXPECT_FALSE(CIMObjectPath("ns:C.K=1") == CIMObjectPath("ns:D.K=1"));
-    EXPECT_TRUE(CIMObjectPath("C.A=1,B=2") == CIMObjectPath("C.b=2,a=1"));   // key order
+    EXPECT_TRUE(CIMObjectPath("C.A=1,B=2") == CIMObjectPath("C.b=2,a=1"));  // key order
     EXPECT_FALSE(CIMObjectPath("C.A=1") == CIMObjectPath("C.A=1,B=2"));
     EXPECT_TRUE(CIMObjectPath("C.A=1") != CIMObjectPath("C.B=1"));
 }
@@ -253,7 +275,7 @@ TEST(CIMObjectPathEqualityTest, ValuesByType)
     k1.append(CIMKeyBinding("K", "007", CIMKeyBinding::NUMERIC));
     k2.append(CIMKeyBinding("K", "7", CIMKeyBinding::NUMERIC));
     EXPECT_FALSE(CIMObjectPath("", CIMNamespaceName(), "C", k1) ==
-                 CIMObjectPath("", CIMNamespaceName(), "C", k2));   // unparsable: text
+                 CIMObjectPath("", CIMNamespaceName(), "C", k2));  // unparsable: text
     Array<CIMKeyBinding> b1, b2;
     b1.append(CIMKeyBinding("K", "true", CIMKeyBinding::BOOLEAN));
     b2.append(CIMKeyBinding("K", "TRUE", CIMKeyBinding::BOOLEAN));
@@ -284,17 +306,15 @@ TEST(CIMObjectPathEqualityTest, StringThatLooksLikeAPathDoesNotRoundTrip)
 
 TEST(CIMObjectPathEqualityTest, HashAgreesWithEquality)
 {
-    const char* same[][2] =
-    {
-        { "//HostA/Root/Zar:zar_foo.NAME=\"x\"", "//hosta/root/zar:ZAR_Foo.name=\"x\"" },
-        { "C.K=10", "C.K=0xA" },
-        { "C.K=-5", "C.K=-0x5" },
-        { "C.B=2,A=1", "C.a=1,b=2" },
-        { "C.K=true", "C.K=TRUE" },
-        { "A.R=\"ROOT/ZAR:c.k=0x10\"", "A.R=\"root/zar:C.K=16\"" },
+    const char* same[][2] = {
+        {"//HostA/Root/Zar:zar_foo.NAME=\"x\"", "//hosta/root/zar:ZAR_Foo.name=\"x\""},
+        {"C.K=10", "C.K=0xA"},
+        {"C.K=-5", "C.K=-0x5"},
+        {"C.B=2,A=1", "C.a=1,b=2"},
+        {"C.K=true", "C.K=TRUE"},
+        {"A.R=\"ROOT/ZAR:c.k=0x10\"", "A.R=\"root/zar:C.K=16\""},
     };
-    for (auto& pair : same)
-    {
+    for (auto& pair : same) {
         CIMObjectPath a(pair[0]), b(pair[1]);
         ASSERT_TRUE(a == b) << pair[0];
         EXPECT_EQ(a.makeHashCode(), b.makeHashCode()) << pair[0];
@@ -320,7 +340,8 @@ TEST(CIMKeyBindingTest, FromValues)
     CIMKeyBinding nul("K", CIMValue(CIMTYPE_STRING, false));
     EXPECT_EQ(CIMKeyBinding::STRING, nul.getType());
     EXPECT_EQ(0u, nul.getValue().size());
-    EXPECT_EQ(CIMKeyBinding::NUMERIC, CIMKeyBinding("K", CIMValue(CIMTYPE_UINT32, false)).getType());
+    EXPECT_EQ(CIMKeyBinding::NUMERIC,
+              CIMKeyBinding("K", CIMValue(CIMTYPE_UINT32, false)).getType());
     Array<Uint32> arr;
     arr.append(1);
     EXPECT_THROW(CIMKeyBinding("K", CIMValue(arr)), TypeMismatchException);
@@ -335,7 +356,7 @@ TEST(CIMKeyBindingTest, EqualConvertsItsTextToTheValueType)
     EXPECT_FALSE(n.equal(CIMValue(Uint32(6))));
     EXPECT_FALSE(n.equal(CIMValue(String("5"))));
     CIMKeyBinding big("K", "300", CIMKeyBinding::NUMERIC);
-    EXPECT_FALSE(big.equal(CIMValue(Uint8(44))));     // does not fit, no wrap-around
+    EXPECT_FALSE(big.equal(CIMValue(Uint8(44))));  // does not fit, no wrap-around
     CIMKeyBinding hex("K", "0x10", CIMKeyBinding::NUMERIC);
     EXPECT_TRUE(hex.equal(CIMValue(Uint32(16))));
     CIMKeyBinding real("K", "1.5", CIMKeyBinding::NUMERIC);
@@ -350,7 +371,7 @@ TEST(CIMKeyBindingTest, EqualConvertsItsTextToTheValueType)
     EXPECT_TRUE(ref.equal(CIMValue(CIMObjectPath("NS:c.k=0x1"))));
     CIMKeyBinding notDate("K", "2020", CIMKeyBinding::STRING);
     EXPECT_FALSE(notDate.equal(CIMValue(CIMDateTime())));
-    EXPECT_FALSE(n.equal(CIMValue(CIMTYPE_UINT32, false)));   // null value
+    EXPECT_FALSE(n.equal(CIMValue(CIMTYPE_UINT32, false)));  // null value
 }
 
 TEST(CIMKeyBindingTest, ValueSemantics)
@@ -366,4 +387,4 @@ TEST(CIMKeyBindingTest, ValueSemantics)
     EXPECT_TRUE(CIMKeyBinding("k", "v", CIMKeyBinding::STRING) == a);
 }
 
-} // namespace
+}  // namespace

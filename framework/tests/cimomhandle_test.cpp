@@ -13,25 +13,19 @@
 PEGASUS_USING_PEGASUS;
 using zartest::TestOperationHost;
 
-namespace
-{
+namespace {
 
 const CIMNamespaceName NS("root/zar");
 
 // The code and message of the CIMException that f throws.
-template<class F>
+template <class F>
 std::pair<Uint32, String> ErrorOf(F f)
 {
-    try
-    {
+    try {
         f();
-    }
-    catch (const CIMException& e)
-    {
+    } catch (const CIMException& e) {
         return std::make_pair(Uint32(e.getCode()), e.getMessage());
-    }
-    catch (...)
-    {
+    } catch (...) {
         ADD_FAILURE() << "not a CIMException";
         return std::make_pair(Uint32(0), String("<other>"));
     }
@@ -50,8 +44,7 @@ CIMInstance Volume(const char* name, Uint32 size)
     return i;
 }
 
-class CIMOMHandleTest : public ::testing::Test
-{
+class CIMOMHandleTest : public ::testing::Test {
 protected:
     void SetUp()
     {
@@ -72,9 +65,8 @@ TEST(CIMOMHandleNoHostTest, FailsClearlyWithoutAServer)
 {
     setLocalOperationHost(0);
     CIMOMHandle cimom;
-    std::pair<Uint32, String> e = ErrorOf([&] {
-        cimom.enumerateInstanceNames(OperationContext(), NS, "ZAR_Volume");
-    });
+    std::pair<Uint32, String> e =
+        ErrorOf([&] { cimom.enumerateInstanceNames(OperationContext(), NS, "ZAR_Volume"); });
     EXPECT_EQ(e.first, Uint32(CIM_ERR_FAILED));
     EXPECT_NE(e.second.find("no CIM server"), PEG_NOT_FOUND) << e.second;
 }
@@ -84,8 +76,7 @@ TEST_F(CIMOMHandleTest, HandleMadeBeforeRegistrationReachesTheLaterHost)
     setLocalOperationHost(0);
     CIMOMHandle early;
     setLocalOperationHost(&host);
-    EXPECT_EQ(early.enumerateInstanceNames(OperationContext(), NS,
-        "ZAR_Volume").size(), 2u);
+    EXPECT_EQ(early.enumerateInstanceNames(OperationContext(), NS, "ZAR_Volume").size(), 2u);
 }
 
 TEST_F(CIMOMHandleTest, PassesOnIdentityLanguagesAndAddressOnly)
@@ -112,18 +103,16 @@ TEST_F(CIMOMHandleTest, PassesOnIdentityLanguagesAndAddressOnly)
 TEST_F(CIMOMHandleTest, InstanceOperationsRoundTrip)
 {
     OperationContext ctx;
-    Array<CIMInstance> all = cimom.enumerateInstances(ctx, NS, "ZAR_Volume",
-        true, false, false, false, CIMPropertyList());
+    Array<CIMInstance> all = cimom.enumerateInstances(ctx, NS, "ZAR_Volume", true, false, false,
+                                                      false, CIMPropertyList());
     ASSERT_EQ(all.size(), 2u);
     EXPECT_EQ(all[0].getPath().getHost(), "testhost")
         << "a CIMOMHandle hands paths back as the server gives them";
 
-    Array<CIMObjectPath> names =
-        cimom.enumerateInstanceNames(ctx, NS, "ZAR_Volume");
+    Array<CIMObjectPath> names = cimom.enumerateInstanceNames(ctx, NS, "ZAR_Volume");
     ASSERT_EQ(names.size(), 2u);
 
-    CIMInstance v2 = cimom.getInstance(ctx, NS, names[1], false, false,
-        false, CIMPropertyList());
+    CIMInstance v2 = cimom.getInstance(ctx, NS, names[1], false, false, false, CIMPropertyList());
     Uint32 size = 0;
     v2.getProperty(v2.findProperty("Size")).getValue().get(size);
     EXPECT_EQ(size, 20u);
@@ -140,20 +129,19 @@ TEST_F(CIMOMHandleTest, InstanceOperationsRoundTrip)
 
     cimom.deleteInstance(ctx, NS, created);
     EXPECT_EQ(ErrorOf([&] { cimom.deleteInstance(ctx, NS, created); }).first,
-        Uint32(CIM_ERR_NOT_FOUND));
+              Uint32(CIM_ERR_NOT_FOUND));
 }
 
 TEST_F(CIMOMHandleTest, ResultsAreIndependentCopies)
 {
     OperationContext ctx;
-    CIMInstance v1 = cimom.getInstance(ctx, NS, CIMObjectPath(
-        "ZAR_Volume.Name=\"v1\""), false, false, false, CIMPropertyList());
+    CIMInstance v1 = cimom.getInstance(ctx, NS, CIMObjectPath("ZAR_Volume.Name=\"v1\""), false,
+                                       false, false, CIMPropertyList());
     v1.getProperty(1).setValue(CIMValue(Uint32(999)));
-    Array<CIMInstance> all = cimom.enumerateInstances(ctx, NS, "ZAR_Volume",
-        true, false, false, false, CIMPropertyList());
+    Array<CIMInstance> all = cimom.enumerateInstances(ctx, NS, "ZAR_Volume", true, false, false,
+                                                      false, CIMPropertyList());
     all[1].removeProperty(0);
-    CIMClass c = cimom.getClass(ctx, NS, "ZAR_Volume", false, true, false,
-        CIMPropertyList());
+    CIMClass c = cimom.getClass(ctx, NS, "ZAR_Volume", false, true, false, CIMPropertyList());
     c.removeProperty(0);
 
     Uint32 size = 0;
@@ -167,25 +155,26 @@ TEST_F(CIMOMHandleTest, ClassAndAssociationOperations)
 {
     OperationContext ctx;
     EXPECT_EQ(cimom.enumerateClassNames(ctx, NS, CIMName(), true).size(), 1u);
-    EXPECT_EQ(cimom.enumerateClasses(ctx, NS, CIMName(), true, false, true,
-        false).size(), 1u);
-    EXPECT_EQ(ErrorOf([&] { cimom.getClass(ctx, NS, "ZAR_None", false, true,
-        false, CIMPropertyList()); }).first, Uint32(CIM_ERR_NOT_FOUND));
+    EXPECT_EQ(cimom.enumerateClasses(ctx, NS, CIMName(), true, false, true, false).size(), 1u);
+    EXPECT_EQ(ErrorOf([&] {
+                  cimom.getClass(ctx, NS, "ZAR_None", false, true, false, CIMPropertyList());
+              }).first,
+              Uint32(CIM_ERR_NOT_FOUND));
 
     CIMObjectPath v1("ZAR_Volume.Name=\"v1\"");
-    Array<CIMObject> others = cimom.associators(ctx, NS, v1, CIMName(),
-        CIMName(), String(), String(), false, false, CIMPropertyList());
+    Array<CIMObject> others = cimom.associators(ctx, NS, v1, CIMName(), CIMName(), String(),
+                                                String(), false, false, CIMPropertyList());
     ASSERT_EQ(others.size(), 1u);
     EXPECT_TRUE(others[0].isInstance());
-    EXPECT_EQ(cimom.associatorNames(ctx, NS, v1, CIMName(), CIMName(),
-        String(), String()).size(), 1u);
-    EXPECT_EQ(ErrorOf([&] { cimom.referenceNames(ctx, NS, v1, CIMName(),
-        String()); }).first, Uint32(CIM_ERR_NOT_SUPPORTED));
+    EXPECT_EQ(cimom.associatorNames(ctx, NS, v1, CIMName(), CIMName(), String(), String()).size(),
+              1u);
+    EXPECT_EQ(ErrorOf([&] { cimom.referenceNames(ctx, NS, v1, CIMName(), String()); }).first,
+              Uint32(CIM_ERR_NOT_SUPPORTED));
 
-    EXPECT_EQ(ErrorOf([&] { cimom.execQuery(ctx, NS, "WQL",
-        "select * from ZAR_Volume"); }).first, Uint32(CIM_ERR_NOT_SUPPORTED));
+    EXPECT_EQ(ErrorOf([&] { cimom.execQuery(ctx, NS, "WQL", "select * from ZAR_Volume"); }).first,
+              Uint32(CIM_ERR_NOT_SUPPORTED));
     EXPECT_EQ(ErrorOf([&] { cimom.deleteClass(ctx, NS, "ZAR_Volume"); }).first,
-        Uint32(CIM_ERR_NOT_SUPPORTED));
+              Uint32(CIM_ERR_NOT_SUPPORTED));
 }
 
 TEST_F(CIMOMHandleTest, InvokeMethodReplacesOutputParameters)
@@ -196,7 +185,7 @@ TEST_F(CIMOMHandleTest, InvokeMethodReplacesOutputParameters)
     Array<CIMParamValue> out;
     out.append(CIMParamValue("Stale", CIMValue(true)));
     CIMValue rc = cimom.invokeMethod(OperationContext(), NS,
-        CIMObjectPath("ZAR_Volume.Name=\"v1\""), "Echo", in, out);
+                                     CIMObjectPath("ZAR_Volume.Name=\"v1\""), "Echo", in, out);
     EXPECT_EQ(rc, CIMValue(Uint32(2)));
     ASSERT_EQ(out.size(), 2u);
     EXPECT_EQ(out[0].getParameterName(), "A");
@@ -213,8 +202,8 @@ TEST_F(CIMOMHandleTest, ErrorsKeepTheirCodeAndBecomeCIMExceptions)
     Array<CIMParamValue> in, out;
     OperationContext ctx;
 
-    std::pair<Uint32, String> e = ErrorOf([&] {
-        cimom.invokeMethod(ctx, NS, target, "Fail", in, out); });
+    std::pair<Uint32, String> e =
+        ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Fail", in, out); });
     EXPECT_EQ(e.first, 4097u);
     EXPECT_EQ(e.second, "LU=x: bad\n");
 
@@ -233,8 +222,10 @@ TEST_F(CIMOMHandleTest, ErrorsKeepTheirCodeAndBecomeCIMExceptions)
     EXPECT_EQ(e.first, Uint32(CIM_ERR_FAILED));
     EXPECT_EQ(e.second, "Unknown error.");
 
-    e = ErrorOf([&] { cimom.getInstance(ctx, NS, CIMObjectPath(
-        "ZAR_Volume.Name=\"none\""), false, false, false, CIMPropertyList()); });
+    e = ErrorOf([&] {
+        cimom.getInstance(ctx, NS, CIMObjectPath("ZAR_Volume.Name=\"none\""), false, false, false,
+                          CIMPropertyList());
+    });
     EXPECT_EQ(e.first, Uint32(CIM_ERR_NOT_FOUND));
     EXPECT_EQ(e.second, "ZAR_Volume.Name=\"none\"");
 }
@@ -261,13 +252,12 @@ TEST_F(CIMOMHandleTest, BoundHandleIgnoresTheRegisteredHost)
     TestOperationHost second;
     second.store(NS, Volume("only", 1));
     CIMOMHandle bound = createCIMOMHandle(second);
-    EXPECT_EQ(bound.enumerateInstanceNames(OperationContext(), NS,
-        "ZAR_Volume").size(), 1u);
+    EXPECT_EQ(bound.enumerateInstanceNames(OperationContext(), NS, "ZAR_Volume").size(), 1u);
     setLocalOperationHost(0);
-    EXPECT_EQ(bound.enumerateInstanceNames(OperationContext(), NS,
-        "ZAR_Volume").size(), 1u);
-    EXPECT_EQ(ErrorOf([&] { cimom.enumerateInstanceNames(OperationContext(),
-        NS, "ZAR_Volume"); }).first, Uint32(CIM_ERR_FAILED));
+    EXPECT_EQ(bound.enumerateInstanceNames(OperationContext(), NS, "ZAR_Volume").size(), 1u);
+    EXPECT_EQ(
+        ErrorOf([&] { cimom.enumerateInstanceNames(OperationContext(), NS, "ZAR_Volume"); }).first,
+        Uint32(CIM_ERR_FAILED));
 }
 
 TEST_F(CIMOMHandleTest, ResponseContextCarriesContentLanguages)

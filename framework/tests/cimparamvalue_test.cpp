@@ -7,8 +7,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 TEST(CIMParamValueTest, CopiesShareCloneDoesNot)
 {
@@ -36,8 +35,7 @@ TEST(CIMParamValueTest, CopiesShareCloneDoesNot)
 
 TEST(CIMParamValueTest, EmptyNamesAndUninitializedHandlesThrow)
 {
-    EXPECT_THROW(CIMParamValue(String(), CIMValue(true)),
-        UninitializedObjectException);
+    EXPECT_THROW(CIMParamValue(String(), CIMValue(true)), UninitializedObjectException);
     CIMParamValue pv("Out", CIMValue(true));
     String empty;
     EXPECT_THROW(pv.setParameterName(empty), UninitializedObjectException);

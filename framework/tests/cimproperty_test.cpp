@@ -9,19 +9,15 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 // The message of the exception E that f throws (fails the test otherwise).
-template<class E, class F>
+template <class E, class F>
 String MessageOf(F f)
 {
-    try
-    {
+    try {
         f();
-    }
-    catch (const E& e)
-    {
+    } catch (const E& e) {
         return e.getMessage();
     }
     ADD_FAILURE() << "no exception of the expected type";
@@ -76,8 +72,7 @@ TEST(CIMQualifierTest, PropagatedIsANumberAndNullNamesAreRefused)
     q.setPropagated(false);
     EXPECT_EQ(q.getPropagated(), 0u);
 
-    EXPECT_THROW(CIMQualifier(CIMName(), CIMValue(true)),
-        UninitializedObjectException);
+    EXPECT_THROW(CIMQualifier(CIMName(), CIMValue(true)), UninitializedObjectException);
     EXPECT_THROW(q.setName(CIMName()), UninitializedObjectException);
 }
 
@@ -113,8 +108,8 @@ TEST(CIMPropertyTest, HandleReturnedFromInstanceChangesTheInstance)
 TEST(CIMPropertyTest, SetValueRefusesAnyTypeOrArrayDifference)
 {
     CIMProperty p("Port", CIMValue(Uint16(1)));
-    EXPECT_EQ(MessageOf<TypeMismatchException>(
-        [&] { p.setValue(CIMValue(Uint32(2))); }), "type mismatch");
+    EXPECT_EQ(MessageOf<TypeMismatchException>([&] { p.setValue(CIMValue(Uint32(2))); }),
+              "type mismatch");
     EXPECT_THROW(p.setValue(CIMValue(Array<Uint16>())), TypeMismatchException);
     EXPECT_THROW(p.setValue(CIMValue()), TypeMismatchException);
     Uint16 v = 0;
@@ -134,26 +129,20 @@ TEST(CIMPropertyTest, FixedArraySizeIsEnforced)
     Array<Uint8> three(3, Uint8(0));
     CIMProperty p("Bytes", CIMValue(three), 3);
     EXPECT_EQ(p.getArraySize(), 3u);
-    EXPECT_THROW(p.setValue(CIMValue(Array<Uint8>(2, Uint8(0)))),
-        TypeMismatchException);
+    EXPECT_THROW(p.setValue(CIMValue(Array<Uint8>(2, Uint8(0)))), TypeMismatchException);
     p.setValue(CIMValue(Array<Uint8>(3, Uint8(1))));
-    EXPECT_THROW(CIMProperty("Bytes", CIMValue(three), 4),
-        TypeMismatchException);
-    EXPECT_THROW(CIMProperty("Scalar", CIMValue(Uint8(1)), 1),
-        TypeMismatchException);
+    EXPECT_THROW(CIMProperty("Bytes", CIMValue(three), 4), TypeMismatchException);
+    EXPECT_THROW(CIMProperty("Scalar", CIMValue(Uint8(1)), 1), TypeMismatchException);
 }
 
 TEST(CIMPropertyTest, ConstructorChecks)
 {
-    EXPECT_THROW(CIMProperty(CIMName(), CIMValue(true)),
-        UninitializedObjectException);
-    EXPECT_THROW(CIMProperty("Name", CIMValue(String("a")), 0, "ZAR_Other"),
-        TypeMismatchException);
-    EXPECT_THROW(CIMProperty("Refs", CIMValue(Array<CIMObjectPath>())),
-        TypeMismatchException);
+    EXPECT_THROW(CIMProperty(CIMName(), CIMValue(true)), UninitializedObjectException);
+    EXPECT_THROW(CIMProperty("Name", CIMValue(String("a")), 0, "ZAR_Other"), TypeMismatchException);
+    EXPECT_THROW(CIMProperty("Refs", CIMValue(Array<CIMObjectPath>())), TypeMismatchException);
 
-    CIMProperty ref("Antecedent", CIMValue(CIMObjectPath("ZAR_A.K=1")), 0,
-        "ZAR_A", "ZAR_Assoc", true);
+    CIMProperty ref("Antecedent", CIMValue(CIMObjectPath("ZAR_A.K=1")), 0, "ZAR_A", "ZAR_Assoc",
+                    true);
     EXPECT_EQ(ref.getType(), CIMTYPE_REFERENCE);
     EXPECT_EQ(ref.getReferenceClassName(), CIMName("ZAR_A"));
     EXPECT_EQ(ref.getClassOrigin(), CIMName("ZAR_Assoc"));
@@ -164,14 +153,14 @@ TEST(CIMPropertyTest, QualifierListRules)
 {
     CIMProperty p("Name", CIMValue(String("a")));
     p.addQualifier(CIMQualifier("Key", CIMValue(true)))
-     .addQualifier(CIMQualifier("MaxLen", CIMValue(Uint32(31))));
+        .addQualifier(CIMQualifier("MaxLen", CIMValue(Uint32(31))));
     EXPECT_EQ(p.getQualifierCount(), 2u);
     EXPECT_EQ(p.findQualifier("maxlen"), 1u);
     EXPECT_EQ(p.findQualifier("Missing"), PEG_NOT_FOUND);
 
-    EXPECT_EQ(MessageOf<AlreadyExistsException>([&] {
-        p.addQualifier(CIMQualifier("KEY", CIMValue(false)));
-    }), "already exists: qualifier \"KEY\"");
+    EXPECT_EQ(MessageOf<AlreadyExistsException>(
+                  [&] { p.addQualifier(CIMQualifier("KEY", CIMValue(false))); }),
+              "already exists: qualifier \"KEY\"");
     EXPECT_THROW(p.addQualifier(CIMQualifier()), UninitializedObjectException);
     EXPECT_THROW(p.getQualifier(2), IndexOutOfBoundsException);
     EXPECT_THROW(p.removeQualifier(2), IndexOutOfBoundsException);

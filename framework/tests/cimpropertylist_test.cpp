@@ -7,8 +7,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 Array<CIMName> Names(std::initializer_list<const char*> names)
 {

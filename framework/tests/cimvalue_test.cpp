@@ -11,8 +11,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 std::string str(const String& s)
 {
@@ -20,7 +19,7 @@ std::string str(const String& s)
 }
 
 // Round trip of one scalar: type, non-null, get gives it back, text.
-template<class T>
+template <class T>
 void checkScalar(const T& x, CIMType type, const char* text)
 {
     CIMValue v(x);
@@ -44,7 +43,7 @@ void checkScalar(const T& x, CIMType type, const char* text)
     va.get(aback);
     EXPECT_EQ(2u, aback.size());
     EXPECT_EQ(std::string(text) + " " + text + " ", str(va.toString()));
-    EXPECT_THROW(va.get(back), TypeMismatchException);   // array vs scalar
+    EXPECT_THROW(va.get(back), TypeMismatchException);  // array vs scalar
     EXPECT_THROW(v.get(aback), TypeMismatchException);
 }
 
@@ -65,7 +64,7 @@ TEST(CIMValueTest, EveryScalarTypeAndItsArray)
     checkScalar(Char16(0xE9), CIMTYPE_CHAR16, "\xC3\xA9");
     checkScalar(String("b c"), CIMTYPE_STRING, "b c");
     checkScalar(CIMDateTime("20260102030405.123456-300"), CIMTYPE_DATETIME,
-        "20260102030405.123456-300");
+                "20260102030405.123456-300");
     checkScalar(CIMObjectPath("root/zar:C.K=\"v\""), CIMTYPE_REFERENCE, "root/zar:C.K=\"v\"");
 }
 
@@ -102,7 +101,7 @@ TEST(CIMValueTest, NullValues)
     CIMValue ns(CIMTYPE_STRING, false);
     EXPECT_TRUE(ns.isNull());
     String out("unchanged");
-    ns.get(out);                              // right type, null: no change
+    ns.get(out);  // right type, null: no change
     EXPECT_EQ("unchanged", str(out));
     Uint32 u = 9;
     EXPECT_THROW(ns.get(u), TypeMismatchException);
@@ -137,12 +136,9 @@ TEST(CIMValueTest, WrongTypeThrowsTypeMismatch)
     EXPECT_THROW(v.get(u32), TypeMismatchException);
     EXPECT_THROW(v.get(s16), TypeMismatchException);
     EXPECT_THROW(v.get(s), TypeMismatchException);
-    try
-    {
+    try {
         v.get(s);
-    }
-    catch (const Exception& e)
-    {
+    } catch (const Exception& e) {
         EXPECT_EQ("type mismatch", str(e.getMessage()));
     }
     CIMValue inst(CIMInstance(CIMName("C")));
@@ -211,7 +207,7 @@ TEST(CIMValueTest, EmbeddedInstancesAreStoredAndReturnedAsClones)
 
     EXPECT_TRUE(v == CIMValue(second));
     EXPECT_FALSE(v == CIMValue(got));
-    EXPECT_FALSE(v.toString().size() == 0);   // CIM-XML text of the instance
+    EXPECT_FALSE(v.toString().size() == 0);  // CIM-XML text of the instance
 
     EXPECT_THROW(CIMValue{CIMInstance()}, UninitializedObjectException);
     EXPECT_THROW(CIMValue{CIMObject()}, UninitializedObjectException);
@@ -246,7 +242,7 @@ TEST(CIMValueTest, EmbeddedObjectsAndArrays)
     Array<CIMInstance> back;
     va.get(back);
     ASSERT_EQ(2u, back.size());
-    EXPECT_EQ(0u, back[0].getPropertyCount());     // stored as a clone
+    EXPECT_EQ(0u, back[0].getPropertyCount());  // stored as a clone
     EXPECT_EQ("Other", str(back[1].getClassName().getString()));
 }
 
@@ -278,4 +274,4 @@ TEST(CIMTypeTest, Names)
     EXPECT_STREQ("instance", cimTypeToString(CIMTYPE_INSTANCE));
 }
 
-} // namespace
+}  // namespace

@@ -63,15 +63,23 @@ CIMObjectPath samplePath()
 
 TEST(CIMXmlCodecValues, EveryScalarTypeRoundTrips)
 {
-    const CIMValue values[] = {
-        CIMValue(Boolean(true)), CIMValue(Boolean(false)), CIMValue(Uint8(255)),
-        CIMValue(Sint8(-128)), CIMValue(Uint16(65535)), CIMValue(Sint16(-32768)),
-        CIMValue(Uint32(4294967295u)), CIMValue(Sint32(-2147483647 - 1)),
-        CIMValue(Uint64(18446744073709551615ull)), CIMValue(Sint64(-9223372036854775807ll - 1)),
-        CIMValue(Real32(1.1f)), CIMValue(Real64(0.1)), CIMValue(Real64(-1.5e300)),
-        CIMValue(Char16(0x00e9)), CIMValue(String("tab\there <b>&amp; \"q\" é\nline")),
-        CIMValue(CIMDateTime("20261122023739.398673-300")),
-        CIMValue(CIMDateTime("00000001020304.000005:000"))};
+    const CIMValue values[] = {CIMValue(Boolean(true)),
+                               CIMValue(Boolean(false)),
+                               CIMValue(Uint8(255)),
+                               CIMValue(Sint8(-128)),
+                               CIMValue(Uint16(65535)),
+                               CIMValue(Sint16(-32768)),
+                               CIMValue(Uint32(4294967295u)),
+                               CIMValue(Sint32(-2147483647 - 1)),
+                               CIMValue(Uint64(18446744073709551615ull)),
+                               CIMValue(Sint64(-9223372036854775807ll - 1)),
+                               CIMValue(Real32(1.1f)),
+                               CIMValue(Real64(0.1)),
+                               CIMValue(Real64(-1.5e300)),
+                               CIMValue(Char16(0x00e9)),
+                               CIMValue(String("tab\there <b>&amp; \"q\" é\nline")),
+                               CIMValue(CIMDateTime("20261122023739.398673-300")),
+                               CIMValue(CIMDateTime("00000001020304.000005:000"))};
     for (const CIMValue& v : values) {
         SCOPED_TRACE(u8(v.toString()));
         EXPECT_TRUE(roundTripProperty(v) == v);
@@ -94,9 +102,14 @@ TEST(CIMXmlCodecValues, ArraysAndNullsRoundTrip)
     reals.append(3.25);
     Array<CIMDateTime> dates;
     dates.append(CIMDateTime("20200101000000.000000+000"));
-    const CIMValue values[] = {CIMValue(strings), CIMValue(levels), CIMValue(flags),
-                               CIMValue(reals), CIMValue(dates), CIMValue(Array<Sint64>()),
-                               CIMValue(CIMTYPE_UINT32, false), CIMValue(CIMTYPE_STRING, true),
+    const CIMValue values[] = {CIMValue(strings),
+                               CIMValue(levels),
+                               CIMValue(flags),
+                               CIMValue(reals),
+                               CIMValue(dates),
+                               CIMValue(Array<Sint64>()),
+                               CIMValue(CIMTYPE_UINT32, false),
+                               CIMValue(CIMTYPE_STRING, true),
                                CIMValue(CIMTYPE_DATETIME, false)};
     for (const CIMValue& v : values) {
         SCOPED_TRACE(u8(v.toString()));
@@ -192,8 +205,9 @@ TEST(CIMXmlCodecValues, TextConversionChecksTypesAndRanges)
 
 TEST(CIMXmlCodecValues, UntypedParametersConvertOnDemand)
 {
-    std::string xml = "<PARAMVALUE NAME=\"Levels\"><VALUE.ARRAY><VALUE>2</VALUE>"
-                      "<VALUE>7</VALUE></VALUE.ARRAY></PARAMVALUE>";
+    std::string xml =
+        "<PARAMVALUE NAME=\"Levels\"><VALUE.ARRAY><VALUE>2</VALUE>"
+        "<VALUE>7</VALUE></VALUE.ARRAY></PARAMVALUE>";
     CIMParamValue pv = decodeParamValue(parse(xml));
     EXPECT_FALSE(pv.isTyped());
     CIMValue typed = convertUntyped(pv.getValue(), CIMTYPE_UINT16);
@@ -201,7 +215,8 @@ TEST(CIMXmlCodecValues, UntypedParametersConvertOnDemand)
     typed.get(levels);
     ASSERT_EQ(levels.size(), 2u);
     EXPECT_EQ(levels[1], 7);
-    CIMParamValue flag = decodeParamValue(parse("<PARAMVALUE NAME=\"Force\"><VALUE>true</VALUE></PARAMVALUE>"));
+    CIMParamValue flag =
+        decodeParamValue(parse("<PARAMVALUE NAME=\"Force\"><VALUE>true</VALUE></PARAMVALUE>"));
     Boolean force = false;
     convertUntyped(flag.getValue(), CIMTYPE_BOOLEAN).get(force);
     EXPECT_TRUE(force);
@@ -239,14 +254,15 @@ TEST(CIMXmlCodecObjects, ClassWithMethodSignaturesAndQualifiers)
 
     std::string xml;
     appendClass(xml, c);
-    for (const char* tag : {"<PARAMETER NAME=\"Label\" TYPE=\"string\">",
-                            "<PARAMETER.ARRAY NAME=\"Tags\" TYPE=\"string\">",
-                            "<PARAMETER.ARRAY NAME=\"Levels\" TYPE=\"uint16\" ARRAYSIZE=\"4\">",
-                            "<PARAMETER.REFERENCE NAME=\"Target\" REFERENCECLASS=\"ZTest_Widget\">",
-                            "<PARAMETER.REFARRAY NAME=\"ChosenAll\" REFERENCECLASS=\"ZTest_Widget\">",
-                            "<PROPERTY.REFERENCE NAME=\"Peer\" REFERENCECLASS=\"ZTest_Widget\">",
-                            "OVERRIDABLE=\"false\"", "TRANSLATABLE=\"true\"",
-                            "CLASSORIGIN=\"ZTest_Base\" PROPAGATED=\"true\""})
+    for (const char* tag :
+         {"<PARAMETER NAME=\"Label\" TYPE=\"string\">",
+          "<PARAMETER.ARRAY NAME=\"Tags\" TYPE=\"string\">",
+          "<PARAMETER.ARRAY NAME=\"Levels\" TYPE=\"uint16\" ARRAYSIZE=\"4\">",
+          "<PARAMETER.REFERENCE NAME=\"Target\" REFERENCECLASS=\"ZTest_Widget\">",
+          "<PARAMETER.REFARRAY NAME=\"ChosenAll\" REFERENCECLASS=\"ZTest_Widget\">",
+          "<PROPERTY.REFERENCE NAME=\"Peer\" REFERENCECLASS=\"ZTest_Widget\">",
+          "OVERRIDABLE=\"false\"", "TRANSLATABLE=\"true\"",
+          "CLASSORIGIN=\"ZTest_Base\" PROPAGATED=\"true\""})
         EXPECT_NE(xml.find(tag), std::string::npos) << tag;
     CIMClass back = decodeClass(parse(xml));
     EXPECT_TRUE(back.identical(c));
@@ -282,8 +298,9 @@ TEST(CIMXmlCodecErrors, DescriptionCarriesStatusNameAndEscapes)
     EXPECT_EQ(u8(errorDescription(19, "x")), "Unrecognized CIM status code \"19\": x");
     std::string xml;
     appendError(xml, 4097, "LU=x: bad\n");
-    EXPECT_EQ(xml, "<ERROR CODE=\"4097\" DESCRIPTION=\"Unrecognized CIM status code "
-                   "&quot;4097&quot;: LU=x: bad&#10;\"/>");
+    EXPECT_EQ(xml,
+              "<ERROR CODE=\"4097\" DESCRIPTION=\"Unrecognized CIM status code "
+              "&quot;4097&quot;: LU=x: bad&#10;\"/>");
     // The escaped newline survives parsing, unlike a literal one in an attribute.
     XmlElement e = parse(xml);
     EXPECT_EQ(*e.attribute("DESCRIPTION"), "Unrecognized CIM status code \"4097\": LU=x: bad\n");
@@ -307,8 +324,10 @@ TEST(CIMXmlParser, RefusesIllFormedAndHostileDocuments)
     EXPECT_EQ(kindOf("<!DOCTYPE a [<!ENTITY e \"x\">]><a>&e;</a>", lim),
               CIMXmlFormatException::NOT_VALID);
     std::string deep;
-    for (int i = 0; i < 100; i++) deep += "<a>";
-    for (int i = 0; i < 100; i++) deep += "</a>";
+    for (int i = 0; i < 100; i++)
+        deep += "<a>";
+    for (int i = 0; i < 100; i++)
+        deep += "</a>";
     lim.maxDepth = 64;
     EXPECT_EQ(kindOf(deep, lim), CIMXmlFormatException::LIMIT_EXCEEDED);
     lim.maxDepth = 200;
@@ -323,8 +342,8 @@ TEST(CIMXmlParser, RefusesIllFormedAndHostileDocuments)
 TEST(CIMXmlParser, Utf8Validation)
 {
     EXPECT_TRUE(isValidUtf8("plain \xc3\xa9 \xe2\x82\xac \xf0\x9f\x98\x80", 17));
-    for (const char* bad : {"\xc0\xaf", "\xe0\x80\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80",
-                            "\xc3", "\x80", "\xe2\x82"}) {
+    for (const char* bad : {"\xc0\xaf", "\xe0\x80\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xc3",
+                            "\x80", "\xe2\x82"}) {
         EXPECT_FALSE(isValidUtf8(bad, strlen(bad))) << bad;
     }
 }
@@ -334,8 +353,9 @@ TEST(CIMXmlDecoder, RejectsElementsOutOfPlace)
     EXPECT_THROW(decodeInstance(parse("<INSTANCE CLASSNAME=\"C\"><VALUE>1</VALUE></INSTANCE>")),
                  CIMXmlFormatException);
     EXPECT_THROW(decodeInstanceName(parse("<INSTANCENAME/>")), CIMXmlFormatException);
-    EXPECT_THROW(decodeObjectPath(parse("<VALUE.REFERENCE><CLASSNAME NAME=\"9bad\"/></VALUE.REFERENCE>")),
-                 CIMXmlFormatException);
+    EXPECT_THROW(
+        decodeObjectPath(parse("<VALUE.REFERENCE><CLASSNAME NAME=\"9bad\"/></VALUE.REFERENCE>")),
+        CIMXmlFormatException);
     EXPECT_THROW(decodeLocalNamespacePath(parse("<LOCALNAMESPACEPATH/>")), CIMXmlFormatException);
     EXPECT_THROW(decodeProperty(parse("<PROPERTY NAME=\"P\" TYPE=\"uint99\"/>")),
                  CIMXmlFormatException);

@@ -11,8 +11,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 std::string str(const String& s)
 {
@@ -23,21 +22,23 @@ TEST(ExceptionTest, MessagesOfThePlainExceptions)
 {
     EXPECT_EQ("index out of bounds", str(IndexOutOfBoundsException().getMessage()));
     EXPECT_EQ("already exists: property \"Name\"",
-        str(AlreadyExistsException("property \"Name\"").getMessage()));
+              str(AlreadyExistsException("property \"Name\"").getMessage()));
     EXPECT_EQ("The CIM name is not valid: 9abc", str(InvalidNameException("9abc").getMessage()));
     EXPECT_EQ("invalid CIM namespace name: a//b",
-        str(InvalidNamespaceNameException("a//b").getMessage()));
+              str(InvalidNamespaceNameException("a//b").getMessage()));
     EXPECT_EQ("uninitialized object", str(UninitializedObjectException().getMessage()));
     EXPECT_EQ("type mismatch", str(TypeMismatchException().getMessage()));
     EXPECT_EQ("type mismatch: x", str(TypeMismatchException("x").getMessage()));
     EXPECT_EQ("dynamic cast failed", str(DynamicCastFailedException().getMessage()));
     EXPECT_EQ("invalid datetime format", str(InvalidDateTimeFormatException().getMessage()));
-    EXPECT_EQ("malformed object name: C.K=", str(MalformedObjectNameException("C.K=").getMessage()));
+    EXPECT_EQ("malformed object name: C.K=",
+              str(MalformedObjectNameException("C.K=").getMessage()));
     EXPECT_EQ("not connected", str(NotConnectedException().getMessage()));
     EXPECT_EQ("already connected", str(AlreadyConnectedException().getMessage()));
     EXPECT_EQ("connection timed out", str(ConnectionTimeoutException().getMessage()));
     EXPECT_EQ("Cannot connect to 127.0.0.1:1. Connection failed.",
-        str(CannotConnectException("Cannot connect to 127.0.0.1:1. Connection failed.").getMessage()));
+              str(CannotConnectException("Cannot connect to 127.0.0.1:1. Connection failed.")
+                      .getMessage()));
     EXPECT_EQ("null pointer", str(NullPointer().getMessage()));
     EXPECT_EQ("no such property: Name", str(NoSuchProperty("Name").getMessage()));
 }
@@ -46,40 +47,47 @@ TEST(ExceptionTest, HierarchyDecidesWhatACatchSees)
 {
     // A TypeMismatchException is not a CIMException.
     bool caughtAsCim = false;
-    try
-    {
-        try { throw TypeMismatchException(); }
-        catch (CIMException&) { caughtAsCim = true; }
-    }
-    catch (Exception& e)
-    {
+    try {
+        try {
+            throw TypeMismatchException();
+        } catch (CIMException&) {
+            caughtAsCim = true;
+        }
+    } catch (Exception& e) {
         EXPECT_EQ("type mismatch", str(e.getMessage()));
     }
     EXPECT_FALSE(caughtAsCim);
 
     // Provider exceptions and TraceableCIMException are CIMExceptions.
-    try { throw CIMObjectNotFoundException("gone"); }
-    catch (CIMOperationFailedException& e) { EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode()); }
-    try { throw TraceableCIMException(CIM_ERR_ACCESS_DENIED, "no", __FILE__, __LINE__); }
-    catch (CIMException& e) { EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode()); }
+    try {
+        throw CIMObjectNotFoundException("gone");
+    } catch (CIMOperationFailedException& e) {
+        EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
+    }
+    try {
+        throw TraceableCIMException(CIM_ERR_ACCESS_DENIED, "no", __FILE__, __LINE__);
+    } catch (CIMException& e) {
+        EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode());
+    }
 }
 
 TEST(ExceptionTest, ProviderExceptionCodesAndMessages)
 {
-    struct Case { CIMException e; CIMStatusCode code; };
-    const Case cases[] =
-    {
-        { CIMOperationFailedException("m1"), CIM_ERR_FAILED },
-        { CIMAccessDeniedException("m2"), CIM_ERR_ACCESS_DENIED },
-        { CIMInvalidParameterException("m4"), CIM_ERR_INVALID_PARAMETER },
-        { CIMObjectNotFoundException("m6"), CIM_ERR_NOT_FOUND },
-        { CIMNotSupportedException("m7"), CIM_ERR_NOT_SUPPORTED },
-        { CIMObjectAlreadyExistsException("m11"), CIM_ERR_ALREADY_EXISTS },
-        { CIMPropertyNotFoundException("m12"), CIM_ERR_NO_SUCH_PROPERTY },
-        { CIMMethodNotFoundException("m17"), CIM_ERR_METHOD_NOT_FOUND },
+    struct Case {
+        CIMException e;
+        CIMStatusCode code;
     };
-    for (const Case& c : cases)
-    {
+    const Case cases[] = {
+        {CIMOperationFailedException("m1"), CIM_ERR_FAILED},
+        {CIMAccessDeniedException("m2"), CIM_ERR_ACCESS_DENIED},
+        {CIMInvalidParameterException("m4"), CIM_ERR_INVALID_PARAMETER},
+        {CIMObjectNotFoundException("m6"), CIM_ERR_NOT_FOUND},
+        {CIMNotSupportedException("m7"), CIM_ERR_NOT_SUPPORTED},
+        {CIMObjectAlreadyExistsException("m11"), CIM_ERR_ALREADY_EXISTS},
+        {CIMPropertyNotFoundException("m12"), CIM_ERR_NO_SUCH_PROPERTY},
+        {CIMMethodNotFoundException("m17"), CIM_ERR_METHOD_NOT_FOUND},
+    };
+    for (const Case& c : cases) {
         EXPECT_EQ(c.code, c.e.getCode());
         EXPECT_EQ("m" + std::to_string(int(c.code)), str(c.e.getMessage()));
     }
@@ -90,7 +98,7 @@ TEST(ExceptionTest, CIMExceptionKeepsMessageAndVendorCode)
     CIMException plain;
     EXPECT_EQ(CIM_ERR_SUCCESS, plain.getCode());
     EXPECT_EQ(0u, plain.getMessage().size());
-    CIMException fromCode = CIM_ERR_INVALID_CLASS;     // implicit from a code
+    CIMException fromCode = CIM_ERR_INVALID_CLASS;  // implicit from a code
     EXPECT_EQ(CIM_ERR_INVALID_CLASS, fromCode.getCode());
     CIMException vendor((CIMStatusCode)4100, "vendor text");
     EXPECT_EQ(4100, int(vendor.getCode()));
@@ -124,12 +132,12 @@ TEST(CIMStatusCodeTest, Names)
     EXPECT_STREQ("empty", cimStatusCodeToString((CIMStatusCode)18));
     EXPECT_STREQ("CIM_ERR_NAMESPACE_NOT_EMPTY", cimStatusCodeToString(CIM_ERR_NAMESPACE_NOT_EMPTY));
     EXPECT_STREQ("CIM_ERR_SERVER_IS_SHUTTING_DOWN",
-        cimStatusCodeToString(CIM_ERR_SERVER_IS_SHUTTING_DOWN));
+                 cimStatusCodeToString(CIM_ERR_SERVER_IS_SHUTTING_DOWN));
     EXPECT_STREQ("Unrecognized CIM status code", cimStatusCodeToString((CIMStatusCode)29));
     EXPECT_EQ("Unrecognized CIM status code \"4100\"",
-        str(cimStatusCodeToString((CIMStatusCode)4100, ContentLanguageList())));
+              str(cimStatusCodeToString((CIMStatusCode)4100, ContentLanguageList())));
     EXPECT_EQ("Unrecognized CIM status code \"19\"",
-        str(cimStatusCodeToString((CIMStatusCode)19, ContentLanguageList())));
+              str(cimStatusCodeToString((CIMStatusCode)19, ContentLanguageList())));
     String m;
     cimStatusCodeToString_Thread(m, CIM_ERR_NOT_FOUND);
     EXPECT_EQ("CIM_ERR_NOT_FOUND", str(m));
@@ -137,13 +145,13 @@ TEST(CIMStatusCodeTest, Names)
 
 TEST(TraceableCIMExceptionTest, MessageDescriptionAndTrace)
 {
-    TraceableCIMException e(CIM_ERR_ACCESS_DENIED,
-        "Insufficient privilege for the user", "Prov.cpp", 42);
+    TraceableCIMException e(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user",
+                            "Prov.cpp", 42);
     EXPECT_EQ("Insufficient privilege for the user", str(e.getMessage()));
     EXPECT_EQ("CIM_ERR_ACCESS_DENIED: Insufficient privilege for the user",
-        str(e.getDescription()));
+              str(e.getDescription()));
     EXPECT_EQ("Prov.cpp(42): CIM_ERR_ACCESS_DENIED: Insufficient privilege for the user",
-        str(e.getTraceDescription()));
+              str(e.getTraceDescription()));
     EXPECT_EQ("CIM_ERR_ACCESS_DENIED", str(e.getCIMMessage()));
     EXPECT_EQ("Prov.cpp", str(e.getFile()));
     EXPECT_EQ(42u, e.getLine());
@@ -154,13 +162,13 @@ TEST(TraceableCIMExceptionTest, MessageDescriptionAndTrace)
 TEST(TraceableCIMExceptionTest, DescriptionOfWrappedAndUnusualCodes)
 {
     EXPECT_EQ("CIM_ERR_NOT_SUPPORTED",
-        str(TraceableCIMException(CIMNotSupportedException("")).getDescription()));
+              str(TraceableCIMException(CIMNotSupportedException("")).getDescription()));
     EXPECT_EQ("CIM_ERR_NOT_FOUND: Test CIM Object not found.",
-        str(TraceableCIMException(
-            CIMObjectNotFoundException("Test CIM Object not found.")).getDescription()));
+              str(TraceableCIMException(CIMObjectNotFoundException("Test CIM Object not found."))
+                      .getDescription()));
     EXPECT_EQ("Unrecognized CIM status code \"4097\": LU=x: bad\n",
-        str(TraceableCIMException(
-            CIMException((CIMStatusCode)4097, "LU=x: bad\n")).getDescription()));
+              str(TraceableCIMException(CIMException((CIMStatusCode)4097, "LU=x: bad\n"))
+                      .getDescription()));
     TraceableCIMException macro = PEGASUS_CIM_EXCEPTION(CIM_ERR_FAILED, "boom");
     EXPECT_EQ("boom", str(macro.getMessage()));
     EXPECT_NE(String::EMPTY, macro.getFile());
@@ -169,11 +177,11 @@ TEST(TraceableCIMExceptionTest, DescriptionOfWrappedAndUnusualCodes)
 
 TEST(TraceableCIMExceptionTest, FromMessageParameters)
 {
-    MessageLoaderParms parms("Prov.BAD", "volume $0 is busy ($1 paths, \\$2)",
-        String("vol1"), Uint32(3));
+    MessageLoaderParms parms("Prov.BAD", "volume $0 is busy ($1 paths, \\$2)", String("vol1"),
+                             Uint32(3));
     TraceableCIMException e(CIM_ERR_FAILED, parms, "f.cpp", 7);
     EXPECT_EQ("volume vol1 is busy (3 paths, $2)", str(e.getMessage()));
     EXPECT_EQ("volume vol1 is busy (3 paths, $2)", str(MessageLoader::getMessage(parms)));
 }
 
-} // namespace
+}  // namespace

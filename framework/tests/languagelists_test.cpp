@@ -8,8 +8,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 std::string str(const String& s)
 {
@@ -21,7 +20,7 @@ TEST(AcceptLanguageListTest, KeptInDescendingQuality)
     AcceptLanguageList list;
     list.insert(LanguageTag("fr"), 0.5f);
     list.insert(LanguageTag("en-US"), 1.0f);
-    list.insert(LanguageTag("de"), 0.5f);        // after the equal-quality "fr"
+    list.insert(LanguageTag("de"), 0.5f);  // after the equal-quality "fr"
     list.insert(LanguageTag("it"), 0.0f);
     ASSERT_EQ(4u, list.size());
     EXPECT_EQ("en-US", str(list.getLanguageTag(0).toString()));
@@ -49,7 +48,7 @@ TEST(AcceptLanguageListTest, EqualityAndCopies)
     EXPECT_EQ(1u, a.size());
     AcceptLanguageList c;
     c.insert(LanguageTag("en"), 0.9f);
-    EXPECT_FALSE(a == c);                         // same tag, other quality
+    EXPECT_FALSE(a == c);  // same tag, other quality
     c = a;
     EXPECT_TRUE(a == c);
     c.clear();
@@ -68,7 +67,7 @@ TEST(ContentLanguageListTest, OrderFindRemoveEquality)
     ContentLanguageList other;
     other.append(LanguageTag("fr"));
     other.append(LanguageTag("en"));
-    EXPECT_TRUE(list != other);                   // order matters
+    EXPECT_TRUE(list != other);  // order matters
     ContentLanguageList copy(list);
     copy.remove(0);
     EXPECT_EQ(2u, list.size());
@@ -78,4 +77,4 @@ TEST(ContentLanguageListTest, OrderFindRemoveEquality)
     EXPECT_TRUE(list == ContentLanguageList());
 }
 
-} // namespace
+}  // namespace

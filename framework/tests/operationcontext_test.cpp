@@ -8,18 +8,14 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
-template<class E, class F>
+template <class E, class F>
 String MessageOf(F f)
 {
-    try
-    {
+    try {
         f();
-    }
-    catch (const E& e)
-    {
+    } catch (const E& e) {
         return e.getMessage();
     }
     ADD_FAILURE() << "no exception of the expected type";
@@ -28,22 +24,17 @@ String MessageOf(F f)
 
 // A container that counts its live copies, to show that a context clones
 // what it stores and destroys what it drops.
-class CountingContainer : virtual public OperationContext::Container
-{
+class CountingContainer : virtual public OperationContext::Container {
 public:
     static int live;
     explicit CountingContainer(int v) : value(v) { live++; }
-    CountingContainer(const CountingContainer& x)
-        : OperationContext::Container(), value(x.value)
+    CountingContainer(const CountingContainer& x) : OperationContext::Container(), value(x.value)
     {
         live++;
     }
     ~CountingContainer() { live--; }
     String getName() const { return "CountingContainer"; }
-    OperationContext::Container* clone() const
-    {
-        return new CountingContainer(*this);
-    }
+    OperationContext::Container* clone() const { return new CountingContainer(*this); }
     void destroy() { delete this; }
     int value;
 };
@@ -64,28 +55,22 @@ TEST(OperationContextTest, ErrorsArePlainExceptions)
 {
     OperationContext context;
     EXPECT_EQ(MessageOf<Exception>([&] { context.get(IdentityContainer::NAME); }),
-        "object not found");
+              "object not found");
     EXPECT_THROW(context.get(IdentityContainer::NAME), Exception);
-    try
-    {
+    try {
         context.get("x");
-    }
-    catch (const CIMException&)
-    {
+    } catch (const CIMException&) {
         ADD_FAILURE() << "get() must not throw a CIMException";
-    }
-    catch (const Exception&)
-    {
+    } catch (const Exception&) {
     }
     EXPECT_EQ(MessageOf<Exception>([&] { context.set(IdentityContainer("a")); }),
-        "object not found");
+              "object not found");
     EXPECT_EQ(MessageOf<Exception>([&] { context.remove("IdentityContainer"); }),
-        "object not found");
+              "object not found");
     context.insert(IdentityContainer("a"));
     EXPECT_EQ(MessageOf<Exception>([&] { context.insert(IdentityContainer("b")); }),
-        "object already exists.");
-    EXPECT_EQ(IdentityContainer(context.get(IdentityContainer::NAME))
-        .getUserName(), "a");
+              "object already exists.");
+    EXPECT_EQ(IdentityContainer(context.get(IdentityContainer::NAME)).getUserName(), "a");
 }
 
 TEST(OperationContextTest, SetReplacesAndRemoveDrops)
@@ -94,10 +79,8 @@ TEST(OperationContextTest, SetReplacesAndRemoveDrops)
     context.insert(IdentityContainer("a"));
     context.insert(TimeoutContainer(5000));
     context.set(IdentityContainer("b"));
-    EXPECT_EQ(IdentityContainer(context.get(IdentityContainer::NAME))
-        .getUserName(), "b");
-    EXPECT_EQ(TimeoutContainer(context.get(TimeoutContainer::NAME))
-        .getTimeOut(), 5000u);
+    EXPECT_EQ(IdentityContainer(context.get(IdentityContainer::NAME)).getUserName(), "b");
+    EXPECT_EQ(TimeoutContainer(context.get(TimeoutContainer::NAME)).getTimeOut(), 5000u);
     context.remove(IdentityContainer::NAME);
     EXPECT_FALSE(context.contains(IdentityContainer::NAME));
     EXPECT_TRUE(context.contains(TimeoutContainer::NAME));
@@ -125,8 +108,7 @@ TEST(OperationContextTest, OwnsDeepCopiesOfItsContainers)
         EXPECT_NE(&inA, &inB);
 
         b.set(CountingContainer(2));
-        EXPECT_EQ(dynamic_cast<const CountingContainer&>(
-            a.get("CountingContainer")).value, 1);
+        EXPECT_EQ(dynamic_cast<const CountingContainer&>(a.get("CountingContainer")).value, 1);
         EXPECT_EQ(CountingContainer::live, 4);
         c.remove("CountingContainer");
         EXPECT_EQ(CountingContainer::live, 3);
@@ -143,9 +125,9 @@ TEST(OperationContextTest, ContainerCastsAreChecked)
     context.insert(ClientAddressContainer("192.0.2.7"));
 
     EXPECT_THROW(ClientAddressContainer c(context.get(IdentityContainer::NAME)),
-        DynamicCastFailedException);
+                 DynamicCastFailedException);
     EXPECT_THROW(IdentityContainer c(context.get(ClientAddressContainer::NAME)),
-        DynamicCastFailedException);
+                 DynamicCastFailedException);
 
     ClientAddressContainer address = context.get(ClientAddressContainer::NAME);
     EXPECT_EQ(address.getAddress(), "192.0.2.7");
@@ -153,8 +135,8 @@ TEST(OperationContextTest, ContainerCastsAreChecked)
     EXPECT_EQ(address.getName(), ClientAddressContainer::NAME);
 
     OperationContext copy(context);
-    EXPECT_EQ(ClientAddressContainer(copy.get(ClientAddressContainer::NAME))
-        .getAddress(), "192.0.2.7");
+    EXPECT_EQ(ClientAddressContainer(copy.get(ClientAddressContainer::NAME)).getAddress(),
+              "192.0.2.7");
 }
 
 TEST(OperationContextTest, LanguageAndIndicationContainers)
@@ -171,13 +153,16 @@ TEST(OperationContextTest, LanguageAndIndicationContainers)
     context.insert(SubscriptionFilterConditionContainer("x > 1", "WQL"));
 
     OperationContext copy = context;
-    EXPECT_EQ(AcceptLanguageListContainer(
-        copy.get(AcceptLanguageListContainer::NAME)).getLanguages(), accept);
-    EXPECT_EQ(ContentLanguageListContainer(
-        copy.get(ContentLanguageListContainer::NAME)).getLanguages()
-        .getLanguageTag(0).toString(), "de");
-    EXPECT_EQ(SnmpTrapOidContainer(copy.get(SnmpTrapOidContainer::NAME))
-        .getSnmpTrapOid(), "1.3.6.1");
+    EXPECT_EQ(
+        AcceptLanguageListContainer(copy.get(AcceptLanguageListContainer::NAME)).getLanguages(),
+        accept);
+    EXPECT_EQ(ContentLanguageListContainer(copy.get(ContentLanguageListContainer::NAME))
+                  .getLanguages()
+                  .getLanguageTag(0)
+                  .toString(),
+              "de");
+    EXPECT_EQ(SnmpTrapOidContainer(copy.get(SnmpTrapOidContainer::NAME)).getSnmpTrapOid(),
+              "1.3.6.1");
     SubscriptionFilterConditionContainer condition =
         copy.get(SubscriptionFilterConditionContainer::NAME);
     EXPECT_EQ(condition.getQueryLanguage(), "WQL");

@@ -20,16 +20,14 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 const CIMNamespaceName NS("root/zar");
 
 typedef CIMProvider* (*CreateProvider)(const String&);
 typedef int (*LiveProviders)();
 
-class InstanceCollector : public InstanceResponseHandler
-{
+class InstanceCollector : public InstanceResponseHandler {
 public:
     void processing() {}
     void complete() { completed = true; }
@@ -39,8 +37,7 @@ public:
     bool completed = false;
 };
 
-class PathCollector : public ObjectPathResponseHandler
-{
+class PathCollector : public ObjectPathResponseHandler {
 public:
     void processing() {}
     void complete() {}
@@ -49,8 +46,7 @@ public:
     Array<CIMObjectPath> paths;
 };
 
-class MethodCollector : public MethodResultResponseHandler
-{
+class MethodCollector : public MethodResultResponseHandler {
 public:
     void processing() {}
     void complete() {}
@@ -61,8 +57,7 @@ public:
     CIMValue result;
 };
 
-class NullHandler : public ResponseHandler
-{
+class NullHandler : public ResponseHandler {
 public:
     void processing() {}
     void complete() {}
@@ -71,8 +66,7 @@ public:
 // Routes the instance and method operations of the test host to one
 // provider, giving it paths with the server's host name as a CIM server
 // does.
-class ProviderHost : public zartest::TestOperationHost
-{
+class ProviderHost : public zartest::TestOperationHost {
 public:
     CIMInstanceProvider* instances = 0;
     CIMMethodProvider* methods = 0;
@@ -82,33 +76,29 @@ public:
         return CIMObjectPath("testhost", ns, c);
     }
 
-    CIMInstance getInstance(const OperationContext& context,
-        const CIMNamespaceName& ns, const CIMObjectPath& name, Boolean,
-        Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList)
+    CIMInstance getInstance(const OperationContext& context, const CIMNamespaceName& ns,
+                            const CIMObjectPath& name, Boolean, Boolean includeQualifiers,
+                            Boolean includeClassOrigin, const CIMPropertyList& propertyList)
     {
         InstanceCollector h;
         CIMObjectPath full(name);
         full.setHost("testhost");
         full.setNameSpace(ns);
-        instances->getInstance(context, full, includeQualifiers,
-            includeClassOrigin, propertyList, h);
+        instances->getInstance(context, full, includeQualifiers, includeClassOrigin, propertyList,
+                               h);
         return h.instances[0];
     }
 
-    void enumerateInstanceNames(const OperationContext& context,
-        const CIMNamespaceName& ns, const CIMName& className,
-        ObjectPathResponseHandler& handler)
+    void enumerateInstanceNames(const OperationContext& context, const CIMNamespaceName& ns,
+                                const CIMName& className, ObjectPathResponseHandler& handler)
     {
         contexts.push_back(context);
-        instances->enumerateInstanceNames(
-            context, classPath(ns, className), handler);
+        instances->enumerateInstanceNames(context, classPath(ns, className), handler);
     }
 
-    CIMValue invokeMethod(const OperationContext& context,
-        const CIMNamespaceName& ns, const CIMObjectPath& name,
-        const CIMName& methodName, const Array<CIMParamValue>& in,
-        Array<CIMParamValue>& out)
+    CIMValue invokeMethod(const OperationContext& context, const CIMNamespaceName& ns,
+                          const CIMObjectPath& name, const CIMName& methodName,
+                          const Array<CIMParamValue>& in, Array<CIMParamValue>& out)
     {
         MethodCollector h;
         CIMObjectPath full(name);
@@ -120,17 +110,14 @@ public:
     }
 };
 
-class ProviderModuleTest : public ::testing::Test
-{
+class ProviderModuleTest : public ::testing::Test {
 protected:
     void SetUp()
     {
         module = dlopen(TEST_PROVIDER_MODULE, RTLD_LAZY | RTLD_GLOBAL);
         ASSERT_TRUE(module != 0) << dlerror();
-        create = reinterpret_cast<CreateProvider>(
-            dlsym(module, "PegasusCreateProvider"));
-        live = reinterpret_cast<LiveProviders>(
-            dlsym(module, "ZARTestLiveProviders"));
+        create = reinterpret_cast<CreateProvider>(dlsym(module, "PegasusCreateProvider"));
+        live = reinterpret_cast<LiveProviders>(dlsym(module, "ZARTestLiveProviders"));
         ASSERT_TRUE(create != 0 && live != 0);
     }
 
@@ -154,11 +141,11 @@ protected:
         return provider;
     }
 
-    CIMValue Invoke(const char* method, const Array<CIMParamValue>& in,
-        Array<CIMParamValue>& out, const OperationContext& context)
+    CIMValue Invoke(const char* method, const Array<CIMParamValue>& in, Array<CIMParamValue>& out,
+                    const OperationContext& context)
     {
-        return host.invokeMethod(context, NS,
-            CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""), method, in, out);
+        return host.invokeMethod(context, NS, CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""), method,
+                                 in, out);
     }
 
     void* module = 0;
@@ -178,8 +165,7 @@ TEST_F(ProviderModuleTest, FactoryCreatesOnlyKnownProviders)
     EXPECT_TRUE(dynamic_cast<CIMAssociationProvider*>(provider) == 0)
         << "the interface check of the server must fail for associations";
     // One CIMProvider subobject, whichever interface it is reached from.
-    EXPECT_EQ(static_cast<CIMProvider*>(
-        dynamic_cast<CIMMethodProvider*>(provider)), provider);
+    EXPECT_EQ(static_cast<CIMProvider*>(dynamic_cast<CIMMethodProvider*>(provider)), provider);
     provider->terminate();
     EXPECT_EQ(live(), 0) << "terminate() deletes the provider";
 }
@@ -195,8 +181,7 @@ TEST_F(ProviderModuleTest, InstanceOperations)
     PathCollector names;
     p.enumerateInstanceNames(ctx, classRef, names);
     ASSERT_EQ(names.paths.size(), 2u);
-    EXPECT_EQ(names.paths[1].toString(),
-        "//testhost/root/zar:ZAR_TestVolume.Name=\"vol1\"");
+    EXPECT_EQ(names.paths[1].toString(), "//testhost/root/zar:ZAR_TestVolume.Name=\"vol1\"");
 
     Array<CIMName> only;
     only.append("size");
@@ -213,8 +198,7 @@ TEST_F(ProviderModuleTest, InstanceOperations)
     PathCollector created;
     p.createInstance(ctx, classRef, fresh, created);
     ASSERT_EQ(created.paths.size(), 1u);
-    EXPECT_THROW(p.createInstance(ctx, classRef, fresh, created),
-        CIMObjectAlreadyExistsException);
+    EXPECT_THROW(p.createInstance(ctx, classRef, fresh, created), CIMObjectAlreadyExistsException);
 
     InstanceCollector all;
     p.enumerateInstances(ctx, classRef, false, false, CIMPropertyList(), all);
@@ -223,15 +207,11 @@ TEST_F(ProviderModuleTest, InstanceOperations)
 
     NullHandler done;
     p.deleteInstance(ctx, created.paths[0], done);
-    try
-    {
+    try {
         InstanceCollector none;
-        p.getInstance(ctx, created.paths[0], false, false, CIMPropertyList(),
-            none);
+        p.getInstance(ctx, created.paths[0], false, false, CIMPropertyList(), none);
         ADD_FAILURE() << "deleted instance still found";
-    }
-    catch (const CIMException& e)
-    {
+    } catch (const CIMException& e) {
         EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
     }
     provider->terminate();
@@ -253,9 +233,8 @@ TEST_F(ProviderModuleTest, MethodsAndCallsBackIntoTheServer)
     EXPECT_EQ(out[0].getParameterName(), "OldSize");
     EXPECT_EQ(out[0].getValue(), CIMValue(Uint32(20)));
 
-    CIMInstance resized = host.getInstance(ctx, NS,
-        CIMObjectPath("ZAR_TestVolume.Name=\"vol1\""), false, false, false,
-        CIMPropertyList());
+    CIMInstance resized = host.getInstance(ctx, NS, CIMObjectPath("ZAR_TestVolume.Name=\"vol1\""),
+                                           false, false, false, CIMPropertyList());
     EXPECT_EQ(resized.getProperty(1).getValue(), CIMValue(Uint32(64)));
 
     // The provider asks the server, which routes back to the provider.
@@ -268,18 +247,14 @@ TEST_F(ProviderModuleTest, MethodsAndCallsBackIntoTheServer)
     OperationContext remote;
     remote.insert(IdentityContainer("dave"));
     remote.insert(ClientAddressContainer("198.51.100.4"));
-    EXPECT_EQ(Invoke("ClientAddress", none, out, remote),
-        CIMValue(String("198.51.100.4")));
+    EXPECT_EQ(Invoke("ClientAddress", none, out, remote), CIMValue(String("198.51.100.4")));
 
     Array<CIMParamValue> missing;
     missing.append(CIMParamValue("Name", CIMValue(String("nope"))));
-    try
-    {
+    try {
         Invoke("Resize", missing, out, ctx);
         ADD_FAILURE() << "no error for a missing volume";
-    }
-    catch (const CIMException& e)
-    {
+    } catch (const CIMException& e) {
         EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
         EXPECT_EQ(e.getMessage(), "no volume nope");
     }
@@ -295,21 +270,17 @@ TEST_F(ProviderModuleTest, LocalClientReachesTheProviderAsTheProcessUser)
     CIMClient client;
     client.connectLocal();
     Array<CIMParamValue> in, out;
-    CIMValue who = client.invokeMethod(NS,
-        CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""), "WhoAmI", in, out);
+    CIMValue who =
+        client.invokeMethod(NS, CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""), "WhoAmI", in, out);
     struct passwd* pw = getpwuid(geteuid());
     ASSERT_TRUE(pw != 0);
     EXPECT_EQ(who, CIMValue(String(pw->pw_name)));
     EXPECT_EQ(client.enumerateInstanceNames(NS, "ZAR_TestVolume")[0].toString(),
-        "ZAR_TestVolume.Name=\"vol0\"");
-    try
-    {
-        client.invokeMethod(NS, CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""),
-            "Explode", in, out);
+              "ZAR_TestVolume.Name=\"vol0\"");
+    try {
+        client.invokeMethod(NS, CIMObjectPath("ZAR_TestVolume.Name=\"vol0\""), "Explode", in, out);
         ADD_FAILURE() << "no error";
-    }
-    catch (const CIMException& e)
-    {
+    } catch (const CIMException& e) {
         EXPECT_EQ(e.getMessage(), "CIM_ERR_METHOD_NOT_FOUND: Explode");
     }
     provider->terminate();

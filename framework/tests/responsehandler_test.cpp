@@ -8,15 +8,13 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 // Collects everything, whatever interface it is reached through.
 class RecordingHandler : public InstanceResponseHandler,
                          public ObjectPathResponseHandler,
                          public ObjectResponseHandler,
-                         public MethodResultResponseHandler
-{
+                         public MethodResultResponseHandler {
 public:
     RecordingHandler() : processed(0), completed(0) {}
     void processing() { processed++; }
@@ -57,7 +55,7 @@ void ServeInstances(InstanceResponseHandler& h)
 void ServeObjects(ObjectResponseHandler& h)
 {
     h.processing();
-    h.deliver(CIMInstance("ZAR_C"));   // through CIMObject(const CIMInstance&)
+    h.deliver(CIMInstance("ZAR_C"));  // through CIMObject(const CIMInstance&)
     h.complete();
 }
 
@@ -79,8 +77,7 @@ TEST(ResponseHandlerTest, OneHandlerServesSeveralInterfaces)
     paths.deliver(CIMObjectPath("ZAR_A.K=1"));
 
     ResponseHandler& base = static_cast<InstanceResponseHandler&>(h);
-    EXPECT_EQ(&base, static_cast<ResponseHandler*>(
-        static_cast<MethodResultResponseHandler*>(&h)));
+    EXPECT_EQ(&base, static_cast<ResponseHandler*>(static_cast<MethodResultResponseHandler*>(&h)));
     EXPECT_EQ(h.processed, 3);
     EXPECT_EQ(h.completed, 3);
     ASSERT_EQ(h.instances.size(), 2u);

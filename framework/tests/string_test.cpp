@@ -12,8 +12,7 @@
 
 PEGASUS_USING_PEGASUS;
 
-namespace
-{
+namespace {
 
 std::string utf8(const String& s)
 {
@@ -25,46 +24,44 @@ TEST(StringTest, Utf8DecodesToUtf16CodeUnits)
     String ascii("abc");
     EXPECT_EQ(3u, ascii.size());
 
-    String e("\xC3\xA9");                  // U+00E9, one unit
+    String e("\xC3\xA9");  // U+00E9, one unit
     ASSERT_EQ(1u, e.size());
     EXPECT_EQ(0xE9, Uint16(e[0]));
 
-    String euro("\xE2\x82\xAC");           // U+20AC, one unit
+    String euro("\xE2\x82\xAC");  // U+20AC, one unit
     ASSERT_EQ(1u, euro.size());
     EXPECT_EQ(0x20AC, Uint16(euro[0]));
 
-    String clef("\xF0\x9D\x84\x9E");       // U+1D11E, a surrogate pair
+    String clef("\xF0\x9D\x84\x9E");  // U+1D11E, a surrogate pair
     ASSERT_EQ(2u, clef.size());
     EXPECT_EQ(0xD834, Uint16(clef[0]));
     EXPECT_EQ(0xDD1E, Uint16(clef[1]));
 
     // Round trip back to the same bytes.
     EXPECT_EQ("a\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9Ez",
-        utf8(String("a\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9Ez")));
-    EXPECT_EQ(0, Uint16(clef[2]));           // index == size() gives the terminator
+              utf8(String("a\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9Ez")));
+    EXPECT_EQ(0, Uint16(clef[2]));  // index == size() gives the terminator
 }
 
 TEST(StringTest, InvalidUtf8ThrowsWithTheOffendingBytes)
 {
-    try
-    {
+    try {
         String s("\xFF\xFE");
         FAIL() << "no exception";
+    } catch (const Exception& e) {
+        EXPECT_EQ(
+            "The byte sequence starting at index 0 is not valid UTF-8 "
+            "encoding:  0xFF 0xFE",
+            utf8(e.getMessage()));
     }
-    catch (const Exception& e)
-    {
-        EXPECT_EQ("The byte sequence starting at index 0 is not valid UTF-8 "
-                  "encoding:  0xFF 0xFE", utf8(e.getMessage()));
-    }
-    try
-    {
-        String s("ab\xC3");                  // truncated two-byte sequence
+    try {
+        String s("ab\xC3");  // truncated two-byte sequence
         FAIL() << "no exception";
-    }
-    catch (const Exception& e)
-    {
-        EXPECT_EQ("The byte sequence starting at index 2 is not valid UTF-8 "
-                  "encoding:  0xC3", utf8(e.getMessage()));
+    } catch (const Exception& e) {
+        EXPECT_EQ(
+            "The byte sequence starting at index 2 is not valid UTF-8 "
+            "encoding:  0xC3",
+            utf8(e.getMessage()));
     }
     EXPECT_THROW(String("\xC0\xAF"), Exception);          // overlong '/'
     EXPECT_THROW(String("\xED\xA0\x80"), Exception);      // encoded surrogate
@@ -79,7 +76,7 @@ TEST(StringTest, LengthLimitedConstructors)
     EXPECT_EQ(String("Hel"), String(String("Hello"), 3));
     EXPECT_THROW(String(String("Hi"), 3), IndexOutOfBoundsException);
     EXPECT_EQ(String("ab"), String("abcdef", 2));
-    Char16 units[] = { 'x', 'y', 0, 'z' };
+    Char16 units[] = {'x', 'y', 0, 'z'};
     EXPECT_EQ(String("xy"), String(units));
     String withNul(units, 4);
     EXPECT_EQ(4u, withNul.size());
@@ -152,7 +149,7 @@ TEST(StringTest, RemoveThrowsPastTheEnd)
     EXPECT_EQ(String("abcd"), s);
     s.remove(1, 2);
     EXPECT_EQ(String("ad"), s);
-    s.remove(2);                      // index == size, nothing to remove
+    s.remove(2);  // index == size, nothing to remove
     EXPECT_EQ(String("ad"), s);
     EXPECT_THROW(s.remove(1, 2), IndexOutOfBoundsException);
     EXPECT_THROW(s.remove(3), IndexOutOfBoundsException);
@@ -165,7 +162,7 @@ TEST(StringTest, RemoveThrowsPastTheEnd)
 
 TEST(StringTest, CaseFoldingIsAsciiOnly)
 {
-    String s("Ab\xC3\xA9\xC3\x89Z");      // "AbéÉZ"
+    String s("Ab\xC3\xA9\xC3\x89Z");  // "AbéÉZ"
     String lower(s);
     lower.toLower();
     EXPECT_EQ("ab\xC3\xA9\xC3\x89z", utf8(lower));
@@ -177,7 +174,7 @@ TEST(StringTest, CaseFoldingIsAsciiOnly)
     EXPECT_FALSE(String::equalNoCase("abc", "abcd"));
     EXPECT_EQ(0, String::compareNoCase("HELLO", "hello"));
     EXPECT_LT(String::compareNoCase("apple", "BANANA"), 0);
-    EXPECT_GT(String::compare("apple", "BANANA"), 0);   // 'a' > 'B' by code unit
+    EXPECT_GT(String::compare("apple", "BANANA"), 0);  // 'a' > 'B' by code unit
 }
 
 TEST(StringTest, ComparisonsByCodeUnit)
@@ -283,10 +280,10 @@ TEST(Char16Test, ComparesWithChars)
     EXPECT_TRUE(c == 'a');
     EXPECT_TRUE('a' == c);
     EXPECT_TRUE(c != 'b');
-    EXPECT_TRUE(Char16(0xE9) == '\xE9');   // a char compares as its unsigned byte
+    EXPECT_TRUE(Char16(0xE9) == '\xE9');  // a char compares as its unsigned byte
     Uint16 u = c;
     EXPECT_EQ(97, u);
     EXPECT_EQ(0, Uint16(Char16()));
 }
 
-} // namespace
+}  // namespace

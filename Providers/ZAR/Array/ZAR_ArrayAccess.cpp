@@ -9,8 +9,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 // Takes the semaphore and readies the status record. False when the wait
 // timed out: the status then says so and the semaphore is not held.
@@ -18,8 +17,7 @@ bool _enter(api_status_t* status)
 {
     int r = cim_sem_wait();
     api_initStatus(status);
-    if (r != 0)
-    {
+    if (r != 0) {
         errinfo_set_str(status, 32, "Semaphore Timed-Out");
         return false;
     }
@@ -45,8 +43,7 @@ int ZAR_ArrayAccess::readSystemInfo(api_sysinfo_t* info, api_status_t* status)
     return _leave(api_getSystemInfo(info), status);
 }
 
-int ZAR_ArrayAccess::readSystemAddresses(api_ipaddr_t* addr,
-    api_status_t* status)
+int ZAR_ArrayAccess::readSystemAddresses(api_ipaddr_t* addr, api_status_t* status)
 {
     memset(addr, 0, sizeof(*addr));
     if (!_enter(status))
@@ -54,8 +51,7 @@ int ZAR_ArrayAccess::readSystemAddresses(api_ipaddr_t* addr,
     return _leave(api_getSystemDualIP(addr), status);
 }
 
-int ZAR_ArrayAccess::readOwnerAndContact(String& owner, String& contact,
-    api_status_t* status)
+int ZAR_ArrayAccess::readOwnerAndContact(String& owner, String& contact, api_status_t* status)
 {
     char ownerBuf[256];
     char contactBuf[256];
@@ -66,8 +62,7 @@ int ZAR_ArrayAccess::readOwnerAndContact(String& owner, String& contact,
     if (rc == 0)
         rc = api_getSystemContact(contactBuf, sizeof(contactBuf));
     _leave(rc, status);
-    if (rc == 0)
-    {
+    if (rc == 0) {
         ownerBuf[sizeof(ownerBuf) - 1] = '\0';
         contactBuf[sizeof(contactBuf) - 1] = '\0';
         owner = String(ownerBuf);

@@ -16,8 +16,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ArrayAccess
-{
+class ZAR_ArrayAccess {
 public:
     // Reads the system's identity and configuration. Returns 0 or the
     // array error code; status holds the code and its text.
@@ -27,8 +26,7 @@ public:
     static int readSystemAddresses(api_ipaddr_t* addr, api_status_t* status);
 
     // Reads the owner name and the contact text, as readSystemInfo.
-    static int readOwnerAndContact(String& owner, String& contact,
-        api_status_t* status);
+    static int readOwnerAndContact(String& owner, String& contact, api_status_t* status);
 
     // The status record's text without a line break.
     static String errorText(const api_status_t& status);

@@ -17,8 +17,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ArrayProviderBase : public CIMInstanceProvider
-{
+class ZAR_ArrayProviderBase : public CIMInstanceProvider {
 public:
     // className is the provider's name, the prefix of its messages.
     explicit ZAR_ArrayProviderBase(const String& className);
@@ -32,22 +31,16 @@ public:
 
     // Refused with CIMNotSupportedException: the array's objects are
     // changed with the array's own tools and the configuration service.
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
 protected:
     // The system's name (SystemName keys) and the host of returned paths,
@@ -57,17 +50,15 @@ protected:
 
     // The class as stored by the internal cache service (root/zar).
     CIMClass _storedClass(const CIMName& className, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+                          Boolean includeClassOrigin, const CIMPropertyList& propertyList);
 
     // CIMOperationFailedException "<ClassName>::<operation> - Operation
     // failed: <text of status>", after a level-2 trace naming the call.
-    void _fail(const char* operation, const char* call,
-        const api_status_t& status);
+    void _fail(const char* operation, const char* call, const api_status_t& status);
 
     // The request's path with its class replaced by className, so that a
     // path naming a superclass is compared by its keys alone.
-    static CIMObjectPath _asClass(const CIMObjectPath& path,
-        const CIMName& className);
+    static CIMObjectPath _asClass(const CIMObjectPath& path, const CIMName& className);
 
     CIMOMHandle _cimom;
     String _className;

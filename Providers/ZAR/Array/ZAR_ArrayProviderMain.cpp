@@ -22,8 +22,7 @@ PEGASUS_USING_PEGASUS;
 // Returns a new provider for `providerName` (compared ignoring case), or 0
 // for a name this module does not serve. The server owns the object and
 // ends it through terminate().
-extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(
-    const String& providerName)
+extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(const String& providerName)
 {
     if (String::equalNoCase(providerName, "ZAR_InternalCacheProvider"))
         return new ZAR_InternalCacheProvider();
@@ -43,9 +42,7 @@ extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(
         return new ZAR_ControllerForUnitProvider(PORT_TYPE_ISCSI);
     if (String::equalNoCase(providerName, "ZAR_SAPAvailableForElementProvider"))
         return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_FC);
-    if (String::equalNoCase(providerName,
-            "ZAR_iSCSISAPAvailableForElementProvider"))
-    {
+    if (String::equalNoCase(providerName, "ZAR_iSCSISAPAvailableForElementProvider")) {
         return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_ISCSI);
     }
     if (String::equalNoCase(providerName, "ZAR_SystemDeviceProvider"))

@@ -10,8 +10,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 // Records a failed call's code in the status when the call left it empty.
 int _failed(int rc, api_status_t* status)
@@ -35,12 +34,11 @@ String ZAR_ArrayRecords::wwnText(zar_u64 wwn)
     return String(buffer);
 }
 
-int ZAR_ArrayRecords::readPorts(port_type_t type,
-    std::vector<ZAR_PortRecord>& ports, api_status_t* status)
+int ZAR_ArrayRecords::readPorts(port_type_t type, std::vector<ZAR_PortRecord>& ports,
+                                api_status_t* status)
 {
     ports.clear();
-    if (type == PORT_TYPE_FC)
-    {
+    if (type == PORT_TYPE_FC) {
         api_FCPort_t* list = 0;
         int count = 0;
         int rc = ZAR_Common::guardedCall(status, [&]() {
@@ -49,8 +47,7 @@ int ZAR_ArrayRecords::readPorts(port_type_t type,
         });
         if (rc != 0)
             return _failed(rc, status);
-        for (int i = 0; i < count; i++)
-        {
+        for (int i = 0; i < count; i++) {
             ZAR_PortRecord p;
             p.type = PORT_TYPE_FC;
             p.position = list[i].portPos;
@@ -73,8 +70,7 @@ int ZAR_ArrayRecords::readPorts(port_type_t type,
     });
     if (rc != 0)
         return _failed(rc, status);
-    for (int i = 0; i < count; i++)
-    {
+    for (int i = 0; i < count; i++) {
         ZAR_PortRecord p;
         p.type = PORT_TYPE_ISCSI;
         p.position = list[i].portID;
@@ -89,15 +85,14 @@ int ZAR_ArrayRecords::readPorts(port_type_t type,
     return 0;
 }
 
-int ZAR_ArrayRecords::readVolumeChunk(zar_u64* cursor, Uint32 chunk,
-    std::vector<api_vv_t>& volumes, api_status_t* status)
+int ZAR_ArrayRecords::readVolumeChunk(zar_u64* cursor, Uint32 chunk, std::vector<api_vv_t>& volumes,
+                                      api_status_t* status)
 {
     volumes.clear();
     api_vv_t* list = 0;
     zar_u32 count = 0;
-    int rc = ZAR_Common::guardedCall(status, [&]() {
-        return api_getVVs_chunk(cursor, chunk, 0, &count, &list, 1);
-    });
+    int rc = ZAR_Common::guardedCall(
+        status, [&]() { return api_getVVs_chunk(cursor, chunk, 0, &count, &list, 1); });
     if (rc != 0)
         return _failed(rc, status);
     volumes.assign(list, list + count);
@@ -105,22 +100,18 @@ int ZAR_ArrayRecords::readVolumeChunk(zar_u64* cursor, Uint32 chunk,
     return 0;
 }
 
-int ZAR_ArrayRecords::readVolume(const String& name, api_vv_t* volume,
-    api_status_t* status)
+int ZAR_ArrayRecords::readVolume(const String& name, api_vv_t* volume, api_status_t* status)
 {
     api_vv_t* list = 0;
     zar_u32 count = 0;
     CString text = name.getCString();
-    int rc = ZAR_Common::guardedCall(status, [&]() {
-        return api_getVVs_direct(0, (const char*)text, &count, &list, 1);
-    });
+    int rc = ZAR_Common::guardedCall(
+        status, [&]() { return api_getVVs_direct(0, (const char*)text, &count, &list, 1); });
     if (rc != 0)
         return _failed(rc, status);
-    if (count == 0)
-    {
+    if (count == 0) {
         api_freeVVs(list);
-        errinfo_set_str(status, API_E_VV_NOT_FOUND,
-            api_errorCodeText(API_E_VV_NOT_FOUND));
+        errinfo_set_str(status, API_E_VV_NOT_FOUND, api_errorCodeText(API_E_VV_NOT_FOUND));
         return API_E_VV_NOT_FOUND;
     }
     *volume = list[0];
@@ -128,24 +119,23 @@ int ZAR_ArrayRecords::readVolume(const String& name, api_vv_t* volume,
     return 0;
 }
 
-int ZAR_ArrayRecords::readExports(const api_vlunsInfo_t& query,
-    std::vector<vlun>& records, api_status_t* status)
+int ZAR_ArrayRecords::readExports(const api_vlunsInfo_t& query, std::vector<vlun>& records,
+                                  api_status_t* status)
 {
     records.clear();
     api_vlunsInfo_t q = query;
     q.count = 0;
     q.vluns = 0;
-    int rc = ZAR_Common::guardedCall(status,
-        [&]() { return api_getSCSIProtocolControllers(&q); });
+    int rc = ZAR_Common::guardedCall(status, [&]() { return api_getSCSIProtocolControllers(&q); });
     if (rc == 0 && q.vluns != 0)
         records.assign(q.vluns, q.vluns + q.count);
     api_freeVLUNs(&q);
     return _failed(rc, status);
 }
 
-int ZAR_ArrayRecords::readViewChunk(const api_vlunsInfo_t& query,
-    api_spc_param_data* cursor, Uint32 chunk, std::vector<vlun>& records,
-    Uint32* more, api_status_t* status)
+int ZAR_ArrayRecords::readViewChunk(const api_vlunsInfo_t& query, api_spc_param_data* cursor,
+                                    Uint32 chunk, std::vector<vlun>& records, Uint32* more,
+                                    api_status_t* status)
 {
     records.clear();
     api_vlunsInfo_t q = query;

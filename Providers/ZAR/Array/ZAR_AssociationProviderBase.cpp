@@ -12,12 +12,10 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 // Remembers the paths already delivered (their text without host).
-class Seen
-{
+class Seen {
 public:
     bool first(const CIMObjectPath& path)
     {
@@ -31,8 +29,7 @@ private:
 };
 
 // The reference key named `name` of an association path, as a path.
-Boolean _referenceKey(const CIMObjectPath& path, const String& name,
-    CIMObjectPath& value)
+Boolean _referenceKey(const CIMObjectPath& path, const String& name, CIMObjectPath& value)
 {
     String text = ZAR_Common::getStringProperty(path, name);
     if (text.size() == 0)
@@ -43,9 +40,10 @@ Boolean _referenceKey(const CIMObjectPath& path, const String& name,
 
 }  // namespace
 
-ZAR_AssociationProviderBase::ZAR_AssociationProviderBase(
-    const String& providerName, const char* assocClass, const char* role0,
-    const char* role1, const char* endClass0, const char* endClass1)
+ZAR_AssociationProviderBase::ZAR_AssociationProviderBase(const String& providerName,
+                                                         const char* assocClass, const char* role0,
+                                                         const char* role1, const char* endClass0,
+                                                         const char* endClass1)
     : ZAR_ArrayProviderBase(providerName), _assocClass(assocClass)
 {
     _roles[0] = role0;
@@ -54,29 +52,20 @@ ZAR_AssociationProviderBase::ZAR_AssociationProviderBase(
     _endClasses[1] = CIMName(endClass1);
 }
 
-ZAR_AssociationProviderBase::~ZAR_AssociationProviderBase()
-{
-}
+ZAR_AssociationProviderBase::~ZAR_AssociationProviderBase() {}
 
-void ZAR_AssociationProviderBase::_fillAssociation(CIMInstance&, const Pair&)
-{
-}
+void ZAR_AssociationProviderBase::_fillAssociation(CIMInstance&, const Pair&) {}
 
-Boolean ZAR_AssociationProviderBase::_isA(const CIMName& name,
-    const CIMName& wanted)
+Boolean ZAR_AssociationProviderBase::_isA(const CIMName& name, const CIMName& wanted)
 {
     CIMName current = name;
-    for (int depth = 0; depth < 32 && !current.isNull(); depth++)
-    {
+    for (int depth = 0; depth < 32 && !current.isNull(); depth++) {
         if (current.equal(wanted))
             return true;
-        try
-        {
+        try {
             CIMClass cls = _storedClass(current, false, false, CIMPropertyList());
             current = cls.getSuperClassName();
-        }
-        catch (Exception&)
-        {
+        } catch (Exception&) {
             return false;
         }
     }
@@ -86,26 +75,23 @@ Boolean ZAR_AssociationProviderBase::_isA(const CIMName& name,
 int ZAR_AssociationProviderBase::_sideOf(const CIMObjectPath& path)
 {
     String creation = ZAR_Common::getStringProperty(path, "CreationClassName");
-    for (int side = 0; side < 2; side++)
-    {
-        if (creation.size() != 0
-                ? String::equalNoCase(creation, _endClasses[side].getString())
-                : path.getClassName().equal(_endClasses[side]))
-        {
+    for (int side = 0; side < 2; side++) {
+        if (creation.size() != 0 ? String::equalNoCase(creation, _endClasses[side].getString())
+                                 : path.getClassName().equal(_endClasses[side])) {
             return side;
         }
     }
     return -1;
 }
 
-Boolean ZAR_AssociationProviderBase::_selected(const CIMObjectPath& end,
-    const CIMName& resultClass)
+Boolean ZAR_AssociationProviderBase::_selected(const CIMObjectPath& end, const CIMName& resultClass)
 {
     return resultClass.isNull() || _isA(end.getClassName(), resultClass);
 }
 
 int ZAR_AssociationProviderBase::_farSide(const CIMObjectPath& objectName,
-    const CIMName& resultClass, const String& role, const String& resultRole)
+                                          const CIMName& resultClass, const String& role,
+                                          const String& resultRole)
 {
     int near = _sideOf(objectName);
     if (near < 0)
@@ -118,15 +104,14 @@ int ZAR_AssociationProviderBase::_farSide(const CIMObjectPath& objectName,
     // The far end's objects derive from its class: a result class that is
     // neither above nor below it selects none of them.
     if (!resultClass.isNull() && !_isA(_endClasses[far], resultClass) &&
-        !_isA(resultClass, _endClasses[far]))
-    {
+        !_isA(resultClass, _endClasses[far])) {
         return -1;
     }
     return far;
 }
 
 int ZAR_AssociationProviderBase::_nearSide(const CIMObjectPath& objectName,
-    const CIMName& resultClass, const String& role)
+                                           const CIMName& resultClass, const String& role)
 {
     int near = _sideOf(objectName);
     if (near < 0)
@@ -138,20 +123,18 @@ int ZAR_AssociationProviderBase::_nearSide(const CIMObjectPath& objectName,
     return near;
 }
 
-CIMObjectPath ZAR_AssociationProviderBase::_assocPath(const Pair& pair,
-    const String& host)
+CIMObjectPath ZAR_AssociationProviderBase::_assocPath(const Pair& pair, const String& host)
 {
     Array<CIMKeyBinding> keys;
-    for (int side = 0; side < 2; side++)
-    {
-        keys.append(CIMKeyBinding(CIMName(_roles[side]),
-            pair.ends[side].toString(), CIMKeyBinding::REFERENCE));
+    for (int side = 0; side < 2; side++) {
+        keys.append(CIMKeyBinding(CIMName(_roles[side]), pair.ends[side].toString(),
+                                  CIMKeyBinding::REFERENCE));
     }
     return CIMObjectPath(host, CIMNamespaceName("root/zar"), _assocClass, keys);
 }
 
-CIMInstance ZAR_AssociationProviderBase::_assocInstance(CIMClass& cls,
-    const Pair& pair, const String& host)
+CIMInstance ZAR_AssociationProviderBase::_assocInstance(CIMClass& cls, const Pair& pair,
+                                                        const String& host)
 {
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
     for (int side = 0; side < 2; side++)
@@ -162,162 +145,130 @@ CIMInstance ZAR_AssociationProviderBase::_assocInstance(CIMClass& cls,
 }
 
 void ZAR_AssociationProviderBase::associators(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& /* associationClass */,
-    const CIMName& resultClass,
-    const String& role,
-    const String& resultRole,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    ObjectResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName,
+    const CIMName& /* associationClass */, const CIMName& resultClass, const String& role,
+    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
     CString name = _className.getCString();
-    log_message(4, "-->%s::associators\n\t objectName = %s \n",
-        (const char*)name, (const char*)objectName.toString().getCString());
+    log_message(4, "-->%s::associators\n\t objectName = %s \n", (const char*)name,
+                (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
     int far = _farSide(objectName, resultClass, role, resultRole);
-    if (far >= 0)
-    {
+    if (far >= 0) {
         String systemName, host;
         _identity(systemName, host, "associators");
-        CIMClass cls = _storedClass(_endClasses[far], includeQualifiers,
-            includeClassOrigin, propertyList);
+        CIMClass cls =
+            _storedClass(_endClasses[far], includeQualifiers, includeClassOrigin, propertyList);
         Seen seen;
-        _forEachPair(context, 1 - far, objectName, systemName, host,
-            [&](const Pair& pair) {
-                if (_selected(pair.ends[far], resultClass) &&
-                    seen.first(pair.ends[far]))
-                {
-                    CIMClass farClass = cls;
-                    if (!pair.ends[far].getClassName().equal(_endClasses[far]))
-                    {
-                        farClass = _storedClass(pair.ends[far].getClassName(),
-                            includeQualifiers, includeClassOrigin, propertyList);
-                    }
-                    handler.deliver(CIMObject(_endInstance(context, pair, far,
-                        farClass, systemName, host)));
+        _forEachPair(context, 1 - far, objectName, systemName, host, [&](const Pair& pair) {
+            if (_selected(pair.ends[far], resultClass) && seen.first(pair.ends[far])) {
+                CIMClass farClass = cls;
+                if (!pair.ends[far].getClassName().equal(_endClasses[far])) {
+                    farClass = _storedClass(pair.ends[far].getClassName(), includeQualifiers,
+                                            includeClassOrigin, propertyList);
                 }
-                return true;
-            });
+                handler.deliver(
+                    CIMObject(_endInstance(context, pair, far, farClass, systemName, host)));
+            }
+            return true;
+        });
     }
     handler.complete();
     log_message(4, "<--%s::associators\n", (const char*)name);
 }
 
-void ZAR_AssociationProviderBase::associatorNames(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& /* associationClass */,
-    const CIMName& resultClass,
-    const String& role,
-    const String& resultRole,
-    ObjectPathResponseHandler& handler)
+void ZAR_AssociationProviderBase::associatorNames(const OperationContext& context,
+                                                  const CIMObjectPath& objectName,
+                                                  const CIMName& /* associationClass */,
+                                                  const CIMName& resultClass, const String& role,
+                                                  const String& resultRole,
+                                                  ObjectPathResponseHandler& handler)
 {
     CString name = _className.getCString();
-    log_message(4, "-->%s::associatorNames\n\t objectName = %s \n",
-        (const char*)name, (const char*)objectName.toString().getCString());
+    log_message(4, "-->%s::associatorNames\n\t objectName = %s \n", (const char*)name,
+                (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
     int far = _farSide(objectName, resultClass, role, resultRole);
-    if (far >= 0)
-    {
+    if (far >= 0) {
         String systemName, host;
         _identity(systemName, host, "associatorNames");
         Seen seen;
-        _forEachPair(context, 1 - far, objectName, systemName, host,
-            [&](const Pair& pair) {
-                if (_selected(pair.ends[far], resultClass) &&
-                    seen.first(pair.ends[far]))
-                {
-                    handler.deliver(pair.ends[far]);
-                }
-                return true;
-            });
+        _forEachPair(context, 1 - far, objectName, systemName, host, [&](const Pair& pair) {
+            if (_selected(pair.ends[far], resultClass) && seen.first(pair.ends[far])) {
+                handler.deliver(pair.ends[far]);
+            }
+            return true;
+        });
     }
     handler.complete();
     log_message(4, "<--%s::associatorNames\n", (const char*)name);
 }
 
 void ZAR_AssociationProviderBase::references(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& resultClass,
-    const String& role,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    ObjectResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
+    const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
     CString name = _className.getCString();
-    log_message(4, "-->%s::references\n\t objectName = %s \n",
-        (const char*)name, (const char*)objectName.toString().getCString());
+    log_message(4, "-->%s::references\n\t objectName = %s \n", (const char*)name,
+                (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
     int near = _nearSide(objectName, resultClass, role);
-    if (near >= 0)
-    {
+    if (near >= 0) {
         String systemName, host;
         _identity(systemName, host, "references");
-        CIMClass cls = _storedClass(_assocClass, includeQualifiers,
-            includeClassOrigin, propertyList);
-        _forEachPair(context, near, objectName, systemName, host,
-            [&](const Pair& pair) {
-                handler.deliver(CIMObject(_assocInstance(cls, pair, host)));
-                return true;
-            });
+        CIMClass cls =
+            _storedClass(_assocClass, includeQualifiers, includeClassOrigin, propertyList);
+        _forEachPair(context, near, objectName, systemName, host, [&](const Pair& pair) {
+            handler.deliver(CIMObject(_assocInstance(cls, pair, host)));
+            return true;
+        });
     }
     handler.complete();
     log_message(4, "<--%s::references\n", (const char*)name);
 }
 
-void ZAR_AssociationProviderBase::referenceNames(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& resultClass,
-    const String& role,
-    ObjectPathResponseHandler& handler)
+void ZAR_AssociationProviderBase::referenceNames(const OperationContext& context,
+                                                 const CIMObjectPath& objectName,
+                                                 const CIMName& resultClass, const String& role,
+                                                 ObjectPathResponseHandler& handler)
 {
     CString name = _className.getCString();
-    log_message(4, "-->%s::referenceNames\n\t objectName = %s \n",
-        (const char*)name, (const char*)objectName.toString().getCString());
+    log_message(4, "-->%s::referenceNames\n\t objectName = %s \n", (const char*)name,
+                (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
     int near = _nearSide(objectName, resultClass, role);
-    if (near >= 0)
-    {
+    if (near >= 0) {
         String systemName, host;
         _identity(systemName, host, "referenceNames");
-        _forEachPair(context, near, objectName, systemName, host,
-            [&](const Pair& pair) {
-                handler.deliver(_assocPath(pair, host));
-                return true;
-            });
+        _forEachPair(context, near, objectName, systemName, host, [&](const Pair& pair) {
+            handler.deliver(_assocPath(pair, host));
+            return true;
+        });
     }
     handler.complete();
     log_message(4, "<--%s::referenceNames\n", (const char*)name);
 }
 
-void ZAR_AssociationProviderBase::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_AssociationProviderBase::getInstance(const OperationContext& context,
+                                              const CIMObjectPath& instanceReference,
+                                              const Boolean includeQualifiers,
+                                              const Boolean includeClassOrigin,
+                                              const CIMPropertyList& propertyList,
+                                              InstanceResponseHandler& handler)
 {
     CString name = _className.getCString();
     log_message(4, "-->%s::getInstance\n", (const char*)name);
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     CIMObjectPath ends[2];
-    for (int side = 0; side < 2; side++)
-    {
-        if (!_referenceKey(instanceReference, _roles[side], ends[side]))
-        {
-            throw CIMInvalidParameterException(_className + " " +
-                _roles[side] + " key not found.");
+    for (int side = 0; side < 2; side++) {
+        if (!_referenceKey(instanceReference, _roles[side], ends[side])) {
+            throw CIMInvalidParameterException(_className + " " + _roles[side] + " key not found.");
         }
     }
     String systemName, host;
@@ -325,23 +276,20 @@ void ZAR_AssociationProviderBase::getInstance(
     CIMObjectPath wanted = _asClass(instanceReference, _assocClass);
     Boolean found = false;
     CIMInstance instance;
-    if (_sideOf(ends[0]) == 0)
-    {
-        CIMClass cls = _storedClass(_assocClass, includeQualifiers,
-            includeClassOrigin, propertyList);
-        _forEachPair(context, 0, ends[0], systemName, host,
-            [&](const Pair& pair) {
-                if (!ZAR_Common::matchObjectPath(wanted, _assocPath(pair, host)))
-                    return true;
-                instance = _assocInstance(cls, pair, host);
-                found = true;
-                return false;
-            });
+    if (_sideOf(ends[0]) == 0) {
+        CIMClass cls =
+            _storedClass(_assocClass, includeQualifiers, includeClassOrigin, propertyList);
+        _forEachPair(context, 0, ends[0], systemName, host, [&](const Pair& pair) {
+            if (!ZAR_Common::matchObjectPath(wanted, _assocPath(pair, host)))
+                return true;
+            instance = _assocInstance(cls, pair, host);
+            found = true;
+            return false;
+        });
     }
-    if (!found)
-    {
+    if (!found) {
         log_message(2, "%s::getInstance, not found = %s\n", (const char*)name,
-            (const char*)instanceReference.toString().getCString());
+                    (const char*)instanceReference.toString().getCString());
         throw CIMObjectNotFoundException(_className + " CIM Object not found.");
     }
     handler.processing();
@@ -350,35 +298,31 @@ void ZAR_AssociationProviderBase::getInstance(
     log_message(4, "<--%s::getInstance\n", (const char*)name);
 }
 
-void ZAR_AssociationProviderBase::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& /* classReference */,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_AssociationProviderBase::enumerateInstances(const OperationContext& context,
+                                                     const CIMObjectPath& /* classReference */,
+                                                     const Boolean includeQualifiers,
+                                                     const Boolean includeClassOrigin,
+                                                     const CIMPropertyList& propertyList,
+                                                     InstanceResponseHandler& handler)
 {
     CString name = _className.getCString();
     log_message(4, "-->%s::enumerateInstances\n", (const char*)name);
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     String systemName, host;
     _identity(systemName, host, "enumerateInstances");
-    CIMClass cls = _storedClass(_assocClass, includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMClass cls = _storedClass(_assocClass, includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
-    _forEachPair(context, -1, CIMObjectPath(), systemName, host,
-        [&](const Pair& pair) {
-            handler.deliver(_assocInstance(cls, pair, host));
-            return true;
-        });
+    _forEachPair(context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
+        handler.deliver(_assocInstance(cls, pair, host));
+        return true;
+    });
     handler.complete();
     log_message(4, "<--%s::enumerateInstances\n", (const char*)name);
 }
 
-void ZAR_AssociationProviderBase::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& /* classReference */,
-    ObjectPathResponseHandler& handler)
+void ZAR_AssociationProviderBase::enumerateInstanceNames(const OperationContext& context,
+                                                         const CIMObjectPath& /* classReference */,
+                                                         ObjectPathResponseHandler& handler)
 {
     CString name = _className.getCString();
     log_message(4, "-->%s::enumerateInstanceNames\n", (const char*)name);
@@ -386,11 +330,10 @@ void ZAR_AssociationProviderBase::enumerateInstanceNames(
     String systemName, host;
     _identity(systemName, host, "enumerateInstanceNames");
     handler.processing();
-    _forEachPair(context, -1, CIMObjectPath(), systemName, host,
-        [&](const Pair& pair) {
-            handler.deliver(_assocPath(pair, host));
-            return true;
-        });
+    _forEachPair(context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
+        handler.deliver(_assocPath(pair, host));
+        return true;
+    });
     handler.complete();
     log_message(4, "<--%s::enumerateInstanceNames\n", (const char*)name);
 }

@@ -22,14 +22,11 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_AssociationProviderBase : public CIMAssociationProvider,
-                                    public ZAR_ArrayProviderBase
-{
+class ZAR_AssociationProviderBase : public CIMAssociationProvider, public ZAR_ArrayProviderBase {
 public:
     // One association: its two end paths and the records it stems from
     // (those a subclass does not use are null).
-    struct Pair
-    {
+    struct Pair {
         CIMObjectPath ends[2];
         const vlun* record;
         const ZAR_PortRecord* port;
@@ -40,85 +37,62 @@ public:
 
     // assocClass is served; roles[i] names end i, endClasses[i] its class
     // (the class that every object at that end is, or derives from).
-    ZAR_AssociationProviderBase(const String& providerName,
-        const char* assocClass, const char* role0, const char* role1,
-        const char* endClass0, const char* endClass1);
+    ZAR_AssociationProviderBase(const String& providerName, const char* assocClass,
+                                const char* role0, const char* role1, const char* endClass0,
+                                const char* endClass1);
     virtual ~ZAR_AssociationProviderBase();
 
-    virtual void associators(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& associationClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler);
+    virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
+                             const CIMName& associationClass, const CIMName& resultClass,
+                             const String& role, const String& resultRole,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
-    virtual void associatorNames(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& associationClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        ObjectPathResponseHandler& handler);
+    virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                 const CIMName& associationClass, const CIMName& resultClass,
+                                 const String& role, const String& resultRole,
+                                 ObjectPathResponseHandler& handler);
 
-    virtual void references(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler);
+    virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
+                            const CIMName& resultClass, const String& role,
+                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                            const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
-    virtual void referenceNames(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        ObjectPathResponseHandler& handler);
+    virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                const CIMName& resultClass, const String& role,
+                                ObjectPathResponseHandler& handler);
 
     // The association whose two reference keys match a pair;
     // CIMInvalidParameterException when a key is missing,
     // CIMObjectNotFoundException when there is no such pair.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
 protected:
     // Calls sink for every pair (side -1), or for the pairs whose end
     // `side` matches `from` (hosts ignored, the class of `from` put aside).
-    virtual void _forEachPair(const OperationContext& context, int side,
-        const CIMObjectPath& from, const String& systemName,
-        const String& host, const PairSink& sink) = 0;
+    virtual void _forEachPair(const OperationContext& context, int side, const CIMObjectPath& from,
+                              const String& systemName, const String& host,
+                              const PairSink& sink) = 0;
 
     // The instance at end `side` of a pair, from the stored class cls of
     // that end.
-    virtual CIMInstance _endInstance(const OperationContext& context,
-        const Pair& pair, int side, CIMClass& cls, const String& systemName,
-        const String& host) = 0;
+    virtual CIMInstance _endInstance(const OperationContext& context, const Pair& pair, int side,
+                                     CIMClass& cls, const String& systemName,
+                                     const String& host) = 0;
 
     // Fills the association's own properties; nothing by default.
     virtual void _fillAssociation(CIMInstance& instance, const Pair& pair);
@@ -138,17 +112,15 @@ protected:
 
 private:
     CIMObjectPath _assocPath(const Pair& pair, const String& host);
-    CIMInstance _assocInstance(CIMClass& cls, const Pair& pair,
-        const String& host);
+    CIMInstance _assocInstance(CIMClass& cls, const Pair& pair, const String& host);
     // The far side for associators, or -1 when the parameters select
     // nothing.
-    int _farSide(const CIMObjectPath& objectName, const CIMName& resultClass,
-        const String& role, const String& resultRole);
+    int _farSide(const CIMObjectPath& objectName, const CIMName& resultClass, const String& role,
+                 const String& resultRole);
     // True when the far end `end` is of resultClass (any when null).
     Boolean _selected(const CIMObjectPath& end, const CIMName& resultClass);
     // The near side for references, or -1 as above.
-    int _nearSide(const CIMObjectPath& objectName, const CIMName& resultClass,
-        const String& role);
+    int _nearSide(const CIMObjectPath& objectName, const CIMName& resultClass, const String& role);
 };
 
 PEGASUS_NAMESPACE_END

@@ -18,8 +18,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 const int VIEW = 0;
 const int VOLUME = 1;
@@ -41,16 +40,13 @@ ZAR_ControllerForUnitProvider::ZAR_ControllerForUnitProvider(port_type_t type)
     : ZAR_AssociationProviderBase(
           String(type == PORT_TYPE_FC ? "ZAR_ControllerForUnitProvider"
                                       : "ZAR_iSCSIControllerForUnitProvider"),
-          type == PORT_TYPE_FC ? "ZAR_ControllerForUnit"
-                               : "ZAR_iSCSIControllerForUnit",
+          type == PORT_TYPE_FC ? "ZAR_ControllerForUnit" : "ZAR_iSCSIControllerForUnit",
           "Antecedent", "Dependent", _viewClass(type), "ZAR_StorageVolume"),
       _type(type)
 {
 }
 
-ZAR_ControllerForUnitProvider::~ZAR_ControllerForUnitProvider()
-{
-}
+ZAR_ControllerForUnitProvider::~ZAR_ControllerForUnitProvider() {}
 
 Uint16 ZAR_ControllerForUnitProvider::deviceAccess(api_vol_mode_t mode)
 {
@@ -61,41 +57,36 @@ Uint16 ZAR_ControllerForUnitProvider::deviceAccess(api_vol_mode_t mode)
     return 0;
 }
 
-void ZAR_ControllerForUnitProvider::_forEachPair(
-    const OperationContext& /* context */, int side, const CIMObjectPath& from,
-    const String& systemName, const String& host, const PairSink& sink)
+void ZAR_ControllerForUnitProvider::_forEachPair(const OperationContext& /* context */, int side,
+                                                 const CIMObjectPath& from,
+                                                 const String& systemName, const String& host,
+                                                 const PairSink& sink)
 {
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));
     CIMObjectPath wanted;
-    if (side >= 0)
-    {
+    if (side >= 0) {
         wanted = _asClass(from, _endClasses[side]);
         String deviceID = ZAR_Common::getStringProperty(from, "DeviceID");
         if (deviceID.size() == 0)
             return;
-        if (side == VOLUME)
-        {
+        if (side == VOLUME) {
             // The volume's WWN (32 digits) fills the whole name field,
             // without terminator.
             CString text = deviceID.getCString();
             size_t length = strnlen((const char*)text, sizeof(query.vvname));
             memcpy(query.vvname, (const char*)text, length);
             query.vvnameIsSet = 1;
-        }
-        else
-        {
+        } else {
             Uint32 type = 0;
             String hostName;
             Uint16 port = API_PORT_NONE;
-            ZAR_Common::deReferenceSPCDeviceID(deviceID, type, hostName, port,
-                false);
+            ZAR_Common::deReferenceSPCDeviceID(deviceID, type, hostName, port, false);
             if (type == 0)
                 return;
             query.vluntype = type;
             query.vluntypeIsSet = 1;
-            if (port != API_PORT_NONE)
-            {
+            if (port != API_PORT_NONE) {
                 query.port = port;
                 query.portIsSet = 1;
             }
@@ -111,39 +102,34 @@ void ZAR_ControllerForUnitProvider::_forEachPair(
     // volume's access mode: take it from another record of the volume, or
     // from the volume itself.
     std::map<std::string, api_vol_mode_t> modes;
-    for (size_t i = 0; i < records.size(); i++)
-    {
+    for (size_t i = 0; i < records.size(); i++) {
         if (records[i].volAccess != API_VOL_ACCESS_DEFAULT_VIEW)
             modes[_volumeKey(records[i])] = records[i].volAccess;
     }
 
-    for (size_t i = 0; i < records.size(); i++)
-    {
+    for (size_t i = 0; i < records.size(); i++) {
         vlun& r = records[i];
         if (r.hporttype != _type || r.deviceID[0] == '\0')
             continue;
         String wwn = ZAR_ArrayRecords::field(r.vvwwn, sizeof(r.vvwwn));
-        if (r.volAccess == API_VOL_ACCESS_DEFAULT_VIEW)
-        {
+        if (r.volAccess == API_VOL_ACCESS_DEFAULT_VIEW) {
             std::string key = _volumeKey(r);
-            if (modes.find(key) == modes.end())
-            {
+            if (modes.find(key) == modes.end()) {
                 api_vv_t volume;
                 api_status_t vstatus;
                 modes[key] = ZAR_ArrayRecords::readVolume(wwn, &volume, &vstatus) == 0
-                    ? volume.access : VOL_MODE_UNKNOWN;
+                                 ? volume.access
+                                 : VOL_MODE_UNKNOWN;
             }
             r.volAccess = modes[key];
         }
         Pair pair;
         pair.record = &r;
         pair.port = 0;
-        pair.ends[VIEW] = ZAR_Common::buildSPCObjectPath(String(SYSTEM_CLASS),
-            host, systemName,
-            ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
-            CIMName(_viewClass(_type)));
-        pair.ends[VOLUME] = ZAR_StorageVolumeProvider::buildObjectPath(host,
-            systemName, wwn);
+        pair.ends[VIEW] = ZAR_Common::buildSPCObjectPath(
+            String(SYSTEM_CLASS), host, systemName,
+            ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)), CIMName(_viewClass(_type)));
+        pair.ends[VOLUME] = ZAR_StorageVolumeProvider::buildObjectPath(host, systemName, wwn);
         if (side >= 0 && !ZAR_Common::matchObjectPath(wanted, pair.ends[side]))
             continue;
         if (!sink(pair))
@@ -151,35 +137,31 @@ void ZAR_ControllerForUnitProvider::_forEachPair(
     }
 }
 
-CIMInstance ZAR_ControllerForUnitProvider::_endInstance(
-    const OperationContext& /* context */, const Pair& pair, int side, CIMClass& cls,
-    const String& systemName, const String& host)
+CIMInstance ZAR_ControllerForUnitProvider::_endInstance(const OperationContext& /* context */,
+                                                        const Pair& pair, int side, CIMClass& cls,
+                                                        const String& systemName,
+                                                        const String& host)
 {
-    if (side == VOLUME)
-    {
+    if (side == VOLUME) {
         String wwn = ZAR_Common::getStringProperty(pair.ends[VOLUME], "DeviceID");
         api_vv_t volume;
         api_status_t status;
         if (ZAR_ArrayRecords::readVolume(wwn, &volume, &status) != 0)
             _fail("associators", "api_getVVs_direct", status);
-        return ZAR_StorageVolumeProvider::buildInstance(cls, volume, host,
-            systemName);
+        return ZAR_StorageVolumeProvider::buildInstance(cls, volume, host, systemName);
     }
 
     // An export record carries its view's fields as well.
     vlun record = *pair.record;
-    return ZAR_Common::buildSPCInstance(String(SYSTEM_CLASS), cls, &record,
-        systemName, host);
+    return ZAR_Common::buildSPCInstance(String(SYSTEM_CLASS), cls, &record, systemName, host);
 }
 
-void ZAR_ControllerForUnitProvider::_fillAssociation(CIMInstance& instance,
-    const Pair& pair)
+void ZAR_ControllerForUnitProvider::_fillAssociation(CIMInstance& instance, const Pair& pair)
 {
     char lun[16];
     snprintf(lun, sizeof(lun), "%X", (unsigned)pair.record->lun);
     ZAR_Common::setPropertyValue(instance, "DeviceNumber", String(lun));
-    ZAR_Common::setPropertyValue(instance, "DeviceAccess",
-        deviceAccess(pair.record->volAccess));
+    ZAR_Common::setPropertyValue(instance, "DeviceAccess", deviceAccess(pair.record->volAccess));
 }
 
 PEGASUS_NAMESPACE_END

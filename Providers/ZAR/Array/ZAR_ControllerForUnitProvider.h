@@ -16,8 +16,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ControllerForUnitProvider : public ZAR_AssociationProviderBase
-{
+class ZAR_ControllerForUnitProvider : public ZAR_AssociationProviderBase {
 public:
     // type PORT_TYPE_FC serves ZAR_ControllerForUnit, PORT_TYPE_ISCSI
     // ZAR_iSCSIControllerForUnit.
@@ -29,12 +28,10 @@ public:
     static Uint16 deviceAccess(api_vol_mode_t mode);
 
 protected:
-    virtual void _forEachPair(const OperationContext& context, int side,
-        const CIMObjectPath& from, const String& systemName,
-        const String& host, const PairSink& sink);
-    virtual CIMInstance _endInstance(const OperationContext& context,
-        const Pair& pair, int side, CIMClass& cls, const String& systemName,
-        const String& host);
+    virtual void _forEachPair(const OperationContext& context, int side, const CIMObjectPath& from,
+                              const String& systemName, const String& host, const PairSink& sink);
+    virtual CIMInstance _endInstance(const OperationContext& context, const Pair& pair, int side,
+                                     CIMClass& cls, const String& systemName, const String& host);
     virtual void _fillAssociation(CIMInstance& instance, const Pair& pair);
 
 private:

@@ -17,8 +17,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 static const String ClassName = "ZAR_InternalCacheProvider";
 
-namespace
-{
+namespace {
 
 const char* const _NAMESPACE = "root/PG_Internal";
 const char* const _CLASS = "ZAR_InternalCache";
@@ -34,22 +33,18 @@ String _field(const char* text, size_t size)
 
 }  // namespace
 
-ZAR_InternalCacheProvider::ZAR_InternalCacheProvider()
-{
-}
+ZAR_InternalCacheProvider::ZAR_InternalCacheProvider() {}
 
-ZAR_InternalCacheProvider::~ZAR_InternalCacheProvider()
-{
-}
+ZAR_InternalCacheProvider::~ZAR_InternalCacheProvider() {}
 
 void ZAR_InternalCacheProvider::initialize(CIMOMHandle& cimom)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::initialize(cimom)\n");
     _cimom = cimom;
-    if (api_zarOpenForCimserver(0) != 0)
-    {
-        log_message(2, "ZAR_InternalCacheProvider::initialize(): "
-            "api_zarOpenForCimserver failed\n");
+    if (api_zarOpenForCimserver(0) != 0) {
+        log_message(2,
+                    "ZAR_InternalCacheProvider::initialize(): "
+                    "api_zarOpenForCimserver failed\n");
     }
     log_message(4, "<--ZAR_InternalCacheProvider::initialize(cimom)\n");
 }
@@ -61,73 +56,67 @@ void ZAR_InternalCacheProvider::terminate()
 
 void ZAR_InternalCacheProvider::_checkClass(const CIMObjectPath& path)
 {
-    if (!path.getClassName().equal(CIMName(_CLASS)))
-    {
+    if (!path.getClassName().equal(CIMName(_CLASS))) {
         throw CIMNotSupportedException(ClassName + " Invalid class name" +
-            path.getClassName().getString());
+                                       path.getClassName().getString());
     }
 }
 
-void ZAR_InternalCacheProvider::_readSystemInfo(api_sysinfo_t* info,
-    const char* operation)
+void ZAR_InternalCacheProvider::_readSystemInfo(api_sysinfo_t* info, const char* operation)
 {
     api_status_t status;
-    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0)
-    {
+    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0) {
         String text = ZAR_ArrayAccess::errorText(status);
-        log_message(2, "ZAR_InternalCacheProvider::%s: api_getSystemInfo "
-            "failed, status = %d\n", operation, status.code);
-        throw CIMOperationFailedException(ClassName + "::" +
-            String(operation) + " - Operation failed: " + text);
+        log_message(2,
+                    "ZAR_InternalCacheProvider::%s: api_getSystemInfo "
+                    "failed, status = %d\n",
+                    operation, status.code);
+        throw CIMOperationFailedException(ClassName + "::" + String(operation) +
+                                          " - Operation failed: " + text);
     }
 }
 
 void ZAR_InternalCacheProvider::_checkInstanceName(const CIMObjectPath& path,
-    const api_sysinfo_t& info)
+                                                   const api_sysinfo_t& info)
 {
     const Array<CIMKeyBinding>& keys = path.getKeyBindings();
-    if (keys.size() != 1)
-    {
-        log_message(2, "ZAR_InternalCacheProvider: Invalid number of keys "
-            "(%u)\n", (unsigned)keys.size());
+    if (keys.size() != 1) {
+        log_message(2,
+                    "ZAR_InternalCacheProvider: Invalid number of keys "
+                    "(%u)\n",
+                    (unsigned)keys.size());
         throw CIMInvalidParameterException(ClassName + " Expect only one key.");
     }
     const String own = _field(info.name, sizeof(info.name)) + _SUFFIX;
     const String local = String(_LOCAL_NAME) + _SUFFIX;
     const String& value = keys[0].getValue();
     if (!keys[0].getName().equal(CIMName("InstanceID")) ||
-        !(String::equalNoCase(value, own) || String::equalNoCase(value, local)))
-    {
+        !(String::equalNoCase(value, own) || String::equalNoCase(value, local))) {
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
     }
 }
 
-CIMObjectPath ZAR_InternalCacheProvider::_buildInstanceName(
-    const api_sysinfo_t& info)
+CIMObjectPath ZAR_InternalCacheProvider::_buildInstanceName(const api_sysinfo_t& info)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("InstanceID"),
-        _field(info.name, sizeof(info.name)) + _SUFFIX,
-        CIMKeyBinding::STRING));
-    return CIMObjectPath(ZAR_ArrayAccess::pathHostName(info),
-        CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), keys);
+    keys.append(CIMKeyBinding(CIMName("InstanceID"), _field(info.name, sizeof(info.name)) + _SUFFIX,
+                              CIMKeyBinding::STRING));
+    return CIMObjectPath(ZAR_ArrayAccess::pathHostName(info), CIMNamespaceName(_NAMESPACE),
+                         CIMName(_CLASS), keys);
 }
 
-CIMInstance ZAR_InternalCacheProvider::_buildInstance(
-    const api_sysinfo_t& info,
-    Boolean includeQualifiers,
-    Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+CIMInstance ZAR_InternalCacheProvider::_buildInstance(const api_sysinfo_t& info,
+                                                      Boolean includeQualifiers,
+                                                      Boolean includeClassOrigin,
+                                                      const CIMPropertyList& propertyList)
 {
     CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
-        _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE),
-        CIMName(_CLASS), false, includeQualifiers, includeClassOrigin,
-        propertyList);
+        _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), false,
+        includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = cls.buildInstance(true, true, CIMPropertyList());
     CIMObjectPath path = _buildInstanceName(info);
     Uint32 pos = instance.findProperty(CIMName("InstanceID"));
-    if (pos != PEG_NOT_FOUND)
-    {
+    if (pos != PEG_NOT_FOUND) {
         instance.getProperty(pos).setValue(
             CIMValue(_field(info.name, sizeof(info.name)) + _SUFFIX));
     }
@@ -135,13 +124,12 @@ CIMInstance ZAR_InternalCacheProvider::_buildInstance(
     return instance;
 }
 
-void ZAR_InternalCacheProvider::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_InternalCacheProvider::getInstance(const OperationContext& context,
+                                            const CIMObjectPath& instanceReference,
+                                            const Boolean includeQualifiers,
+                                            const Boolean includeClassOrigin,
+                                            const CIMPropertyList& propertyList,
+                                            InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::getInstance\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
@@ -149,39 +137,37 @@ void ZAR_InternalCacheProvider::getInstance(
     api_sysinfo_t info;
     _readSystemInfo(&info, "getInstance");
     _checkInstanceName(instanceReference, info);
-    CIMInstance instance = _buildInstance(info, includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMInstance instance =
+        _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     handler.deliver(instance);
     handler.complete();
     log_message(4, "<--ZAR_InternalCacheProvider::getInstance\n");
 }
 
-void ZAR_InternalCacheProvider::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_InternalCacheProvider::enumerateInstances(const OperationContext& context,
+                                                   const CIMObjectPath& classReference,
+                                                   const Boolean includeQualifiers,
+                                                   const Boolean includeClassOrigin,
+                                                   const CIMPropertyList& propertyList,
+                                                   InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstances\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(classReference);
     api_sysinfo_t info;
     _readSystemInfo(&info, "enumerateInstances");
-    CIMInstance instance = _buildInstance(info, includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMInstance instance =
+        _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     handler.deliver(instance);
     handler.complete();
     log_message(4, "<--ZAR_InternalCacheProvider::enumerateInstances\n");
 }
 
-void ZAR_InternalCacheProvider::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    ObjectPathResponseHandler& handler)
+void ZAR_InternalCacheProvider::enumerateInstanceNames(const OperationContext& context,
+                                                       const CIMObjectPath& classReference,
+                                                       ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstanceNames\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
@@ -194,35 +180,29 @@ void ZAR_InternalCacheProvider::enumerateInstanceNames(
     log_message(4, "<--ZAR_InternalCacheProvider::enumerateInstanceNames\n");
 }
 
-void ZAR_InternalCacheProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    const Boolean, const CIMPropertyList&, ResponseHandler&)
+void ZAR_InternalCacheProvider::modifyInstance(const OperationContext&, const CIMObjectPath&,
+                                               const CIMInstance&, const Boolean,
+                                               const CIMPropertyList&, ResponseHandler&)
 {
-    throw CIMNotSupportedException(ClassName +
-        " does not support modifyInstance.");
+    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
 }
 
-void ZAR_InternalCacheProvider::createInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    ObjectPathResponseHandler&)
+void ZAR_InternalCacheProvider::createInstance(const OperationContext&, const CIMObjectPath&,
+                                               const CIMInstance&, ObjectPathResponseHandler&)
 {
-    throw CIMNotSupportedException(ClassName +
-        " does not support createInstance.");
+    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
 }
 
-void ZAR_InternalCacheProvider::deleteInstance(
-    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+void ZAR_InternalCacheProvider::deleteInstance(const OperationContext&, const CIMObjectPath&,
+                                               ResponseHandler&)
 {
-    throw CIMNotSupportedException(ClassName +
-        " does not support deleteInstance.");
+    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
-void ZAR_InternalCacheProvider::invokeMethod(
-    const OperationContext& context,
-    const CIMObjectPath& objectReference,
-    const CIMName& methodName,
-    const Array<CIMParamValue>&,
-    MethodResultResponseHandler& handler)
+void ZAR_InternalCacheProvider::invokeMethod(const OperationContext& context,
+                                             const CIMObjectPath& objectReference,
+                                             const CIMName& methodName, const Array<CIMParamValue>&,
+                                             MethodResultResponseHandler& handler)
 {
     log_message(4, "-->ZAR_InternalCacheProvider::invokeMethod\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
@@ -235,52 +215,39 @@ void ZAR_InternalCacheProvider::invokeMethod(
     _checkInstanceName(objectReference, info);
 
     CIMParamValue out;
-    if (methodName.equal(CIMName("GetSystemName")))
-    {
-        out = CIMParamValue("SystemName",
-            CIMValue(_field(info.name, sizeof(info.name))));
-    }
-    else if (methodName.equal(CIMName("GetSystemID")))
-    {
+    if (methodName.equal(CIMName("GetSystemName"))) {
+        out = CIMParamValue("SystemName", CIMValue(_field(info.name, sizeof(info.name))));
+    } else if (methodName.equal(CIMName("GetSystemID"))) {
         out = CIMParamValue("SystemID", CIMValue(Uint32(info.systemID)));
-    }
-    else if (methodName.equal(CIMName("GetSystemType")))
-    {
+    } else if (methodName.equal(CIMName("GetSystemType"))) {
         out = CIMParamValue("SystemType", CIMValue(Sint32(info.systemType)));
-    }
-    else if (methodName.equal(CIMName("IsQuadPortSystem")))
-    {
-        out = CIMParamValue("IsQuadPort",
-            CIMValue(Uint8(info.quadPort != 0 ? 1 : 0)));
-    }
-    else if (methodName.equal(CIMName("GetSystemHostName")))
-    {
-        out = CIMParamValue("SystemHostName",
-            CIMValue(_field(info.hostName, sizeof(info.hostName))));
-    }
-    else if (methodName.equal(CIMName("GetSystemAddress")))
-    {
+    } else if (methodName.equal(CIMName("IsQuadPortSystem"))) {
+        out = CIMParamValue("IsQuadPort", CIMValue(Uint8(info.quadPort != 0 ? 1 : 0)));
+    } else if (methodName.equal(CIMName("GetSystemHostName"))) {
+        out =
+            CIMParamValue("SystemHostName", CIMValue(_field(info.hostName, sizeof(info.hostName))));
+    } else if (methodName.equal(CIMName("GetSystemAddress"))) {
         api_ipaddr_t addr;
         api_status_t status;
-        if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0)
-        {
-            log_message(2, "ZAR_InternalCacheProvider::invokeMethod: "
-                "api_getSystemDualIP failed, status = %d\n", status.code);
-            throw CIMOperationFailedException(ClassName +
-                "::invokeMethod - Operation failed: " +
-                ZAR_ArrayAccess::errorText(status));
+        if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0) {
+            log_message(2,
+                        "ZAR_InternalCacheProvider::invokeMethod: "
+                        "api_getSystemDualIP failed, status = %d\n",
+                        status.code);
+            throw CIMOperationFailedException(ClassName + "::invokeMethod - Operation failed: " +
+                                              ZAR_ArrayAccess::errorText(status));
         }
         String address = ZAR_ArrayAccess::ipv4Text(addr);
         if (address.size() == 0)
             address = ZAR_ArrayAccess::ipv6Text(addr);
         out = CIMParamValue("SystemAddress", CIMValue(address));
-    }
-    else
-    {
-        log_message(2, "ZAR_InternalCacheProvider::invokeMethod: unknown "
-            "method %s\n", (const char*)method);
+    } else {
+        log_message(2,
+                    "ZAR_InternalCacheProvider::invokeMethod: unknown "
+                    "method %s\n",
+                    (const char*)method);
         throw CIMMethodNotFoundException(ClassName + " Invalid method name " +
-            methodName.getString());
+                                         methodName.getString());
     }
 
     handler.processing();

@@ -22,9 +22,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_InternalCacheProvider : public CIMInstanceProvider,
-                                  public CIMMethodProvider
-{
+class ZAR_InternalCacheProvider : public CIMInstanceProvider, public CIMMethodProvider {
 public:
     ZAR_InternalCacheProvider();
     virtual ~ZAR_InternalCacheProvider();
@@ -36,60 +34,44 @@ public:
 
     // Delivers the one instance when the path names it (class
     // ZAR_InternalCache, one key InstanceID of either accepted value).
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
     // Refused: the object cannot be changed, created or deleted.
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
     // Answers one of the six identity methods (names compared ignoring
     // case); any other name is refused with CIM_ERR_METHOD_NOT_FOUND.
-    virtual void invokeMethod(
-        const OperationContext& context,
-        const CIMObjectPath& objectReference,
-        const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
+    virtual void invokeMethod(const OperationContext& context, const CIMObjectPath& objectReference,
+                              const CIMName& methodName, const Array<CIMParamValue>& inParameters,
+                              MethodResultResponseHandler& handler);
 
 private:
     void _checkClass(const CIMObjectPath& path);
     void _readSystemInfo(api_sysinfo_t* info, const char* operation);
-    void _checkInstanceName(const CIMObjectPath& path,
-        const api_sysinfo_t& info);
+    void _checkInstanceName(const CIMObjectPath& path, const api_sysinfo_t& info);
     CIMObjectPath _buildInstanceName(const api_sysinfo_t& info);
-    CIMInstance _buildInstance(const api_sysinfo_t& info,
-        Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
+                               Boolean includeClassOrigin, const CIMPropertyList& propertyList);
 
     CIMOMHandle _cimom;
 };

@@ -11,8 +11,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 const char FC_ENDPOINT[] = "ZAR_SCSIProtocolFCEndpoint";
 const char ISCSI_ENDPOINT[] = "ZAR_iSCSIProtocolEndpoint";
@@ -25,16 +24,12 @@ const Uint16 ROLE_TARGET = 3;
 }  // namespace
 
 ZAR_ProtocolEndpointBase::ZAR_ProtocolEndpointBase(const String& providerName,
-    const char* endpointClass, port_type_t type)
-    : ZAR_ArrayProviderBase(providerName),
-      _endpointClass(endpointClass),
-      _type(type)
+                                                   const char* endpointClass, port_type_t type)
+    : ZAR_ArrayProviderBase(providerName), _endpointClass(endpointClass), _type(type)
 {
 }
 
-ZAR_ProtocolEndpointBase::~ZAR_ProtocolEndpointBase()
-{
-}
+ZAR_ProtocolEndpointBase::~ZAR_ProtocolEndpointBase() {}
 
 String ZAR_ProtocolEndpointBase::endpointName(const ZAR_PortRecord& port)
 {
@@ -45,74 +40,62 @@ String ZAR_ProtocolEndpointBase::endpointName(const ZAR_PortRecord& port)
     return port.iscsiName + String(tag);
 }
 
-CIMObjectPath ZAR_ProtocolEndpointBase::endpointPath(
-    const ZAR_PortRecord& port, const String& host, const String& systemName)
+CIMObjectPath ZAR_ProtocolEndpointBase::endpointPath(const ZAR_PortRecord& port, const String& host,
+                                                     const String& systemName)
 {
     const char* cls = port.type == PORT_TYPE_FC ? FC_ENDPOINT : ISCSI_ENDPOINT;
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"),
-        String("ZAR_StorageSystem"), CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName,
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(cls),
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("Name"), endpointName(port),
-        CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String("ZAR_StorageSystem"),
+                              CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(cls), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("Name"), endpointName(port), CIMKeyBinding::STRING));
     return CIMObjectPath(host, CIMNamespaceName("root/zar"), CIMName(cls), keys);
 }
 
-CIMInstance ZAR_ProtocolEndpointBase::endpointInstance(CIMClass& cls,
-    const ZAR_PortRecord& port, const String& host, const String& systemName)
+CIMInstance ZAR_ProtocolEndpointBase::endpointInstance(CIMClass& cls, const ZAR_PortRecord& port,
+                                                       const String& host, const String& systemName)
 {
     bool fc = port.type == PORT_TYPE_FC;
     Array<Uint16> operationalStatus;
     operationalStatus.append(ZAR_Common::getPortOperationalStatus(port.status));
 
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
-    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName",
-        String("ZAR_StorageSystem"));
+    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String("ZAR_StorageSystem"));
     ZAR_Common::setPropertyValue(instance, "SystemName", systemName);
     ZAR_Common::setPropertyValue(instance, "CreationClassName",
-        String(fc ? FC_ENDPOINT : ISCSI_ENDPOINT));
+                                 String(fc ? FC_ENDPOINT : ISCSI_ENDPOINT));
     ZAR_Common::setPropertyValue(instance, "Name", endpointName(port));
     ZAR_Common::setPropertyValue(instance, "ElementName", port.elementName);
-    ZAR_Common::setPropertyValue(instance, "NameFormat",
-        String(fc ? "WWN" : "iSCSI target name"));
-    ZAR_Common::setPropertyValue(instance, "ProtocolIFType",
-        Uint16(fc ? 56 : 1));
+    ZAR_Common::setPropertyValue(instance, "NameFormat", String(fc ? "WWN" : "iSCSI target name"));
+    ZAR_Common::setPropertyValue(instance, "ProtocolIFType", Uint16(fc ? 56 : 1));
     if (!fc)
-        ZAR_Common::setPropertyValue(instance, "OtherTypeDescription",
-            String("iSCSI"));
-    ZAR_Common::setPropertyValue(instance, "ConnectionType",
-        fc ? CONNECTION_FC : CONNECTION_ISCSI);
+        ZAR_Common::setPropertyValue(instance, "OtherTypeDescription", String("iSCSI"));
+    ZAR_Common::setPropertyValue(instance, "ConnectionType", fc ? CONNECTION_FC : CONNECTION_ISCSI);
     ZAR_Common::setPropertyValue(instance, "Role", ROLE_TARGET);
     ZAR_Common::setPropertyValue(instance, "PortPosition", port.deviceID);
     ZAR_Common::setPropertyValue(instance, "OperationalStatus", operationalStatus);
     ZAR_Common::setPropertyValue(instance, "HealthState",
-        ZAR_Common::getPortHealthState(port.status));
+                                 ZAR_Common::getPortHealthState(port.status));
     ZAR_Common::setPropertyValue(instance, "EnabledState", Uint16(2));
     instance.setPath(endpointPath(port, host, systemName));
     return instance;
 }
 
-void ZAR_ProtocolEndpointBase::_readPorts(std::vector<ZAR_PortRecord>& ports,
-    const char* operation)
+void ZAR_ProtocolEndpointBase::_readPorts(std::vector<ZAR_PortRecord>& ports, const char* operation)
 {
     api_status_t status;
-    if (ZAR_ArrayRecords::readPorts(_type, ports, &status) != 0)
-    {
-        _fail(operation, _type == PORT_TYPE_FC ? "api_getFCPorts"
-            : "api_getISCSIPorts", status);
+    if (ZAR_ArrayRecords::readPorts(_type, ports, &status) != 0) {
+        _fail(operation, _type == PORT_TYPE_FC ? "api_getFCPorts" : "api_getISCSIPorts", status);
     }
 }
 
-void ZAR_ProtocolEndpointBase::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_ProtocolEndpointBase::getInstance(const OperationContext& context,
+                                           const CIMObjectPath& instanceReference,
+                                           const Boolean includeQualifiers,
+                                           const Boolean includeClassOrigin,
+                                           const CIMPropertyList& propertyList,
+                                           InstanceResponseHandler& handler)
 {
     CString name = _className.getCString();
     log_message(4, "-->%s::getInstance\n", (const char*)name);
@@ -125,15 +108,12 @@ void ZAR_ProtocolEndpointBase::getInstance(
     std::vector<ZAR_PortRecord> ports;
     _readPorts(ports, "getInstance");
     CIMObjectPath wanted = _asClass(instanceReference, _endpointClass);
-    for (size_t i = 0; i < ports.size(); i++)
-    {
-        if (!ZAR_Common::matchObjectPath(wanted,
-                endpointPath(ports[i], host, systemName)))
-        {
+    for (size_t i = 0; i < ports.size(); i++) {
+        if (!ZAR_Common::matchObjectPath(wanted, endpointPath(ports[i], host, systemName))) {
             continue;
         }
-        CIMClass cls = _storedClass(_endpointClass, includeQualifiers,
-            includeClassOrigin, propertyList);
+        CIMClass cls =
+            _storedClass(_endpointClass, includeQualifiers, includeClassOrigin, propertyList);
         handler.processing();
         handler.deliver(endpointInstance(cls, ports[i], host, systemName));
         handler.complete();
@@ -141,17 +121,16 @@ void ZAR_ProtocolEndpointBase::getInstance(
         return;
     }
     log_message(2, "%s::getInstance, not found = %s\n", (const char*)name,
-        (const char*)instanceReference.toString().getCString());
+                (const char*)instanceReference.toString().getCString());
     throw CIMObjectNotFoundException(_className + " CIM Object not found.");
 }
 
-void ZAR_ProtocolEndpointBase::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& /* classReference */,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_ProtocolEndpointBase::enumerateInstances(const OperationContext& context,
+                                                  const CIMObjectPath& /* classReference */,
+                                                  const Boolean includeQualifiers,
+                                                  const Boolean includeClassOrigin,
+                                                  const CIMPropertyList& propertyList,
+                                                  InstanceResponseHandler& handler)
 {
     CString name = _className.getCString();
     log_message(4, "-->%s::enumerateInstances\n", (const char*)name);
@@ -160,8 +139,8 @@ void ZAR_ProtocolEndpointBase::enumerateInstances(
     _identity(systemName, host, "enumerateInstances");
     std::vector<ZAR_PortRecord> ports;
     _readPorts(ports, "enumerateInstances");
-    CIMClass cls = _storedClass(_endpointClass, includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMClass cls =
+        _storedClass(_endpointClass, includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     for (size_t i = 0; i < ports.size(); i++)
         handler.deliver(endpointInstance(cls, ports[i], host, systemName));
@@ -169,10 +148,9 @@ void ZAR_ProtocolEndpointBase::enumerateInstances(
     log_message(4, "<--%s::enumerateInstances\n", (const char*)name);
 }
 
-void ZAR_ProtocolEndpointBase::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& /* classReference */,
-    ObjectPathResponseHandler& handler)
+void ZAR_ProtocolEndpointBase::enumerateInstanceNames(const OperationContext& context,
+                                                      const CIMObjectPath& /* classReference */,
+                                                      ObjectPathResponseHandler& handler)
 {
     CString name = _className.getCString();
     log_message(4, "-->%s::enumerateInstanceNames\n", (const char*)name);

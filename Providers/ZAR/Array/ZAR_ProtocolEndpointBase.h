@@ -12,50 +12,43 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ProtocolEndpointBase : public ZAR_ArrayProviderBase
-{
+class ZAR_ProtocolEndpointBase : public ZAR_ArrayProviderBase {
 public:
     // providerName prefixes messages; endpointClass is the CIM class
     // served; type the ports' protocol.
-    ZAR_ProtocolEndpointBase(const String& providerName,
-        const char* endpointClass, port_type_t type);
+    ZAR_ProtocolEndpointBase(const String& providerName, const char* endpointClass,
+                             port_type_t type);
     virtual ~ZAR_ProtocolEndpointBase();
 
     // The endpoint whose path matches (hosts ignored, the class of the path
     // put aside); CIMInvalidParameterException without a Name key,
     // CIMObjectNotFoundException when no port has that endpoint.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
     // The endpoint of every target port of the protocol.
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // The endpoint path of a port of either protocol: class
     // ZAR_SCSIProtocolFCEndpoint or ZAR_iSCSIProtocolEndpoint, host `host`.
-    static CIMObjectPath endpointPath(const ZAR_PortRecord& port,
-        const String& host, const String& systemName);
+    static CIMObjectPath endpointPath(const ZAR_PortRecord& port, const String& host,
+                                      const String& systemName);
 
     // The endpoint instance of a port, from the stored class cls of the
     // port's endpoint class.
-    static CIMInstance endpointInstance(CIMClass& cls,
-        const ZAR_PortRecord& port, const String& host,
-        const String& systemName);
+    static CIMInstance endpointInstance(CIMClass& cls, const ZAR_PortRecord& port,
+                                        const String& host, const String& systemName);
 
     // The Name of a port's endpoint: the WWN of an FC port, the target
     // name "<iSCSI name>,t,0x<portal group tag>" of an iSCSI port, whose

@@ -18,8 +18,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_SAPAvailableForElementProvider : public ZAR_AssociationProviderBase
-{
+class ZAR_SAPAvailableForElementProvider : public ZAR_AssociationProviderBase {
 public:
     // type PORT_TYPE_FC serves ZAR_SAPAvailableForElement, PORT_TYPE_ISCSI
     // ZAR_iSCSISAPAvailableForElement.
@@ -31,12 +30,10 @@ public:
     static Boolean reachedThrough(const vlun& r, lpid_t port);
 
 protected:
-    virtual void _forEachPair(const OperationContext& context, int side,
-        const CIMObjectPath& from, const String& systemName,
-        const String& host, const PairSink& sink);
-    virtual CIMInstance _endInstance(const OperationContext& context,
-        const Pair& pair, int side, CIMClass& cls, const String& systemName,
-        const String& host);
+    virtual void _forEachPair(const OperationContext& context, int side, const CIMObjectPath& from,
+                              const String& systemName, const String& host, const PairSink& sink);
+    virtual CIMInstance _endInstance(const OperationContext& context, const Pair& pair, int side,
+                                     CIMClass& cls, const String& systemName, const String& host);
 
 private:
     port_type_t _type;

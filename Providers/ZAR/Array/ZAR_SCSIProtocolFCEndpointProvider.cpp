@@ -9,8 +9,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
 
@@ -33,29 +32,24 @@ String _canonicalWWN(const String& text)
 
 ZAR_SCSIProtocolFCEndpointProvider::ZAR_SCSIProtocolFCEndpointProvider()
     : ZAR_ProtocolEndpointBase(String("ZAR_SCSIProtocolFCEndpointProvider"),
-          "ZAR_SCSIProtocolFCEndpoint", PORT_TYPE_FC)
+                               "ZAR_SCSIProtocolFCEndpoint", PORT_TYPE_FC)
 {
 }
 
-ZAR_SCSIProtocolFCEndpointProvider::~ZAR_SCSIProtocolFCEndpointProvider()
-{
-}
+ZAR_SCSIProtocolFCEndpointProvider::~ZAR_SCSIProtocolFCEndpointProvider() {}
 
-CIMObjectPath ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(
-    const String& className, const String& systemName,
-    const String& /* portDeviceID */, const String& portWWN)
+CIMObjectPath ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(const String& className,
+                                                                  const String& systemName,
+                                                                  const String& /* portDeviceID */,
+                                                                  const String& portWWN)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"),
-        String(SYSTEM_CLASS), CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName,
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"), className,
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("Name"), _canonicalWWN(portWWN),
-        CIMKeyBinding::STRING));
-    return CIMObjectPath(String(), CIMNamespaceName("root/zar"),
-        CIMName(className), keys);
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(SYSTEM_CLASS),
+                              CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), className, CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("Name"), _canonicalWWN(portWWN), CIMKeyBinding::STRING));
+    return CIMObjectPath(String(), CIMNamespaceName("root/zar"), CIMName(className), keys);
 }
 
 PEGASUS_NAMESPACE_END

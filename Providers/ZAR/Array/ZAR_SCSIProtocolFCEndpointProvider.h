@@ -18,9 +18,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_EXPORT ZAR_SCSIProtocolFCEndpointProvider
-    : public ZAR_ProtocolEndpointBase
-{
+class PEGASUS_EXPORT ZAR_SCSIProtocolFCEndpointProvider : public ZAR_ProtocolEndpointBase {
 public:
     ZAR_SCSIProtocolFCEndpointProvider();
     virtual ~ZAR_SCSIProtocolFCEndpointProvider();
@@ -30,9 +28,8 @@ public:
     // portWWN as 16 upper-case hexadecimal digits (a text that is no WWN is
     // kept as given). portDeviceID is the port's position text "N:S:P";
     // the keys do not depend on it.
-    static CIMObjectPath buildObjectPath(const String& className,
-        const String& systemName, const String& portDeviceID,
-        const String& portWWN);
+    static CIMObjectPath buildObjectPath(const String& className, const String& systemName,
+                                         const String& portDeviceID, const String& portWWN);
 };
 
 PEGASUS_NAMESPACE_END

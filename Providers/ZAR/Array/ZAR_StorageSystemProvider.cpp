@@ -17,8 +17,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 static const String ClassName = "ZAR_StorageSystemProvider";
 
-namespace
-{
+namespace {
 
 const char* const _NAMESPACE = "root/zar";
 const char* const _CLASS = "ZAR_StorageSystem";
@@ -39,22 +38,18 @@ void _set(CIMInstance& instance, const char* name, const CIMValue& value)
 
 }  // namespace
 
-ZAR_StorageSystemProvider::ZAR_StorageSystemProvider()
-{
-}
+ZAR_StorageSystemProvider::ZAR_StorageSystemProvider() {}
 
-ZAR_StorageSystemProvider::~ZAR_StorageSystemProvider()
-{
-}
+ZAR_StorageSystemProvider::~ZAR_StorageSystemProvider() {}
 
 void ZAR_StorageSystemProvider::initialize(CIMOMHandle& cimom)
 {
     log_message(4, "-->ZAR_StorageSystemProvider::initialize(cimom)\n");
     _cimom = cimom;
-    if (api_zarOpenForCimserver(0) != 0)
-    {
-        log_message(2, "ZAR_StorageSystemProvider::initialize(): "
-            "api_zarOpenForCimserver failed\n");
+    if (api_zarOpenForCimserver(0) != 0) {
+        log_message(2,
+                    "ZAR_StorageSystemProvider::initialize(): "
+                    "api_zarOpenForCimserver failed\n");
     }
     log_message(4, "<--ZAR_StorageSystemProvider::initialize(cimom)\n");
 }
@@ -65,69 +60,64 @@ void ZAR_StorageSystemProvider::terminate()
 }
 
 CIMObjectPath ZAR_StorageSystemProvider::buildObjectPath(const String& host,
-    const String& systemName)
+                                                         const String& systemName)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(_CLASS),
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("Name"), systemName,
-        CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName(_NAMESPACE), CIMName(_CLASS),
-        keys);
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(_CLASS), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("Name"), systemName, CIMKeyBinding::STRING));
+    return CIMObjectPath(host, CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), keys);
 }
 
 void ZAR_StorageSystemProvider::_checkClass(const CIMObjectPath& path)
 {
     const CIMName& name = path.getClassName();
-    if (!name.equal(CIMName(_CLASS)) &&
-        !name.equal(CIMName("CIM_ComputerSystem")) &&
-        !name.equal(CIMName("CIM_System")))
-    {
-        throw CIMNotSupportedException(ClassName + " Invalid class name" +
-            name.getString());
+    if (!name.equal(CIMName(_CLASS)) && !name.equal(CIMName("CIM_ComputerSystem")) &&
+        !name.equal(CIMName("CIM_System"))) {
+        throw CIMNotSupportedException(ClassName + " Invalid class name" + name.getString());
     }
 }
 
-void ZAR_StorageSystemProvider::_readSystemInfo(api_sysinfo_t* info,
-    const char* operation)
+void ZAR_StorageSystemProvider::_readSystemInfo(api_sysinfo_t* info, const char* operation)
 {
     api_status_t status;
-    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0)
-    {
-        log_message(2, "ZAR_StorageSystemProvider::%s: api_getSystemInfo "
-            "failed, status = %d\n", operation, status.code);
-        throw CIMOperationFailedException(ClassName + "::" +
-            String(operation) + " - Operation failed: " +
-            ZAR_ArrayAccess::errorText(status));
+    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0) {
+        log_message(2,
+                    "ZAR_StorageSystemProvider::%s: api_getSystemInfo "
+                    "failed, status = %d\n",
+                    operation, status.code);
+        throw CIMOperationFailedException(
+            ClassName + "::" + String(operation) +
+            " - Operation failed: " + ZAR_ArrayAccess::errorText(status));
     }
 }
 
-CIMInstance ZAR_StorageSystemProvider::_buildInstance(
-    const api_sysinfo_t& info,
-    Boolean includeQualifiers,
-    Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    const char* operation)
+CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
+                                                      Boolean includeQualifiers,
+                                                      Boolean includeClassOrigin,
+                                                      const CIMPropertyList& propertyList,
+                                                      const char* operation)
 {
     api_status_t status;
     api_ipaddr_t addr;
-    if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0)
-    {
-        log_message(2, "ZAR_StorageSystemProvider::%s: api_getSystemDualIP "
-            "failed, status = %d\n", operation, status.code);
-        throw CIMOperationFailedException(ClassName + "::" +
-            String(operation) + " - Operation failed: " +
-            ZAR_ArrayAccess::errorText(status));
+    if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0) {
+        log_message(2,
+                    "ZAR_StorageSystemProvider::%s: api_getSystemDualIP "
+                    "failed, status = %d\n",
+                    operation, status.code);
+        throw CIMOperationFailedException(
+            ClassName + "::" + String(operation) +
+            " - Operation failed: " + ZAR_ArrayAccess::errorText(status));
     }
     String owner;
     String contact;
-    if (ZAR_ArrayAccess::readOwnerAndContact(owner, contact, &status) != 0)
-    {
-        log_message(2, "ZAR_StorageSystemProvider::%s: api_getOwnerName "
-            "failed, status = %d\n", operation, status.code);
-        throw CIMOperationFailedException(ClassName + "::" +
-            String(operation) + " - Operation failed: " +
-            ZAR_ArrayAccess::errorText(status));
+    if (ZAR_ArrayAccess::readOwnerAndContact(owner, contact, &status) != 0) {
+        log_message(2,
+                    "ZAR_StorageSystemProvider::%s: api_getOwnerName "
+                    "failed, status = %d\n",
+                    operation, status.code);
+        throw CIMOperationFailedException(
+            ClassName + "::" + String(operation) +
+            " - Operation failed: " + ZAR_ArrayAccess::errorText(status));
     }
 
     const String name = _field(info.name, sizeof(info.name));
@@ -136,9 +126,8 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(
     const String hostName = _field(info.hostName, sizeof(info.hostName));
 
     CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
-        _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE),
-        CIMName(_CLASS), false, includeQualifiers, includeClassOrigin,
-        propertyList);
+        _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), false,
+        includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = cls.buildInstance(true, true, CIMPropertyList());
 
     // Health follows the controller nodes: all alive is OK, some alive is
@@ -146,14 +135,11 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(
     Uint16 operational = 2;
     Uint16 health = 5;
     String statusText = "OK";
-    if (info.nodesAlive == 0)
-    {
+    if (info.nodesAlive == 0) {
         operational = 6;
         health = 25;
         statusText = "Error";
-    }
-    else if (info.nodesAlive < info.nodesTotal)
-    {
+    } else if (info.nodesAlive < info.nodesTotal) {
         operational = 3;
         health = 10;
         statusText = "Degraded";
@@ -164,30 +150,26 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(
     statusDescriptions.append(statusText);
 
     Array<Uint16> dedicated;
-    dedicated.append(3);    // Storage
-    dedicated.append(15);   // Block Server
+    dedicated.append(3);   // Storage
+    dedicated.append(15);  // Block Server
 
     Array<String> identifying;
     Array<String> descriptions;
-    if (hostName.size() != 0)
-    {
+    if (hostName.size() != 0) {
         identifying.append(hostName);
         descriptions.append("Host Name");
     }
     String ipv4 = ZAR_ArrayAccess::ipv4Text(addr);
-    if (ipv4.size() != 0)
-    {
+    if (ipv4.size() != 0) {
         identifying.append(ipv4);
         descriptions.append("Ipv4 Address");
     }
     String ipv6 = ZAR_ArrayAccess::ipv6Text(addr);
-    if (ipv6.size() != 0)
-    {
+    if (ipv6.size() != 0) {
         identifying.append(ipv6);
         descriptions.append("Ipv6 Address");
     }
-    if (serial.size() != 0)
-    {
+    if (serial.size() != 0) {
         identifying.append(serial);
         descriptions.append("Serial Number");
     }
@@ -207,35 +189,34 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(
     _set(instance, "OperationalStatus", CIMValue(operationalStatus));
     _set(instance, "StatusDescriptions", CIMValue(statusDescriptions));
     _set(instance, "HealthState", CIMValue(health));
-    _set(instance, "EnabledState", CIMValue(Uint16(2)));      // Enabled
-    _set(instance, "RequestedState", CIMValue(Uint16(12)));   // Not Applicable
+    _set(instance, "EnabledState", CIMValue(Uint16(2)));     // Enabled
+    _set(instance, "RequestedState", CIMValue(Uint16(12)));  // Not Applicable
     _set(instance, "Dedicated", CIMValue(dedicated));
     _set(instance, "PrimaryOwnerName", CIMValue(owner));
     _set(instance, "PrimaryOwnerContact", CIMValue(contact));
     _set(instance, "OtherIdentifyingInfo", CIMValue(identifying));
     _set(instance, "IdentifyingDescriptions", CIMValue(descriptions));
 
-    instance.setPath(buildObjectPath(ZAR_ArrayAccess::pathHostName(info),
-        name));
+    instance.setPath(buildObjectPath(ZAR_ArrayAccess::pathHostName(info), name));
     return instance;
 }
 
-void ZAR_StorageSystemProvider::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_StorageSystemProvider::getInstance(const OperationContext& context,
+                                            const CIMObjectPath& instanceReference,
+                                            const Boolean includeQualifiers,
+                                            const Boolean includeClassOrigin,
+                                            const CIMPropertyList& propertyList,
+                                            InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageSystemProvider::getInstance\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(instanceReference);
     const Array<CIMKeyBinding>& keys = instanceReference.getKeyBindings();
-    if (keys.size() != 2)
-    {
-        log_message(2, "ZAR_StorageSystemProvider::getInstance(): Invalid "
-            "number of keys (%u)\n", (unsigned)keys.size());
+    if (keys.size() != 2) {
+        log_message(2,
+                    "ZAR_StorageSystemProvider::getInstance(): Invalid "
+                    "number of keys (%u)\n",
+                    (unsigned)keys.size());
         throw CIMInvalidParameterException(ClassName + " Expect two keys.");
     }
 
@@ -244,8 +225,7 @@ void ZAR_StorageSystemProvider::getInstance(
     const String name = _field(info.name, sizeof(info.name));
     bool classMatches = false;
     bool nameMatches = false;
-    for (Uint32 i = 0; i < keys.size(); i++)
-    {
+    for (Uint32 i = 0; i < keys.size(); i++) {
         if (keys[i].getName().equal(CIMName("CreationClassName")))
             classMatches = String::equalNoCase(keys[i].getValue(), _CLASS);
         else if (keys[i].getName().equal(CIMName("Name")))
@@ -254,39 +234,37 @@ void ZAR_StorageSystemProvider::getInstance(
     if (!classMatches || !nameMatches)
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
 
-    CIMInstance instance = _buildInstance(info, includeQualifiers,
-        includeClassOrigin, propertyList, "getInstance");
+    CIMInstance instance =
+        _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList, "getInstance");
     handler.processing();
     handler.deliver(instance);
     handler.complete();
     log_message(4, "<--ZAR_StorageSystemProvider::getInstance\n");
 }
 
-void ZAR_StorageSystemProvider::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_StorageSystemProvider::enumerateInstances(const OperationContext& context,
+                                                   const CIMObjectPath& classReference,
+                                                   const Boolean includeQualifiers,
+                                                   const Boolean includeClassOrigin,
+                                                   const CIMPropertyList& propertyList,
+                                                   InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstances\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClass(classReference);
     api_sysinfo_t info;
     _readSystemInfo(&info, "enumerateInstances");
-    CIMInstance instance = _buildInstance(info, includeQualifiers,
-        includeClassOrigin, propertyList, "enumerateInstances");
+    CIMInstance instance = _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList,
+                                          "enumerateInstances");
     handler.processing();
     handler.deliver(instance);
     handler.complete();
     log_message(4, "<--ZAR_StorageSystemProvider::enumerateInstances\n");
 }
 
-void ZAR_StorageSystemProvider::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    ObjectPathResponseHandler& handler)
+void ZAR_StorageSystemProvider::enumerateInstanceNames(const OperationContext& context,
+                                                       const CIMObjectPath& classReference,
+                                                       ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstanceNames\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
@@ -294,33 +272,29 @@ void ZAR_StorageSystemProvider::enumerateInstanceNames(
     api_sysinfo_t info;
     _readSystemInfo(&info, "enumerateInstanceNames");
     handler.processing();
-    handler.deliver(buildObjectPath(ZAR_ArrayAccess::pathHostName(info),
-        _field(info.name, sizeof(info.name))));
+    handler.deliver(
+        buildObjectPath(ZAR_ArrayAccess::pathHostName(info), _field(info.name, sizeof(info.name))));
     handler.complete();
     log_message(4, "<--ZAR_StorageSystemProvider::enumerateInstanceNames\n");
 }
 
-void ZAR_StorageSystemProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    const Boolean, const CIMPropertyList&, ResponseHandler&)
+void ZAR_StorageSystemProvider::modifyInstance(const OperationContext&, const CIMObjectPath&,
+                                               const CIMInstance&, const Boolean,
+                                               const CIMPropertyList&, ResponseHandler&)
 {
-    throw CIMNotSupportedException(ClassName +
-        " does not support modifyInstance.");
+    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
 }
 
-void ZAR_StorageSystemProvider::createInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    ObjectPathResponseHandler&)
+void ZAR_StorageSystemProvider::createInstance(const OperationContext&, const CIMObjectPath&,
+                                               const CIMInstance&, ObjectPathResponseHandler&)
 {
-    throw CIMNotSupportedException(ClassName +
-        " does not support createInstance.");
+    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
 }
 
-void ZAR_StorageSystemProvider::deleteInstance(
-    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+void ZAR_StorageSystemProvider::deleteInstance(const OperationContext&, const CIMObjectPath&,
+                                               ResponseHandler&)
 {
-    throw CIMNotSupportedException(ClassName +
-        " does not support deleteInstance.");
+    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 PEGASUS_NAMESPACE_END

@@ -21,8 +21,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_StorageSystemProvider : public CIMInstanceProvider
-{
+class ZAR_StorageSystemProvider : public CIMInstanceProvider {
 public:
     ZAR_StorageSystemProvider();
     virtual ~ZAR_StorageSystemProvider();
@@ -35,53 +34,41 @@ public:
     // Delivers the instance when the path names it: class ZAR_StorageSystem
     // (or CIM_ComputerSystem, CIM_System), two keys, CreationClassName
     // "ZAR_StorageSystem" (any case) and Name equal to the system name.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
     // Refused: the system is changed with the array's own tools.
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
     // The path of the system instance: host `host`, namespace root/zar,
     // keys CreationClassName "ZAR_StorageSystem" and Name `systemName`.
-    static CIMObjectPath buildObjectPath(const String& host,
-        const String& systemName);
+    static CIMObjectPath buildObjectPath(const String& host, const String& systemName);
 
 private:
     void _checkClass(const CIMObjectPath& path);
     void _readSystemInfo(api_sysinfo_t* info, const char* operation);
-    CIMInstance _buildInstance(const api_sysinfo_t& info,
-        Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList, const char* operation);
+    CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
+                               Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+                               const char* operation);
 
     CIMOMHandle _cimom;
 };

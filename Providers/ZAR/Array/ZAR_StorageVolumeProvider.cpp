@@ -15,8 +15,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 static const String ClassName = "ZAR_StorageVolumeProvider";
 
-namespace
-{
+namespace {
 
 const char VOLUME_CLASS[] = "ZAR_StorageVolume";
 const Uint32 VOLUME_CHUNK = 200;
@@ -24,42 +23,34 @@ const Uint64 BLOCK_SIZE = 512;
 
 }  // namespace
 
-ZAR_StorageVolumeProvider::ZAR_StorageVolumeProvider()
-    : ZAR_ArrayProviderBase(ClassName)
-{
-}
+ZAR_StorageVolumeProvider::ZAR_StorageVolumeProvider() : ZAR_ArrayProviderBase(ClassName) {}
 
-ZAR_StorageVolumeProvider::~ZAR_StorageVolumeProvider()
-{
-}
+ZAR_StorageVolumeProvider::~ZAR_StorageVolumeProvider() {}
 
 CIMObjectPath ZAR_StorageVolumeProvider::buildObjectPath(const String& host,
-    const String& systemName, const String& wwn)
+                                                         const String& systemName,
+                                                         const String& wwn)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"),
-        String("ZAR_StorageSystem"), CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName,
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"),
-        String(VOLUME_CLASS), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String("ZAR_StorageSystem"),
+                              CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
+    keys.append(
+        CIMKeyBinding(CIMName("CreationClassName"), String(VOLUME_CLASS), CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("DeviceID"), wwn, CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName("root/zar"),
-        CIMName(VOLUME_CLASS), keys);
+    return CIMObjectPath(host, CIMNamespaceName("root/zar"), CIMName(VOLUME_CLASS), keys);
 }
 
-CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls,
-    const api_vv_t& volume, const String& host, const String& systemName)
+CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls, const api_vv_t& volume,
+                                                     const String& host, const String& systemName)
 {
     String wwn = ZAR_ArrayRecords::field(volume.name, sizeof(volume.name));
-    String elementName = ZAR_ArrayRecords::field(volume.elementName,
-        sizeof(volume.elementName));
+    String elementName = ZAR_ArrayRecords::field(volume.elementName, sizeof(volume.elementName));
 
     // Access: 1 readable, 2 writeable, 3 read/write, as the array's modes.
     Uint16 access = 0;
     if (volume.access == VOL_MODE_READ || volume.access == VOL_MODE_WRITE ||
-        volume.access == VOL_MODE_READWRITE)
-    {
+        volume.access == VOL_MODE_READWRITE) {
         access = (Uint16)volume.access;
     }
     Uint16 opStatus = volume.busy ? 11 : 2;  // In Service while a task runs
@@ -70,11 +61,9 @@ CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls,
     Uint64 blocks = (Uint64)volume.sizeMiB * (1024 * 1024 / BLOCK_SIZE);
 
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
-    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName",
-        String("ZAR_StorageSystem"));
+    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String("ZAR_StorageSystem"));
     ZAR_Common::setPropertyValue(instance, "SystemName", systemName);
-    ZAR_Common::setPropertyValue(instance, "CreationClassName",
-        String(VOLUME_CLASS));
+    ZAR_Common::setPropertyValue(instance, "CreationClassName", String(VOLUME_CLASS));
     ZAR_Common::setPropertyValue(instance, "DeviceID", wwn);
     ZAR_Common::setPropertyValue(instance, "ElementName", elementName);
     ZAR_Common::setPropertyValue(instance, "Name", wwn);
@@ -91,13 +80,12 @@ CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls,
     return instance;
 }
 
-void ZAR_StorageVolumeProvider::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_StorageVolumeProvider::getInstance(const OperationContext& context,
+                                            const CIMObjectPath& instanceReference,
+                                            const Boolean includeQualifiers,
+                                            const Boolean includeClassOrigin,
+                                            const CIMPropertyList& propertyList,
+                                            InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageVolumeProvider::getInstance\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
@@ -113,21 +101,19 @@ void ZAR_StorageVolumeProvider::getInstance(
     if (rc != 0 && rc != API_E_VV_NOT_FOUND)
         _fail("getInstance", "api_getVVs_direct", status);
     // The lookup also answers to element names: only the WWN names a volume.
-    if (rc != 0 || !String::equalNoCase(
-            ZAR_ArrayRecords::field(volume.name, sizeof(volume.name)), wwn))
-    {
+    if (rc != 0 ||
+        !String::equalNoCase(ZAR_ArrayRecords::field(volume.name, sizeof(volume.name)), wwn)) {
         log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
-            (const char*)instanceReference.toString().getCString());
+                    (const char*)instanceReference.toString().getCString());
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
     }
-    CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMClass cls =
+        _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = buildInstance(cls, volume, host, systemName);
-    if (!ZAR_Common::matchObjectPath(
-            _asClass(instanceReference, CIMName(VOLUME_CLASS)), instance.getPath()))
-    {
+    if (!ZAR_Common::matchObjectPath(_asClass(instanceReference, CIMName(VOLUME_CLASS)),
+                                     instance.getPath())) {
         log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
-            (const char*)instanceReference.toString().getCString());
+                    (const char*)instanceReference.toString().getCString());
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
     }
     handler.processing();
@@ -136,30 +122,26 @@ void ZAR_StorageVolumeProvider::getInstance(
     log_message(4, "<--ZAR_StorageVolumeProvider::getInstance\n");
 }
 
-void ZAR_StorageVolumeProvider::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& /* classReference */,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_StorageVolumeProvider::enumerateInstances(const OperationContext& context,
+                                                   const CIMObjectPath& /* classReference */,
+                                                   const Boolean includeQualifiers,
+                                                   const Boolean includeClassOrigin,
+                                                   const CIMPropertyList& propertyList,
+                                                   InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageVolumeProvider::enumerateInstances\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     String systemName, host;
     _identity(systemName, host, "enumerateInstances");
-    CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMClass cls =
+        _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin, propertyList);
 
     handler.processing();
     zar_u64 cursor = 0;
-    do
-    {
+    do {
         std::vector<api_vv_t> volumes;
         api_status_t status;
-        if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes,
-                &status) != 0)
-        {
+        if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
             _fail("enumerateInstances", "api_getVVs_chunk", status);
         }
         Array<CIMInstance> chunk;
@@ -172,10 +154,9 @@ void ZAR_StorageVolumeProvider::enumerateInstances(
     log_message(4, "<--ZAR_StorageVolumeProvider::enumerateInstances\n");
 }
 
-void ZAR_StorageVolumeProvider::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& /* classReference */,
-    ObjectPathResponseHandler& handler)
+void ZAR_StorageVolumeProvider::enumerateInstanceNames(const OperationContext& context,
+                                                       const CIMObjectPath& /* classReference */,
+                                                       ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->ZAR_StorageVolumeProvider::enumerateInstanceNames\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
@@ -184,19 +165,16 @@ void ZAR_StorageVolumeProvider::enumerateInstanceNames(
 
     handler.processing();
     zar_u64 cursor = 0;
-    do
-    {
+    do {
         std::vector<api_vv_t> volumes;
         api_status_t status;
-        if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes,
-                &status) != 0)
-        {
+        if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
             _fail("enumerateInstanceNames", "api_getVVs_chunk", status);
         }
-        for (size_t i = 0; i < volumes.size(); i++)
-        {
-            handler.deliver(buildObjectPath(host, systemName,
-                ZAR_ArrayRecords::field(volumes[i].name, sizeof(volumes[i].name))));
+        for (size_t i = 0; i < volumes.size(); i++) {
+            handler.deliver(
+                buildObjectPath(host, systemName,
+                                ZAR_ArrayRecords::field(volumes[i].name, sizeof(volumes[i].name))));
         }
     } while (cursor != 0);
     handler.complete();

@@ -17,8 +17,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_StorageVolumeProvider : public ZAR_ArrayProviderBase
-{
+class ZAR_StorageVolumeProvider : public ZAR_ArrayProviderBase {
 public:
     ZAR_StorageVolumeProvider();
     virtual ~ZAR_StorageVolumeProvider();
@@ -26,36 +25,31 @@ public:
     // The volume whose WWN is the DeviceID key of the path (the whole path
     // must match); CIMInvalidParameterException without DeviceID key,
     // CIMObjectNotFoundException when there is no such volume.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
     // Every volume, delivered chunk by chunk.
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
     // The path of every volume.
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // The path of the volume with WWN text `wwn` (used as given).
-    static CIMObjectPath buildObjectPath(const String& host,
-        const String& systemName, const String& wwn);
+    static CIMObjectPath buildObjectPath(const String& host, const String& systemName,
+                                         const String& wwn);
 
     // The instance of a volume record, built from the stored class cls.
-    static CIMInstance buildInstance(CIMClass& cls, const api_vv_t& volume,
-        const String& host, const String& systemName);
+    static CIMInstance buildInstance(CIMClass& cls, const api_vv_t& volume, const String& host,
+                                     const String& systemName);
 };
 
 PEGASUS_NAMESPACE_END

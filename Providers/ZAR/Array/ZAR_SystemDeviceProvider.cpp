@@ -16,8 +16,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 const int SYSTEM = 0;
 const int DEVICE = 1;
@@ -30,15 +29,13 @@ const char ISCSI_VIEW[] = "ZAR_iSCSIController";
 }  // namespace
 
 ZAR_SystemDeviceProvider::ZAR_SystemDeviceProvider()
-    : ZAR_AssociationProviderBase(String("ZAR_SystemDeviceProvider"),
-          "ZAR_SystemDevice", "GroupComponent", "PartComponent", SYSTEM_CLASS,
-          "CIM_LogicalDevice")
+    : ZAR_AssociationProviderBase(String("ZAR_SystemDeviceProvider"), "ZAR_SystemDevice",
+                                  "GroupComponent", "PartComponent", SYSTEM_CLASS,
+                                  "CIM_LogicalDevice")
 {
 }
 
-ZAR_SystemDeviceProvider::~ZAR_SystemDeviceProvider()
-{
-}
+ZAR_SystemDeviceProvider::~ZAR_SystemDeviceProvider() {}
 
 int ZAR_SystemDeviceProvider::_sideOf(const CIMObjectPath& path)
 {
@@ -47,34 +44,28 @@ int ZAR_SystemDeviceProvider::_sideOf(const CIMObjectPath& path)
     if (cls.equal(CIMName(SYSTEM_CLASS)))
         return SYSTEM;
     if (cls.equal(CIMName(VOLUME_CLASS)) || cls.equal(CIMName(FC_VIEW)) ||
-        cls.equal(CIMName(ISCSI_VIEW)))
-    {
+        cls.equal(CIMName(ISCSI_VIEW))) {
         return DEVICE;
     }
     return -1;
 }
 
-void ZAR_SystemDeviceProvider::_forEachPair(
-    const OperationContext& /* context */, int side, const CIMObjectPath& from,
-    const String& systemName, const String& host, const PairSink& sink)
+void ZAR_SystemDeviceProvider::_forEachPair(const OperationContext& /* context */, int side,
+                                            const CIMObjectPath& from, const String& systemName,
+                                            const String& host, const PairSink& sink)
 {
     Pair pair;
     pair.record = 0;
     pair.port = 0;
-    pair.ends[SYSTEM] = ZAR_StorageSystemProvider::buildObjectPath(host,
-        systemName);
+    pair.ends[SYSTEM] = ZAR_StorageSystemProvider::buildObjectPath(host, systemName);
     CIMObjectPath wanted;
     CIMName deviceClass;
-    if (side == SYSTEM)
-    {
-        if (!ZAR_Common::matchObjectPath(
-                _asClass(from, CIMName(SYSTEM_CLASS)), pair.ends[SYSTEM]))
-        {
+    if (side == SYSTEM) {
+        if (!ZAR_Common::matchObjectPath(_asClass(from, CIMName(SYSTEM_CLASS)),
+                                         pair.ends[SYSTEM])) {
             return;
         }
-    }
-    else if (side == DEVICE)
-    {
+    } else if (side == DEVICE) {
         String creation = ZAR_Common::getStringProperty(from, "CreationClassName");
         deviceClass = creation.size() != 0 ? CIMName(creation) : from.getClassName();
         wanted = _asClass(from, deviceClass);
@@ -82,25 +73,18 @@ void ZAR_SystemDeviceProvider::_forEachPair(
     api_status_t status;
 
     // Volumes, in chunks.
-    if (side != DEVICE || deviceClass.equal(CIMName(VOLUME_CLASS)))
-    {
+    if (side != DEVICE || deviceClass.equal(CIMName(VOLUME_CLASS))) {
         zar_u64 cursor = 0;
-        do
-        {
+        do {
             std::vector<api_vv_t> volumes;
-            if (ZAR_ArrayRecords::readVolumeChunk(&cursor, CHUNK, volumes,
-                    &status) != 0)
-            {
+            if (ZAR_ArrayRecords::readVolumeChunk(&cursor, CHUNK, volumes, &status) != 0) {
                 _fail("_forEachPair", "api_getVVs_chunk", status);
             }
-            for (size_t i = 0; i < volumes.size(); i++)
-            {
+            for (size_t i = 0; i < volumes.size(); i++) {
                 pair.ends[DEVICE] = ZAR_StorageVolumeProvider::buildObjectPath(
-                    host, systemName, ZAR_ArrayRecords::field(volumes[i].name,
-                        sizeof(volumes[i].name)));
-                if (side == DEVICE &&
-                    !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE]))
-                {
+                    host, systemName,
+                    ZAR_ArrayRecords::field(volumes[i].name, sizeof(volumes[i].name)));
+                if (side == DEVICE && !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE])) {
                     continue;
                 }
                 if (!sink(pair))
@@ -114,8 +98,7 @@ void ZAR_SystemDeviceProvider::_forEachPair(
     // Views of both protocols, in chunks; from a view, narrowed to it.
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));
-    if (side == DEVICE)
-    {
+    if (side == DEVICE) {
         String deviceID = ZAR_Common::getStringProperty(from, "DeviceID");
         Uint32 type = 0;
         String hostName;
@@ -125,8 +108,7 @@ void ZAR_SystemDeviceProvider::_forEachPair(
             return;
         query.vluntype = type;
         query.vluntypeIsSet = 1;
-        if (port != API_PORT_NONE)
-        {
+        if (port != API_PORT_NONE) {
             query.port = port;
             query.portIsSet = 1;
         }
@@ -134,23 +116,17 @@ void ZAR_SystemDeviceProvider::_forEachPair(
     api_spc_param_data cursor;
     api_initSPCParamData(&cursor);
     Uint32 more = 1;
-    try
-    {
-        while (more != 0)
-        {
+    try {
+        while (more != 0) {
             std::vector<vlun> records;
-            if (ZAR_ArrayRecords::readViewChunk(query, &cursor, CHUNK, records,
-                    &more, &status) != 0)
-            {
-                _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk",
-                    status);
+            if (ZAR_ArrayRecords::readViewChunk(query, &cursor, CHUNK, records, &more, &status) !=
+                0) {
+                _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
             }
-            for (size_t i = 0; i < records.size(); i++)
-            {
+            for (size_t i = 0; i < records.size(); i++) {
                 const vlun& r = records[i];
-                if (r.deviceID[0] == '\0' || (r.hporttype != PORT_TYPE_FC &&
-                        r.hporttype != PORT_TYPE_ISCSI))
-                {
+                if (r.deviceID[0] == '\0' ||
+                    (r.hporttype != PORT_TYPE_FC && r.hporttype != PORT_TYPE_ISCSI)) {
                     continue;
                 }
                 pair.record = &r;
@@ -158,52 +134,43 @@ void ZAR_SystemDeviceProvider::_forEachPair(
                     String(SYSTEM_CLASS), host, systemName,
                     ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
                     CIMName(r.hporttype == PORT_TYPE_FC ? FC_VIEW : ISCSI_VIEW));
-                if (side == DEVICE &&
-                    !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE]))
-                {
+                if (side == DEVICE && !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE])) {
                     continue;
                 }
-                if (!sink(pair))
-                {
+                if (!sink(pair)) {
                     api_freeSPCParamData(&cursor);
                     return;
                 }
             }
         }
-    }
-    catch (...)
-    {
+    } catch (...) {
         api_freeSPCParamData(&cursor);
         throw;
     }
     api_freeSPCParamData(&cursor);
 }
 
-CIMInstance ZAR_SystemDeviceProvider::_endInstance(
-    const OperationContext& /* context */, const Pair& pair, int side,
-    CIMClass& cls, const String& systemName, const String& host)
+CIMInstance ZAR_SystemDeviceProvider::_endInstance(const OperationContext& /* context */,
+                                                   const Pair& pair, int side, CIMClass& cls,
+                                                   const String& systemName, const String& host)
 {
-    if (side == SYSTEM)
-    {
-        CIMInstance system = _cimom.getInstance(OperationContext(),
-            CIMNamespaceName("root/zar"), pair.ends[SYSTEM], false,
-            false, false, CIMPropertyList());
+    if (side == SYSTEM) {
+        CIMInstance system =
+            _cimom.getInstance(OperationContext(), CIMNamespaceName("root/zar"), pair.ends[SYSTEM],
+                               false, false, false, CIMPropertyList());
         system.setPath(pair.ends[SYSTEM]);
         return system;
     }
-    if (pair.record != 0)
-    {
+    if (pair.record != 0) {
         vlun record = *pair.record;
-        return ZAR_Common::buildSPCInstance(String(SYSTEM_CLASS), cls, &record,
-            systemName, host);
+        return ZAR_Common::buildSPCInstance(String(SYSTEM_CLASS), cls, &record, systemName, host);
     }
     api_vv_t volume;
     api_status_t status;
     String wwn = ZAR_Common::getStringProperty(pair.ends[DEVICE], "DeviceID");
     if (ZAR_ArrayRecords::readVolume(wwn, &volume, &status) != 0)
         _fail("associators", "api_getVVs_direct", status);
-    return ZAR_StorageVolumeProvider::buildInstance(cls, volume, host,
-        systemName);
+    return ZAR_StorageVolumeProvider::buildInstance(cls, volume, host, systemName);
 }
 
 PEGASUS_NAMESPACE_END

@@ -11,20 +11,17 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_SystemDeviceProvider : public ZAR_AssociationProviderBase
-{
+class ZAR_SystemDeviceProvider : public ZAR_AssociationProviderBase {
 public:
     ZAR_SystemDeviceProvider();
     virtual ~ZAR_SystemDeviceProvider();
 
 protected:
     virtual int _sideOf(const CIMObjectPath& path);
-    virtual void _forEachPair(const OperationContext& context, int side,
-        const CIMObjectPath& from, const String& systemName,
-        const String& host, const PairSink& sink);
-    virtual CIMInstance _endInstance(const OperationContext& context,
-        const Pair& pair, int side, CIMClass& cls, const String& systemName,
-        const String& host);
+    virtual void _forEachPair(const OperationContext& context, int side, const CIMObjectPath& from,
+                              const String& systemName, const String& host, const PairSink& sink);
+    virtual CIMInstance _endInstance(const OperationContext& context, const Pair& pair, int side,
+                                     CIMClass& cls, const String& systemName, const String& host);
 };
 
 PEGASUS_NAMESPACE_END

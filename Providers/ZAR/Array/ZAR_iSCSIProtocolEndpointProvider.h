@@ -16,9 +16,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_EXPORT ZAR_iSCSIProtocolEndpointProvider
-    : public ZAR_ProtocolEndpointBase
-{
+class PEGASUS_EXPORT ZAR_iSCSIProtocolEndpointProvider : public ZAR_ProtocolEndpointBase {
 public:
     ZAR_iSCSIProtocolEndpointProvider();
     virtual ~ZAR_iSCSIProtocolEndpointProvider();

@@ -12,16 +12,14 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 // Appends the UTF-8 form of `s`, folded to lower case, and a separator that
 // cannot occur inside a CIM name.
 void _appendFolded(std::string& key, const String& s)
 {
     CString utf8 = s.getCString();
-    for (const char* p = (const char*)utf8; *p; ++p)
-    {
+    for (const char* p = (const char*)utf8; *p; ++p) {
         char c = *p;
         if (c >= 'A' && c <= 'Z')
             c = (char)(c - 'A' + 'a');
@@ -32,13 +30,9 @@ void _appendFolded(std::string& key, const String& s)
 
 // One cache key per namespace, class, flags and property list. A null
 // property list (all properties) and an empty one (no properties) differ.
-std::string _makeKey(
-    const CIMNamespaceName& nameSpace,
-    const CIMName& className,
-    Boolean localOnly,
-    Boolean includeQualifiers,
-    Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+std::string _makeKey(const CIMNamespaceName& nameSpace, const CIMName& className, Boolean localOnly,
+                     Boolean includeQualifiers, Boolean includeClassOrigin,
+                     const CIMPropertyList& propertyList)
 {
     std::string key;
     _appendFolded(key, nameSpace.getString());
@@ -46,12 +40,9 @@ std::string _makeKey(
     key += localOnly ? 'L' : 'l';
     key += includeQualifiers ? 'Q' : 'q';
     key += includeClassOrigin ? 'O' : 'o';
-    if (propertyList.isNull())
-    {
+    if (propertyList.isNull()) {
         key += 'N';
-    }
-    else
-    {
+    } else {
         key += 'P';
         for (Uint32 i = 0; i < propertyList.size(); i++)
             _appendFolded(key, propertyList[i].getString());
@@ -63,36 +54,34 @@ std::string _makeKey(
 Uint32 _readConfiguredPolicy()
 {
     zar_u32 policy = 0;
-    if (cim_sem_wait() != 0)
-    {
-        log_message(2, "ZAR_InternalCacheService: Semaphore Timed-Out while "
-            "reading the policy word, using 0\n");
+    if (cim_sem_wait() != 0) {
+        log_message(2,
+                    "ZAR_InternalCacheService: Semaphore Timed-Out while "
+                    "reading the policy word, using 0\n");
         return 0;
     }
     int rc = api_getPolicy(&policy);
     cim_sem_post();
-    if (rc != 0)
-    {
-        log_message(2, "ZAR_InternalCacheService: api_getPolicy failed, "
-            "status = %d, using 0\n", rc);
+    if (rc != 0) {
+        log_message(2,
+                    "ZAR_InternalCacheService: api_getPolicy failed, "
+                    "status = %d, using 0\n",
+                    rc);
         return 0;
     }
-    log_message(4, "ZAR_InternalCacheService: policy word = 0x%x\n",
-        (unsigned)policy);
+    log_message(4, "ZAR_InternalCacheService: policy word = 0x%x\n", (unsigned)policy);
     return policy;
 }
 
 }  // namespace
 
-struct ZAR_InternalCacheService::Rep
-{
-    std::mutex lock;                           // guards classes
-    std::map<std::string, CIMClass> classes;    // never handed out uncloned
+struct ZAR_InternalCacheService::Rep {
+    std::mutex lock;                          // guards classes
+    std::map<std::string, CIMClass> classes;  // never handed out uncloned
     std::atomic<Uint32> policy{0};
 };
 
-ZAR_InternalCacheService::ZAR_InternalCacheService()
-    : _rep(new Rep)
+ZAR_InternalCacheService::ZAR_InternalCacheService() : _rep(new Rep)
 {
     _rep->policy = _readConfiguredPolicy();
 }
@@ -111,17 +100,12 @@ ZAR_InternalCacheService* ZAR_InternalCacheService::getInstance()
 }
 
 CIMClass ZAR_InternalCacheService::getStoredCIMClass(
-    CIMOMHandle& handle,
-    const OperationContext& context,
-    const CIMNamespaceName& nameSpace,
-    const CIMName& className,
-    Boolean localOnly,
-    Boolean includeQualifiers,
-    Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    CIMOMHandle& handle, const OperationContext& context, const CIMNamespaceName& nameSpace,
+    const CIMName& className, Boolean localOnly, Boolean includeQualifiers,
+    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
-    const std::string key = _makeKey(nameSpace, className, localOnly,
-        includeQualifiers, includeClassOrigin, propertyList);
+    const std::string key = _makeKey(nameSpace, className, localOnly, includeQualifiers,
+                                     includeClassOrigin, propertyList);
     {
         std::lock_guard<std::mutex> guard(_rep->lock);
         std::map<std::string, CIMClass>::iterator it = _rep->classes.find(key);
@@ -131,8 +115,8 @@ CIMClass ZAR_InternalCacheService::getStoredCIMClass(
 
     // Asked without the lock: the server may call back into providers that
     // use this service while it answers.
-    CIMClass fetched = handle.getClass(context, nameSpace, className,
-        localOnly, includeQualifiers, includeClassOrigin, propertyList);
+    CIMClass fetched = handle.getClass(context, nameSpace, className, localOnly, includeQualifiers,
+                                       includeClassOrigin, propertyList);
 
     std::lock_guard<std::mutex> guard(_rep->lock);
     std::pair<std::map<std::string, CIMClass>::iterator, bool> ins =

@@ -26,8 +26,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_EXPORT ZAR_InternalCacheService
-{
+class PEGASUS_EXPORT ZAR_InternalCacheService {
 public:
     // Returns the process-wide service, creating it (and reading the initial
     // policy word from the array) on the first call. Never returns 0; the
@@ -42,15 +41,10 @@ public:
     // caller may change it without touching the cache. Failures of the
     // handle, such as an unknown class, propagate unchanged and are not
     // cached. Thread-safe; the handle is called without any lock held.
-    CIMClass getStoredCIMClass(
-        CIMOMHandle& handle,
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    CIMClass getStoredCIMClass(CIMOMHandle& handle, const OperationContext& context,
+                               const CIMNamespaceName& nameSpace, const CIMName& className,
+                               Boolean localOnly, Boolean includeQualifiers,
+                               Boolean includeClassOrigin, const CIMPropertyList& propertyList);
 
     // Returns the current policy word (see the bits above).
     Uint32 getPolicy() const;

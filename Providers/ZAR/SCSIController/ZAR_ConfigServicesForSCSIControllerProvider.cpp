@@ -13,8 +13,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 static const String ClassName = "ZAR_ConfigServicesForSCSIControllerProvider";
 
-namespace
-{
+namespace {
 
 const char ZAR_NAMESPACE[] = "root/zar";
 const char ASSOC_CLASS[] = "ZAR_ConfigServicesForSCSIController";
@@ -30,8 +29,7 @@ Boolean _isClass(const CIMName& name, const char* className)
 
 Boolean _isOneOf(const CIMName& name, const char* const* classes)
 {
-    for (; *classes; classes++)
-    {
+    for (; *classes; classes++) {
         if (_isClass(name, *classes))
             return true;
     }
@@ -40,8 +38,7 @@ Boolean _isOneOf(const CIMName& name, const char* const* classes)
 
 Boolean _isRole(const String& role)
 {
-    return String::equalNoCase(role, "Antecedent") ||
-        String::equalNoCase(role, "Dependent");
+    return String::equalNoCase(role, "Antecedent") || String::equalNoCase(role, "Dependent");
 }
 
 std::string _text(const CIMObjectPath& path)
@@ -51,25 +48,21 @@ std::string _text(const CIMObjectPath& path)
 
 }  // namespace
 
-ZAR_ConfigServicesForSCSIControllerProvider::ZAR_ConfigServicesForSCSIControllerProvider()
-{
-}
+ZAR_ConfigServicesForSCSIControllerProvider::ZAR_ConfigServicesForSCSIControllerProvider() {}
 
-ZAR_ConfigServicesForSCSIControllerProvider::~ZAR_ConfigServicesForSCSIControllerProvider()
-{
-}
+ZAR_ConfigServicesForSCSIControllerProvider::~ZAR_ConfigServicesForSCSIControllerProvider() {}
 
 void ZAR_ConfigServicesForSCSIControllerProvider::initialize(CIMOMHandle& cimom)
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::initialize(cimom)\n");
     _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0)
-    {
-        log_message(4, "ZAR_ConfigServicesForSCSIControllerProvider::initialize(): "
-            "api_zarOpenForCimserver failed\n");
+    if (api_zarOpenForCimserver(NULL) != 0) {
+        log_message(4,
+                    "ZAR_ConfigServicesForSCSIControllerProvider::initialize(): "
+                    "api_zarOpenForCimserver failed\n");
     }
-    Array<CIMObjectPath> services = _cimom.enumerateInstanceNames(OperationContext(),
-        CIMNamespaceName(ZAR_NAMESPACE), CIMName(SERVICE_CLASS));
+    Array<CIMObjectPath> services = _cimom.enumerateInstanceNames(
+        OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(SERVICE_CLASS));
     if (services.size() != 0)
         _ccsPath = services[0];
     _systemAddr = ZAR_Common::getSystemHostName(_cimom);
@@ -85,20 +78,17 @@ Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_getRelatedIns
     const CIMObjectPath& objectName, const OperationContext& context)
 {
     Array<CIMObjectPath> related;
-    if (_isClass(objectName.getClassName(), SERVICE_CLASS))
-    {
-        related = _cimom.enumerateInstanceNames(context,
-            CIMNamespaceName(ZAR_NAMESPACE), CIMName(VIEW_CLASS));
-    }
-    else if (_isClass(objectName.getClassName(), VIEW_CLASS))
+    if (_isClass(objectName.getClassName(), SERVICE_CLASS)) {
+        related = _cimom.enumerateInstanceNames(context, CIMNamespaceName(ZAR_NAMESPACE),
+                                                CIMName(VIEW_CLASS));
+    } else if (_isClass(objectName.getClassName(), VIEW_CLASS))
         related.append(_ccsPath);
     return related;
 }
 
 Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_getRelatedInstances(
-    const CIMObjectPath& objectName, const OperationContext& context,
-    Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    const CIMObjectPath& objectName, const OperationContext& context, Boolean includeQualifiers,
+    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
     const char* farClass = 0;
     if (_isClass(objectName.getClassName(), SERVICE_CLASS))
@@ -107,89 +97,80 @@ Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_getRelatedInsta
         farClass = SERVICE_CLASS;
     if (farClass == 0)
         return Array<CIMInstance>();
-    return _cimom.enumerateInstances(context, CIMNamespaceName(ZAR_NAMESPACE),
-        CIMName(farClass), true, false, includeQualifiers, includeClassOrigin,
-        propertyList);
+    return _cimom.enumerateInstances(context, CIMNamespaceName(ZAR_NAMESPACE), CIMName(farClass),
+                                     true, false, includeQualifiers, includeClassOrigin,
+                                     propertyList);
 }
 
-Array<CIMObjectPath>
-ZAR_ConfigServicesForSCSIControllerProvider::_buildAssociationInstanceNames(
+Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_buildAssociationInstanceNames(
     const CIMObjectPath& objectName, const OperationContext& context)
 {
-    log_message(4, "-->ZAR_ConfigServicesForSCSIController::"
-        "_buildAssociationInstanceNames\n\t objectName = %s \n",
-        _text(objectName).c_str());
+    log_message(4,
+                "-->ZAR_ConfigServicesForSCSIController::"
+                "_buildAssociationInstanceNames\n\t objectName = %s \n",
+                _text(objectName).c_str());
     Array<CIMObjectPath> paths;
-    if (_isClass(objectName.getClassName(), SERVICE_CLASS))
-    {
+    if (_isClass(objectName.getClassName(), SERVICE_CLASS)) {
         Array<CIMObjectPath> views = _getRelatedInstanceNames(objectName, context);
-        for (Uint32 i = 0; i < views.size(); i++)
-        {
-            paths.append(ZAR_Common::buildDepAssocPath(_systemAddr,
-                CIMName(ASSOC_CLASS), _ccsPath, views[i]));
+        for (Uint32 i = 0; i < views.size(); i++) {
+            paths.append(ZAR_Common::buildDepAssocPath(_systemAddr, CIMName(ASSOC_CLASS), _ccsPath,
+                                                       views[i]));
         }
+    } else if (_isClass(objectName.getClassName(), VIEW_CLASS)) {
+        paths.append(
+            ZAR_Common::buildDepAssocPath(_systemAddr, CIMName(ASSOC_CLASS), _ccsPath, objectName));
     }
-    else if (_isClass(objectName.getClassName(), VIEW_CLASS))
-    {
-        paths.append(ZAR_Common::buildDepAssocPath(_systemAddr,
-            CIMName(ASSOC_CLASS), _ccsPath, objectName));
-    }
-    log_message(4, "<--ZAR_ConfigServicesForSCSIController::"
-        "_buildAssociationInstanceNames\n");
+    log_message(4,
+                "<--ZAR_ConfigServicesForSCSIController::"
+                "_buildAssociationInstanceNames\n");
     return paths;
 }
 
 Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_buildAssociationInstances(
-    const CIMObjectPath& objectName, const OperationContext& context,
-    Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    const CIMObjectPath& objectName, const OperationContext& context, Boolean includeQualifiers,
+    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
-    log_message(4, "-->ZAR_ConfigServicesForSCSIController::"
-        "_buildAssociationInstances\n\t objectName = %s \n",
-        _text(objectName).c_str());
-    CIMClass cls = ZAR_Common::getStoredCIMClass(_cimom, context,
-        CIMNamespaceName(ZAR_NAMESPACE), CIMName(ASSOC_CLASS), false,
-        includeQualifiers, includeClassOrigin, propertyList);
+    log_message(4,
+                "-->ZAR_ConfigServicesForSCSIController::"
+                "_buildAssociationInstances\n\t objectName = %s \n",
+                _text(objectName).c_str());
+    CIMClass cls = ZAR_Common::getStoredCIMClass(_cimom, context, CIMNamespaceName(ZAR_NAMESPACE),
+                                                 CIMName(ASSOC_CLASS), false, includeQualifiers,
+                                                 includeClassOrigin, propertyList);
     Array<CIMInstance> instances;
-    if (_isClass(objectName.getClassName(), ASSOC_CLASS))
-    {
+    if (_isClass(objectName.getClassName(), ASSOC_CLASS)) {
         CIMObjectPath antecedent(ZAR_Common::getStringProperty(objectName, "Antecedent"));
         CIMObjectPath dependent(ZAR_Common::getStringProperty(objectName, "Dependent"));
         CIMInstance view;
-        try
-        {
-            view = _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE),
-                dependent, false, false, false, CIMPropertyList());
-        }
-        catch (Exception&)
-        {
+        try {
+            view = _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), dependent, false,
+                                      false, false, CIMPropertyList());
+        } catch (Exception&) {
             // No such view: no association.
         }
-        if (!view.isUninitialized())
-        {
-            instances.append(ZAR_Common::buildDepAssocInstance(_systemAddr,
-                CIMName(ASSOC_CLASS), antecedent, dependent, cls));
+        if (!view.isUninitialized()) {
+            instances.append(ZAR_Common::buildDepAssocInstance(_systemAddr, CIMName(ASSOC_CLASS),
+                                                               antecedent, dependent, cls));
         }
-    }
-    else
-    {
+    } else {
         Array<CIMObjectPath> paths = _buildAssociationInstanceNames(objectName, context);
-        for (Uint32 i = 0; i < paths.size(); i++)
-        {
+        for (Uint32 i = 0; i < paths.size(); i++) {
             CIMObjectPath antecedent(ZAR_Common::getStringProperty(paths[i], "Antecedent"));
             CIMObjectPath dependent(ZAR_Common::getStringProperty(paths[i], "Dependent"));
-            instances.append(ZAR_Common::buildDepAssocInstance(_systemAddr,
-                CIMName(ASSOC_CLASS), antecedent, dependent, cls));
+            instances.append(ZAR_Common::buildDepAssocInstance(_systemAddr, CIMName(ASSOC_CLASS),
+                                                               antecedent, dependent, cls));
         }
     }
-    log_message(4, "<--ZAR_ConfigServicesForSCSIController::"
-        "_buildAssociationInstances\n");
+    log_message(4,
+                "<--ZAR_ConfigServicesForSCSIController::"
+                "_buildAssociationInstances\n");
     return instances;
 }
 
-Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(
-    const CIMObjectPath& objectName, String role, String resultRole,
-    const CIMName& resultClass, String operation)
+Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(const CIMObjectPath& objectName,
+                                                                   String role, String resultRole,
+                                                                   const CIMName& resultClass,
+                                                                   String operation)
 {
     if (role.size() != 0 && !_isRole(role))
         return true;
@@ -197,21 +178,22 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(
         return true;
 
     if (String::equalNoCase(operation, "references") ||
-        String::equalNoCase(operation, "referenceNames"))
-    {
+        String::equalNoCase(operation, "referenceNames")) {
         return !resultClass.isNull() && !_isClass(resultClass, ASSOC_CLASS) &&
-            !_isClass(resultClass, CIM_ASSOC_CLASS);
+               !_isClass(resultClass, CIM_ASSOC_CLASS);
     }
 
-    if (!resultClass.isNull() &&
-        (String::equalNoCase(operation, "associators") ||
-            String::equalNoCase(operation, "associatorNames")))
-    {
-        static const char* const accepted[] = {SERVICE_CLASS, CIM_SERVICE_CLASS,
-            VIEW_CLASS, "CIM_ProtocolController", "CIM_SCSIProtocolController", 0};
+    if (!resultClass.isNull() && (String::equalNoCase(operation, "associators") ||
+                                  String::equalNoCase(operation, "associatorNames"))) {
+        static const char* const accepted[] = {SERVICE_CLASS,
+                                               CIM_SERVICE_CLASS,
+                                               VIEW_CLASS,
+                                               "CIM_ProtocolController",
+                                               "CIM_SCSIProtocolController",
+                                               0};
         static const char* const serviceSide[] = {SERVICE_CLASS, CIM_SERVICE_CLASS, 0};
         static const char* const viewSide[] = {VIEW_CLASS, "CIM_ProtocolController",
-            "CIM_SCSIProtocolController", 0};
+                                               "CIM_SCSIProtocolController", 0};
         const CIMName& source = objectName.getClassName();
         if (!_isOneOf(resultClass, accepted))
             return true;
@@ -225,29 +207,22 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(
     return false;
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::_checkClassName(
-    const CIMName& className)
+void ZAR_ConfigServicesForSCSIControllerProvider::_checkClassName(const CIMName& className)
 {
-    if (!_isClass(className, CIM_ASSOC_CLASS) && !_isClass(className, ASSOC_CLASS))
-    {
-        throw CIMNotSupportedException(
-            ClassName + " Invalid class name" + className.getString());
+    if (!_isClass(className, CIM_ASSOC_CLASS) && !_isClass(className, ASSOC_CLASS)) {
+        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
     }
 }
 
-Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(
-    const OperationContext& context, const CIMObjectPath& objectName)
+Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(const OperationContext& context,
+                                                             const CIMObjectPath& objectName)
 {
-    try
-    {
-        _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), objectName,
-            false, false, false, CIMPropertyList());
+    try {
+        _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), objectName, false, false,
+                           false, CIMPropertyList());
         return true;
-    }
-    catch (...)
-    {
-            log_message(4, "Instance does not exist for object %s\n",
-            _text(objectName).c_str());
+    } catch (...) {
+        log_message(4, "Instance does not exist for object %s\n", _text(objectName).c_str());
         return false;
     }
 }
@@ -256,71 +231,57 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(
 // Association operations
 
 void ZAR_ConfigServicesForSCSIControllerProvider::associators(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& associationClass,
-    const CIMName& resultClass,
-    const String& role,
-    const String& resultRole,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    ObjectResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName,
+    const CIMName& associationClass, const CIMName& resultClass, const String& role,
+    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::associators\n");
     log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
-        _text(objectName).c_str(),
-        (const char*)associationClass.getString().getCString(),
-        (const char*)resultClass.getString().getCString());
+                _text(objectName).c_str(), (const char*)associationClass.getString().getCString(),
+                (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associators"))
-    {
-        log_message(2, "ZAR_ConfigServicesForSCSIControllerProvider::associators: "
-            "invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, resultRole, resultClass, "associators")) {
+        log_message(2,
+                    "ZAR_ConfigServicesForSCSIControllerProvider::associators: "
+                    "invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
-    if (!_exists(context, objectName))
-    {
+    if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::associators\n");
         handler.complete();
         return;
     }
-    Array<CIMInstance> related = _getRelatedInstances(objectName, context,
-        includeQualifiers, includeClassOrigin, propertyList);
+    Array<CIMInstance> related = _getRelatedInstances(objectName, context, includeQualifiers,
+                                                      includeClassOrigin, propertyList);
     for (Uint32 i = 0; i < related.size(); i++)
         handler.deliver(CIMObject(related[i]));
     handler.complete();
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::associatorNames(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& associationClass,
-    const CIMName& resultClass,
-    const String& role,
-    const String& resultRole,
-    ObjectPathResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName,
+    const CIMName& associationClass, const CIMName& resultClass, const String& role,
+    const String& resultRole, ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::associatorNames\n");
     log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
-        _text(objectName).c_str(),
-        (const char*)associationClass.getString().getCString(),
-        (const char*)resultClass.getString().getCString());
+                _text(objectName).c_str(), (const char*)associationClass.getString().getCString(),
+                (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associatorNames"))
-    {
-        log_message(2, "ZAR_ConfigServicesForSCSIControllerProvider::associatorNames: "
-            "invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, resultRole, resultClass, "associatorNames")) {
+        log_message(2,
+                    "ZAR_ConfigServicesForSCSIControllerProvider::associatorNames: "
+                    "invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
-    if (!_exists(context, objectName))
-    {
+    if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::associatorNames\n");
         handler.complete();
         return;
@@ -333,62 +294,58 @@ void ZAR_ConfigServicesForSCSIControllerProvider::associatorNames(
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::references(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& resultClass,
-    const String& role,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    ObjectResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
+    const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::references\n"
-        "\t objectName = %s \n ", _text(objectName).c_str());
+    log_message(4,
+                "-->ZAR_ConfigServicesForSCSIControllerProvider::references\n"
+                "\t objectName = %s \n ",
+                _text(objectName).c_str());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "references"))
-    {
-        log_message(2, "ZAR_ConfigServicesForSCSIControllerProvider::references: "
-            "invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, String(), resultClass, "references")) {
+        log_message(2,
+                    "ZAR_ConfigServicesForSCSIControllerProvider::references: "
+                    "invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
-    if (!_exists(context, objectName))
-    {
+    if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::references\n");
         handler.complete();
         return;
     }
-    Array<CIMInstance> instances = _buildAssociationInstances(objectName, context,
-        includeQualifiers, includeClassOrigin, propertyList);
+    Array<CIMInstance> instances = _buildAssociationInstances(
+        objectName, context, includeQualifiers, includeClassOrigin, propertyList);
     for (Uint32 i = 0; i < instances.size(); i++)
         handler.deliver(CIMObject(instances[i]));
     log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::references\n");
     handler.complete();
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::referenceNames(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& resultClass,
-    const String& role,
-    ObjectPathResponseHandler& handler)
+void ZAR_ConfigServicesForSCSIControllerProvider::referenceNames(const OperationContext& context,
+                                                                 const CIMObjectPath& objectName,
+                                                                 const CIMName& resultClass,
+                                                                 const String& role,
+                                                                 ObjectPathResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::referenceNames\n"
-        "\t objectName = %s \n ", _text(objectName).c_str());
+    log_message(4,
+                "-->ZAR_ConfigServicesForSCSIControllerProvider::referenceNames\n"
+                "\t objectName = %s \n ",
+                _text(objectName).c_str());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "referenceNames"))
-    {
-        log_message(2, "ZAR_ConfigServicesForSCSIControllerProvider::referenceNames: "
-            "invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, String(), resultClass, "referenceNames")) {
+        log_message(2,
+                    "ZAR_ConfigServicesForSCSIControllerProvider::referenceNames: "
+                    "invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
-    if (!_exists(context, objectName))
-    {
+    if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::referenceNames\n");
         handler.complete();
         return;
@@ -404,41 +361,37 @@ void ZAR_ConfigServicesForSCSIControllerProvider::referenceNames(
 // Instance operations
 
 void ZAR_ConfigServicesForSCSIControllerProvider::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& instanceReference,
+    const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::getInstance() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName());
     Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 2)
-    {
-        log_message(2, "ZAR_ConfigServicesForSCSIControllerProvider::getInstance(): "
-            "Invalid number of keys (%d)\n", (int)keyCount);
+    if (keyCount != 2) {
+        log_message(2,
+                    "ZAR_ConfigServicesForSCSIControllerProvider::getInstance(): "
+                    "Invalid number of keys (%d)\n",
+                    (int)keyCount);
         throw CIMInvalidParameterException(ClassName + " Expect two keys.");
     }
 
     // A request through CIM_ConcreteDependency names the same instance.
-    CIMObjectPath wanted(instanceReference.getHost(),
-        instanceReference.getNameSpace(), CIMName(ASSOC_CLASS),
-        instanceReference.getKeyBindings());
+    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
+                         CIMName(ASSOC_CLASS), instanceReference.getKeyBindings());
     if (wanted.getNameSpace().isNull())
         wanted.setNameSpace(CIMNamespaceName(ZAR_NAMESPACE));
-    Array<CIMInstance> instances = _buildAssociationInstances(wanted, context,
-        includeQualifiers, includeClassOrigin, propertyList);
-    for (Uint32 i = 0; i < instances.size(); i++)
-    {
-        if (ZAR_Common::matchObjectPath(instances[i].getPath(), wanted))
-        {
+    Array<CIMInstance> instances = _buildAssociationInstances(wanted, context, includeQualifiers,
+                                                              includeClassOrigin, propertyList);
+    for (Uint32 i = 0; i < instances.size(); i++) {
+        if (ZAR_Common::matchObjectPath(instances[i].getPath(), wanted)) {
             handler.processing();
             handler.deliver(instances[i]);
             handler.complete();
-            log_message(4, "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-                "getInstance()\n\n");
+            log_message(4,
+                        "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
+                        "getInstance()\n\n");
             return;
         }
     }
@@ -446,65 +399,69 @@ void ZAR_ConfigServicesForSCSIControllerProvider::getInstance(
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& classReference,
+    const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_ConfigServicesForSCSIControllerProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "--> ZAR_ConfigServicesForSCSIControllerProvider::"
+                "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
-    Array<CIMInstance> instances = _buildAssociationInstances(_ccsPath, context,
-        includeQualifiers, includeClassOrigin, propertyList);
+                (const char*)classReference.getClassName().getString().getCString());
+    Array<CIMInstance> instances = _buildAssociationInstances(_ccsPath, context, includeQualifiers,
+                                                              includeClassOrigin, propertyList);
     handler.processing();
     for (Uint32 i = 0; i < instances.size(); i++)
         handler.deliver(instances[i]);
     handler.complete();
-    log_message(4, "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
+                "enumerateInstances() \n");
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
+    const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_ConfigServicesForSCSIControllerProvider::"
-        "enumerateInstanceNames() \n");
+    log_message(4,
+                "--> ZAR_ConfigServicesForSCSIControllerProvider::"
+                "enumerateInstanceNames() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
+                (const char*)classReference.getClassName().getString().getCString());
     Array<CIMObjectPath> paths = _buildAssociationInstanceNames(_ccsPath, context);
     handler.processing();
     for (Uint32 i = 0; i < paths.size(); i++)
         handler.deliver(paths[i]);
     handler.complete();
-    log_message(4, "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-        "enumerateInstanceNames() \n");
+    log_message(4,
+                "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
+                "enumerateInstanceNames() \n");
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    const Boolean, const CIMPropertyList&, ResponseHandler&)
+void ZAR_ConfigServicesForSCSIControllerProvider::modifyInstance(const OperationContext&,
+                                                                 const CIMObjectPath&,
+                                                                 const CIMInstance&, const Boolean,
+                                                                 const CIMPropertyList&,
+                                                                 ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::createInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    ObjectPathResponseHandler&)
+void ZAR_ConfigServicesForSCSIControllerProvider::createInstance(const OperationContext&,
+                                                                 const CIMObjectPath&,
+                                                                 const CIMInstance&,
+                                                                 ObjectPathResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support createInstance.");
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::deleteInstance(
-    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+void ZAR_ConfigServicesForSCSIControllerProvider::deleteInstance(const OperationContext&,
+                                                                 const CIMObjectPath&,
+                                                                 ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }

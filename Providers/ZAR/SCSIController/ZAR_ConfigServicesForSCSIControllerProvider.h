@@ -16,9 +16,8 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ConfigServicesForSCSIControllerProvider
-    : public CIMAssociationProvider, public CIMInstanceProvider
-{
+class ZAR_ConfigServicesForSCSIControllerProvider : public CIMAssociationProvider,
+                                                    public CIMInstanceProvider {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_ConfigServicesForSCSIControllerProvider();
@@ -35,112 +34,86 @@ public:
     // From the service: every view; from a view: the service. Parameters
     // that cannot name this association, and an object that does not
     // exist, give an empty result.
-    virtual void associators(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& associationClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler);
+    virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
+                             const CIMName& associationClass, const CIMName& resultClass,
+                             const String& role, const String& resultRole,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
-    virtual void associatorNames(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& associationClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        ObjectPathResponseHandler& handler);
+    virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                 const CIMName& associationClass, const CIMName& resultClass,
+                                 const String& role, const String& resultRole,
+                                 ObjectPathResponseHandler& handler);
 
     // The association instances (or paths) of either end.
-    virtual void references(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler);
+    virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
+                            const CIMName& resultClass, const String& role,
+                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                            const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
-    virtual void referenceNames(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        ObjectPathResponseHandler& handler);
+    virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                const CIMName& resultClass, const String& role,
+                                ObjectPathResponseHandler& handler);
 
     // The association instance when the path matches one (hosts ignored).
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
 private:
     // The far ends of objectName: every view from the service, the service
     // from a view, nothing from another class.
     Array<CIMObjectPath> _getRelatedInstanceNames(const CIMObjectPath& objectName,
-        const OperationContext& context);
+                                                  const OperationContext& context);
     Array<CIMInstance> _getRelatedInstances(const CIMObjectPath& objectName,
-        const OperationContext& context, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+                                            const OperationContext& context,
+                                            Boolean includeQualifiers, Boolean includeClassOrigin,
+                                            const CIMPropertyList& propertyList);
 
     // The association paths (instances) of objectName: one per view from
     // the service, one from a view; from an association path, that one
     // association when its view exists.
-    Array<CIMObjectPath> _buildAssociationInstanceNames(
-        const CIMObjectPath& objectName, const OperationContext& context);
+    Array<CIMObjectPath> _buildAssociationInstanceNames(const CIMObjectPath& objectName,
+                                                        const OperationContext& context);
     Array<CIMInstance> _buildAssociationInstances(const CIMObjectPath& objectName,
-        const OperationContext& context, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+                                                  const OperationContext& context,
+                                                  Boolean includeQualifiers,
+                                                  Boolean includeClassOrigin,
+                                                  const CIMPropertyList& propertyList);
 
     // True when role, resultRole or resultClass cannot name this
     // association from objectName for the operation ("associators",
     // "associatorNames", "references" or "referenceNames").
-    Boolean _invalidParms(const CIMObjectPath& objectName, String role,
-        String resultRole, const CIMName& resultClass, String operation);
+    Boolean _invalidParms(const CIMObjectPath& objectName, String role, String resultRole,
+                          const CIMName& resultClass, String operation);
 
     // Throws CIMNotSupportedException unless the class is this association
     // or CIM_ConcreteDependency.

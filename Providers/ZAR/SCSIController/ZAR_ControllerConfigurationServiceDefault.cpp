@@ -17,28 +17,26 @@ PEGASUS_NAMESPACE_BEGIN
 
 using namespace CCSUtil;
 
-namespace
-{
+namespace {
 
 // The views associated with a target port's endpoint; empty when the
 // server cannot say. It is asked after an export was made: failing the
 // call then would report as not done a change that stands, so the error
 // is logged and the export reported without its views.
-Array<CIMObjectPath> _viewsOfEndpoint(CIMOMHandle& cimom,
-    const OperationContext& context, const CIMObjectPath& endpoint,
-    const char* assocClass, const char* viewClass)
+Array<CIMObjectPath> _viewsOfEndpoint(CIMOMHandle& cimom, const OperationContext& context,
+                                      const CIMObjectPath& endpoint, const char* assocClass,
+                                      const char* viewClass)
 {
-    try
-    {
-        return cimom.associatorNames(context, CIMNamespaceName(ZAR_NAMESPACE),
-            endpoint, CIMName(assocClass), CIMName(viewClass), "AvailableSAP",
-            "ManagedElement");
-    }
-    catch (Exception& e)
-    {
-        log_message(2, "ZAR_ControllerConfigurationServiceProvider: no views of "
-            "%s: %s\n", (const char*)endpoint.toString().getCString(),
-            (const char*)e.getMessage().getCString());
+    try {
+        return cimom.associatorNames(context, CIMNamespaceName(ZAR_NAMESPACE), endpoint,
+                                     CIMName(assocClass), CIMName(viewClass), "AvailableSAP",
+                                     "ManagedElement");
+    } catch (Exception& e) {
+        log_message(2,
+                    "ZAR_ControllerConfigurationServiceProvider: no views of "
+                    "%s: %s\n",
+                    (const char*)endpoint.toString().getCString(),
+                    (const char*)e.getMessage().getCString());
     }
     return Array<CIMObjectPath>();
 }
@@ -47,42 +45,41 @@ Array<CIMObjectPath> _viewsOfEndpoint(CIMOMHandle& cimom,
 
 void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
     api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters,
-    MethodResultResponseHandler& handler)
+    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
 {
-    static const char* const allowed[] = {"LUNames", "TargetPortIDs",
-        "DeviceNumbers", "DeviceAccesses", "ProtocolControllers", "Override",
-        "NoVCN", 0};
+    static const char* const allowed[] = {"LUNames",
+                                          "TargetPortIDs",
+                                          "DeviceNumbers",
+                                          "DeviceAccesses",
+                                          "ProtocolControllers",
+                                          "Override",
+                                          "NoVCN",
+                                          0};
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: _exposeDefaultLUs\n");
     MethodResult result;
     Params p;
     Array<CIMObjectPath> views;
     Array<String> seen;
 
-    do
-    {
-        if (inParameters.size() == 0)
-        {
+    do {
+        if (inParameters.size() == 0) {
             result.fail(5, "Invalid number of parameters");
             break;
         }
         if (!readParams(inParameters, allowed, false, p, result))
             break;
-        if (p.luNames.size() == 0 || p.targetPortIDs.size() == 0 ||
-            p.deviceAccesses.size() == 0 || p.protocolControllers.size() != 0)
-        {
-            result.fail(1, "Use case not supported: Only 1 use case is supported: "
-                "Create a New View");
+        if (p.luNames.size() == 0 || p.targetPortIDs.size() == 0 || p.deviceAccesses.size() == 0 ||
+            p.protocolControllers.size() != 0) {
+            result.fail(1,
+                        "Use case not supported: Only 1 use case is supported: "
+                        "Create a New View");
             break;
         }
-        if (p.deviceNumbers.size() != 0 &&
-            p.deviceNumbers.size() != p.luNames.size())
-        {
+        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
             result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
             break;
         }
-        if (p.deviceAccesses.size() != p.luNames.size())
-        {
+        if (p.deviceAccesses.size() != p.luNames.size()) {
             result.fail(5, "Size of LUName and DeviceAccess arrays has to be the same");
             break;
         }
@@ -90,23 +87,19 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
             break;
 
         // A failure here reaches the client before anything is changed.
-        Array<CIMObjectPath> endpoints = _cimom.enumerateInstanceNames(context,
-            CIMNamespaceName(ZAR_NAMESPACE), CIMName("ZAR_iSCSIProtocolEndpoint"));
+        Array<CIMObjectPath> endpoints = _cimom.enumerateInstanceNames(
+            context, CIMNamespaceName(ZAR_NAMESPACE), CIMName("ZAR_iSCSIProtocolEndpoint"));
         Boolean end = false;
-        for (Uint32 t = 0; t < p.targetPortIDs.size() && !end; t++)
-        {
+        for (Uint32 t = 0; t < p.targetPortIDs.size() && !end; t++) {
             String& id = p.targetPortIDs[t];
             Uint64 high = 0, wwn = WWN_MARKER;
             Boolean isFC = wwnToInt(id, high, wwn) && id.size() == 16;
             Uint16 port = NO_PORT;
             CIMObjectPath endpoint;
-            if (!isFC)
-            {
-                for (Uint32 e = 0; e < endpoints.size(); e++)
-                {
-                    if (String::equalNoCase(
-                            ZAR_Common::getStringProperty(endpoints[e], "Name"), id))
-                    {
+            if (!isFC) {
+                for (Uint32 e = 0; e < endpoints.size(); e++) {
+                    if (String::equalNoCase(ZAR_Common::getStringProperty(endpoints[e], "Name"),
+                                            id)) {
                         endpoint = endpoints[e];
                         break;
                     }
@@ -115,44 +108,36 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 port = ZAR_Common::getPortLPID(name);
                 if (port == NO_PORT)
                     port = _extractLPIDFromPortiSCSIName(name);
-            }
-            else
-            {
+            } else {
                 port = ZAR_Common::getPortLPID(wwn);
                 if (port == NO_PORT && wwn != WWN_MARKER)
                     port = lpidFromWWNBits(wwn);
             }
-            if (port == NO_PORT)
-            {
-                result.fail(4098, "TargetPortID=" + id + ": " +
-                    "Target port ID is invalid" + "\n");
+            if (port == NO_PORT) {
+                result.fail(4098, "TargetPortID=" + id + ": " + "Target port ID is invalid" + "\n");
                 break;
             }
-            if (badPortPosition(port))
-            {
-                result.fail(5, "Port=" + portText(port) + ": " +
-                    "Target port ID is invalid" + "\n");
+            if (badPortPosition(port)) {
+                result.fail(5,
+                            "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
                 continue;
             }
 
             // Without device numbers only the first LU is exposed.
             Uint32 luCount = p.deviceNumbers.size() != 0 ? p.deviceNumbers.size() : 1;
-            for (Uint32 j = 0; j < luCount; j++)
-            {
+            for (Uint32 j = 0; j < luCount; j++) {
                 String& lu = p.luNames[j];
                 Uint64 vvHigh = 0, vvLow = WWN_MARKER;
-                if (!wwnToInt(lu, vvHigh, vvLow))
-                {
+                if (!wwnToInt(lu, vvHigh, vvLow)) {
                     result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
                     end = true;
                     break;
                 }
                 Uint32 number = LUN_ARRAY_CHOOSES;
                 if (p.deviceNumbers.size() != 0 && p.deviceNumbers[j].size() != 0 &&
-                    !readHex(p.deviceNumbers[j], number))
-                {
+                    !readHex(p.deviceNumbers[j], number)) {
                     result.fail(5, "DeviceNumber=0x" + p.deviceNumbers[j] + ": " +
-                        "DeviceNumber is invalid" + "\n");
+                                       "DeviceNumber is invalid" + "\n");
                     end = true;
                     break;
                 }
@@ -160,9 +145,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 char errText[API_ERRTEXT_LEN];
                 errText[0] = '\0';
                 int rc = underSemaphore([&]() {
-                    return api_createVLUN(event, vvHigh, vvLow, &lun, NULL,
-                        API_WWN_NONE, NULL, port, p.override, p.noVCN, errText,
-                        sizeof(errText));
+                    return api_createVLUN(event, vvHigh, vvLow, &lun, NULL, API_WWN_NONE, NULL,
+                                          port, p.override, p.noVCN, errText, sizeof(errText));
                 });
                 if (rc != 0 && errText[0] == '\0')
                     strcpy(errText, "Semaphore Timed-Out");
@@ -172,25 +156,21 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 if (id.size() != 0)
                     item.append(",TargetPortID=" + id);
                 item.append(": ");
-                if (rc != 0)
-                {
+                if (rc != 0) {
                     result.fail(mapCreateError(rc), item + errText + "\n");
                     continue;
                 }
 
                 // The port-present views of this port.
                 Array<CIMObjectPath> found;
-                if (!isFC)
-                {
-                    found = _viewsOfEndpoint(_cimom, context, endpoint,
-                        "ZAR_iSCSISAPAvailableForElement", "ZAR_iSCSIController");
-                }
-                else
-                {
+                if (!isFC) {
+                    found =
+                        _viewsOfEndpoint(_cimom, context, endpoint,
+                                         "ZAR_iSCSISAPAvailableForElement", "ZAR_iSCSIController");
+                } else {
                     api_FCPort_t* ports = 0;
                     int count = -1;
-                    if (cim_sem_wait() == 0)
-                    {
+                    if (cim_sem_wait() == 0) {
                         count = api_getFCPorts(wwn, 1, 0, &ports);
                         cim_sem_post();
                     }
@@ -199,25 +179,20 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                         deviceID = fieldText(ports[0].deviceID, sizeof(ports[0].deviceID));
                     if (ports)
                         api_freeFCPorts(ports, count > 0 ? count : 0);
-                    CIMObjectPath fcEndpoint =
-                        ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(
-                            "ZAR_SCSIProtocolFCEndpoint", _systemName, deviceID, id);
+                    CIMObjectPath fcEndpoint = ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(
+                        "ZAR_SCSIProtocolFCEndpoint", _systemName, deviceID, id);
                     found = _viewsOfEndpoint(_cimom, context, fcEndpoint,
-                        "ZAR_SAPAvailableForElement", "ZAR_SCSIController");
+                                             "ZAR_SAPAvailableForElement", "ZAR_SCSIController");
                 }
-                for (Uint32 v = 0; v < found.size(); v++)
-                {
+                for (Uint32 v = 0; v < found.size(); v++) {
                     String text = found[v].toString();
                     String deviceID = ZAR_Common::getStringProperty(found[v], "DeviceID");
                     Uint32 type = 0;
                     String host;
                     Uint16 viewPort = NO_PORT;
-                    ZAR_Common::deReferenceSPCDeviceID(deviceID, type, host, viewPort,
-                        false);
-                    if (text.find("default") == PEG_NOT_FOUND &&
-                        type == API_VLUN_PORT_PRESENT &&
-                        !ZAR_Common::isPartOfArray(text, seen))
-                    {
+                    ZAR_Common::deReferenceSPCDeviceID(deviceID, type, host, viewPort, false);
+                    if (text.find("default") == PEG_NOT_FOUND && type == API_VLUN_PORT_PRESENT &&
+                        !ZAR_Common::isPartOfArray(text, seen)) {
                         seen.append(text);
                         views.append(found[v]);
                     }
@@ -229,17 +204,15 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
             result.outParams.append(CIMParamValue("ProtocolControllers", CIMValue(views)));
     } while (false);
 
-    finish(result, handler,
-        "<-- ZAR_ControllerConfigurationServiceProvider:: _exposeDefaultLUs\n");
+    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: _exposeDefaultLUs\n");
 }
 
 void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
     api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters,
-    MethodResultResponseHandler& handler)
+    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
 {
-    static const char* const allowed[] = {"LUNames", "TargetPortIDs",
-        "DeviceNumbers", "ProtocolControllers", "NoVCN", 0};
+    static const char* const allowed[] = {
+        "LUNames", "TargetPortIDs", "DeviceNumbers", "ProtocolControllers", "NoVCN", 0};
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
     MethodResult result;
     Params p;
@@ -252,25 +225,21 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
     Array<Uint32> matchLUNs;
     Array<Uint16> matchPorts;
 
-    do
-    {
-        if (inParameters.size() == 0)
-        {
+    do {
+        if (inParameters.size() == 0) {
             result.fail(5, "Invalid number of parameters");
             break;
         }
         if (!readParams(inParameters, allowed, true, p, result))
             break;
         if (p.luNames.size() == 0 || p.targetPortIDs.size() != 0 ||
-            p.protocolControllers.size() != 1)
-        {
-            result.fail(1, "Use case not supported: Only 1 use case is supported: "
-                "Remove LU's from a View");
+            p.protocolControllers.size() != 1) {
+            result.fail(1,
+                        "Use case not supported: Only 1 use case is supported: "
+                        "Remove LU's from a View");
             break;
         }
-        if (p.deviceNumbers.size() != 0 &&
-            p.deviceNumbers.size() != p.luNames.size())
-        {
+        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
             result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
             break;
         }
@@ -279,65 +248,53 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
         classes.append(CIMName("ZAR_SCSIController"));
         classes.append(CIMName("ZAR_iSCSINode"));
         if (!ZAR_Common::verifyRefMethodParam(p.protocolControllers[0],
-                CIMNamespaceName(ZAR_NAMESPACE), _systemAddress, classes))
-        {
+                                              CIMNamespaceName(ZAR_NAMESPACE), _systemAddress,
+                                              classes)) {
             result.status = 5;
             break;
         }
         CIMInstance view;
-        try
-        {
+        try {
             view = _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE),
-                p.protocolControllers[0], false, false, false, CIMPropertyList());
-        }
-        catch (...)
-        {
+                                      p.protocolControllers[0], false, false, false,
+                                      CIMPropertyList());
+        } catch (...) {
             result.fail(5, "Invalid ProtocolControllers");
             break;
         }
         CIMName viewClass = view.getClassName();
         String deviceID = ZAR_Common::getStringProperty(view, "DeviceID");
 
-        if (deviceID.find("default") == PEG_NOT_FOUND)
-        {
+        if (deviceID.find("default") == PEG_NOT_FOUND) {
             // A port-present view is accepted, but its LUs are not those of
             // a default view: nothing is removed.
             Uint32 type = 0;
             String host;
             ZAR_Common::deReferenceSPCDeviceID(deviceID, type, host, viewPort, false);
-            if (type != API_VLUN_PORT_PRESENT || viewPort == NO_PORT)
-            {
+            if (type != API_VLUN_PORT_PRESENT || viewPort == NO_PORT) {
                 result.fail(5, "Invalid ProtocolControllers");
                 break;
             }
-        }
-        else
-        {
+        } else {
             String name = ZAR_Common::getStringProperty(view, "Name");
             Uint16 port = NO_PORT;
             port_type_t portType = PORT_TYPE_UNKNOWN;
-            if (viewClass.equal(CIMName("ZAR_SCSIController")))
-            {
+            if (viewClass.equal(CIMName("ZAR_SCSIController"))) {
                 portType = PORT_TYPE_FC;
                 Uint64 high = 0, wwn = WWN_MARKER;
-                if (wwnToInt(name, high, wwn) && name.size() == 16)
-                {
+                if (wwnToInt(name, high, wwn) && name.size() == 16) {
                     port = ZAR_Common::getPortLPID(wwn);
                     if (port == NO_PORT && wwn != WWN_MARKER)
                         port = lpidFromWWNBits(wwn);
                 }
-            }
-            else if (viewClass.equal(CIMName("ZAR_iSCSIController")))
-            {
+            } else if (viewClass.equal(CIMName("ZAR_iSCSIController"))) {
                 portType = PORT_TYPE_ISCSI;
-                String iscsiName =
-                    ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(name);
+                String iscsiName = ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(name);
                 port = ZAR_Common::getPortLPID(iscsiName);
                 if (port == NO_PORT)
                     port = _extractLPIDFromPortiSCSIName(iscsiName);
             }
-            if (port == NO_PORT)
-            {
+            if (port == NO_PORT) {
                 result.fail(5, "Invalid ProtocolControllers");
                 break;
             }
@@ -346,27 +303,23 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
             query.vluntypeIsSet = 1;
             query.port = port;
             query.portIsSet = 1;
-            int rc = underSemaphore(
-                [&]() { return api_getSCSIProtocolControllers(&query); });
-            if (rc != 0)
-            {
-                log_message(2, "\tZAR_ControllerProvider::_buildAssociationInstances ()"
-                    "  getVLUNs() for volume failed, retcode = %d \n", rc);
+            int rc = underSemaphore([&]() { return api_getSCSIProtocolControllers(&query); });
+            if (rc != 0) {
+                log_message(2,
+                            "\tZAR_ControllerProvider::_buildAssociationInstances ()"
+                            "  getVLUNs() for volume failed, retcode = %d \n",
+                            rc);
                 api_freeVLUNs(&query);
             }
-            for (zar_u32 r = 0; r < query.count; r++)
-            {
+            for (zar_u32 r = 0; r < query.count; r++) {
                 const vlun& record = query.vluns[r];
                 // Records of a default view carry the default-view mark.
                 if (record.hporttype != portType ||
-                    (int)record.volAccess != API_VOL_ACCESS_DEFAULT_VIEW ||
-                    record.port != port)
+                    (int)record.volAccess != API_VOL_ACCESS_DEFAULT_VIEW || record.port != port)
                     continue;
-                for (Uint32 l = 0; l < p.luNames.size(); l++)
-                {
-                    if (String::equalNoCase(
-                            fieldText(record.vvwwn, sizeof(record.vvwwn)), p.luNames[l]))
-                    {
+                for (Uint32 l = 0; l < p.luNames.size(); l++) {
+                    if (String::equalNoCase(fieldText(record.vvwwn, sizeof(record.vvwwn)),
+                                            p.luNames[l])) {
                         matchLUs.append(p.luNames[l]);
                         matchLUNs.append(record.lun);
                         matchPorts.append(port);
@@ -377,25 +330,20 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
 
         // The default view shows no target of its own.
         String target = viewPort == NO_PORT ? String() : portText(viewPort);
-        for (Uint32 m = 0; m < matchLUs.size(); m++)
-        {
+        for (Uint32 m = 0; m < matchLUs.size(); m++) {
             String& lu = matchLUs[m];
             Uint16 port = matchPorts[m];
-            if (matchLUNs[m] == LUN_NOT_GIVEN)
-            {
-                result.fail(4, "LU=" + lu + ": " + "LU is not exported in this view" +
-                    "\n");
+            if (matchLUNs[m] == LUN_NOT_GIVEN) {
+                result.fail(4, "LU=" + lu + ": " + "LU is not exported in this view" + "\n");
                 continue;
             }
-            if (port == NO_PORT || badPortPosition(port))
-            {
-                result.fail(5, "Port=" + portText(port) + ": " +
-                    "Target port ID is invalid" + "\n");
+            if (port == NO_PORT || badPortPosition(port)) {
+                result.fail(5,
+                            "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
                 continue;
             }
             Uint64 vvHigh = 0, vvLow = WWN_MARKER;
-            if (!wwnToInt(lu, vvHigh, vvLow))
-            {
+            if (!wwnToInt(lu, vvHigh, vvLow)) {
                 result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
                 break;
             }
@@ -403,13 +351,13 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
             errText[0] = '\0';
             Uint32 lun = matchLUNs[m];
             int rc = underSemaphore([&]() {
-                return api_removeVLUN(event, vvHigh, vvLow, lun, NULL, API_WWN_NONE,
-                    NULL, port, p.noVCN, errText, sizeof(errText));
+                return api_removeVLUN(event, vvHigh, vvLow, lun, NULL, API_WWN_NONE, NULL, port,
+                                      p.noVCN, errText, sizeof(errText));
             });
             if (rc != 0 && errText[0] == '\0')
                 strcpy(errText, "Semaphore Timed-Out");
-            String item = "LU=" + lu + ",DeviceNumber=0x" + hex(lun) +
-                ",TargetPortID=" + target + ": ";
+            String item =
+                "LU=" + lu + ",DeviceNumber=0x" + hex(lun) + ",TargetPortID=" + target + ": ";
             if (rc != 0)
                 result.fail(mapRemoveError(rc), item + errText + "\n");
             else
@@ -418,8 +366,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
     } while (false);
 
     api_freeVLUNs(&query);
-    finish(result, handler,
-        "<-- ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
+    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
 }
 
 PEGASUS_NAMESPACE_END

@@ -16,44 +16,40 @@ PEGASUS_NAMESPACE_BEGIN
 using namespace CCSUtil;
 
 void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCollection(
-    api_evtparam_t* event, const OperationContext&,
-    const Array<CIMParamValue>& inParameters,
+    api_evtparam_t* event, const OperationContext&, const Array<CIMParamValue>& inParameters,
     MethodResultResponseHandler& handler)
 {
-    static const char* const allowed[] = {"LUNames", "HostNames", "DeviceNumbers",
-        "DeviceAccesses", "TargetPortLPIDs", "ProtocolControllers", "Override",
-        "NoVCN", 0};
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: "
-        "_exposeLUsToStorageHardwareIDCollection\n");
+    static const char* const allowed[] = {
+        "LUNames",        "HostNames",       "DeviceNumbers",
+        "DeviceAccesses", "TargetPortLPIDs", "ProtocolControllers",
+        "Override",       "NoVCN",           0};
+    log_message(4,
+                "--> ZAR_ControllerConfigurationServiceProvider:: "
+                "_exposeLUsToStorageHardwareIDCollection\n");
     MethodResult result;
     Params p;
     Array<CIMObjectPath> views;
 
-    do
-    {
-        if (inParameters.size() == 0)
-        {
+    do {
+        if (inParameters.size() == 0) {
             result.fail(5, "Invalid number of parameters");
             break;
         }
         if (!readParams(inParameters, allowed, true, p, result))
             break;
-        if (p.luNames.size() == 0 || p.hostNames.size() == 0 ||
-            p.deviceAccesses.size() == 0 || p.protocolControllers.size() != 0)
-        {
-            result.fail(1, "Use case not supported: Only 1 use case is supported: "
-                "Create a New View");
+        if (p.luNames.size() == 0 || p.hostNames.size() == 0 || p.deviceAccesses.size() == 0 ||
+            p.protocolControllers.size() != 0) {
+            result.fail(1,
+                        "Use case not supported: Only 1 use case is supported: "
+                        "Create a New View");
             break;
         }
         log_message(4, "create new view\n");
-        if (p.deviceNumbers.size() != 0 &&
-            p.deviceNumbers.size() != p.luNames.size())
-        {
+        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
             result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
             break;
         }
-        if (p.deviceAccesses.size() != p.luNames.size())
-        {
+        if (p.deviceAccesses.size() != p.luNames.size()) {
             result.fail(5, "Size of LUName and DeviceAccess arrays has to be the same");
             break;
         }
@@ -63,25 +59,21 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
         // Without device numbers only the first LU is exposed.
         Uint32 luCount = p.deviceNumbers.size() != 0 ? p.deviceNumbers.size() : 1;
         Boolean end = false;
-        for (Uint32 h = 0; h < p.hostNames.size() && !end; h++)
-        {
+        for (Uint32 h = 0; h < p.hostNames.size() && !end; h++) {
             String& host = p.hostNames[h];
-            for (Uint32 j = 0; j < luCount && !end; j++)
-            {
+            for (Uint32 j = 0; j < luCount && !end; j++) {
                 String& lu = p.luNames[j];
                 Uint64 vvHigh = 0, vvLow = WWN_MARKER;
-                if (!wwnToInt(lu, vvHigh, vvLow))
-                {
+                if (!wwnToInt(lu, vvHigh, vvLow)) {
                     result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
                     end = true;
                     break;
                 }
                 Uint32 number = LUN_ARRAY_CHOOSES;
                 if (p.deviceNumbers.size() != 0 && p.deviceNumbers[j].size() != 0 &&
-                    !readHex(p.deviceNumbers[j], number))
-                {
+                    !readHex(p.deviceNumbers[j], number)) {
                     result.fail(5, "DeviceNumber=0x" + p.deviceNumbers[j] + ": " +
-                        "DeviceNumber is invalid" + "\n");
+                                       "DeviceNumber is invalid" + "\n");
                     end = true;
                     break;
                 }
@@ -90,18 +82,15 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                 Array<Uint16> ports;
                 if (p.targetPortLPIDs.size() == 0)
                     ports.append(NO_PORT);
-                else
-                {
+                else {
                     Uint16* positions = 0;
                     Uint32 count = ZAR_Common::getPortIDs(p.targetPortLPIDs, &positions);
-                    for (Uint32 k = 0; k < count; k++)
-                    {
+                    for (Uint32 k = 0; k < count; k++) {
                         if (positions[k] != NO_PORT)
                             ports.append(positions[k]);
                     }
                     delete[] positions;
-                    if (ports.size() == 0)
-                    {
+                    if (ports.size() == 0) {
                         result.fail(5, "None of the passed in TargetPortIDs are valid\n");
                         end = true;
                         break;
@@ -109,8 +98,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                 }
 
                 CString hostText = host.getCString();
-                for (Uint32 k = 0; k < ports.size(); k++)
-                {
+                for (Uint32 k = 0; k < ports.size(); k++) {
                     Uint16 port = ports[k];
                     zar_u32 lun = number;
                     char errText[API_ERRTEXT_LEN];
@@ -121,11 +109,11 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                     int rc = API_E_SEM_TIMEOUT;
                     if (timedOut)
                         strcpy(errText, "Semaphore Timed-Out");
-                    else
-                    {
+                    else {
                         rc = api_createVLUN(event, vvHigh, vvLow, &lun,
-                            host.size() ? (const char*)hostText : NULL, API_WWN_NONE,
-                            NULL, port, p.override, p.noVCN, errText, sizeof(errText));
+                                            host.size() ? (const char*)hostText : NULL,
+                                            API_WWN_NONE, NULL, port, p.override, p.noVCN, errText,
+                                            sizeof(errText));
                         cim_sem_post();
                     }
 
@@ -137,15 +125,13 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                     if (port != NO_PORT)
                         item.append(",Port=" + portText(port));
                     item.append(": ");
-                    if (rc != 0)
-                    {
+                    if (rc != 0) {
                         result.fail(mapCreateError(rc), item + errText + "\n");
                         if (timedOut)
                             break;
                         continue;
                     }
-                    Array<CIMObjectPath> touched =
-                        _getAffectedSPCPaths(host, lun, lu, port);
+                    Array<CIMObjectPath> touched = _getAffectedSPCPaths(host, lun, lu, port);
                     for (Uint32 t = 0; t < touched.size(); t++)
                         appendUnique(views, touched[t]);
                     result.descriptions.append(item + "Success" + "\n");
@@ -156,42 +142,39 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
             result.outParams.append(CIMParamValue("ProtocolControllers", CIMValue(views)));
     } while (false);
 
-    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: "
-        "_exposeLUsToStorageHardwareIDCollection\n");
+    finish(result, handler,
+           "<-- ZAR_ControllerConfigurationServiceProvider:: "
+           "_exposeLUsToStorageHardwareIDCollection\n");
 }
 
 void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCollection(
     api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters,
-    MethodResultResponseHandler& handler)
+    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
 {
-    static const char* const allowed[] = {"LUNames", "DeviceNumbers",
-        "ProtocolControllers", "NoVCN", 0};
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: "
-        "_hideLUsFromStorageHardwareIDCollection\n");
+    static const char* const allowed[] = {"LUNames", "DeviceNumbers", "ProtocolControllers",
+                                          "NoVCN", 0};
+    log_message(4,
+                "--> ZAR_ControllerConfigurationServiceProvider:: "
+                "_hideLUsFromStorageHardwareIDCollection\n");
     MethodResult result;
     Params p;
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));
 
-    do
-    {
-        if (inParameters.size() == 0)
-        {
+    do {
+        if (inParameters.size() == 0) {
             result.fail(5, "Invalid number of parameters");
             break;
         }
         if (!readParams(inParameters, allowed, true, p, result))
             break;
-        if (p.luNames.size() == 0 || p.protocolControllers.size() != 1)
-        {
-            result.fail(1, "Use case not supported: Only 1 use case is supported: "
-                "Remove LU's from a View");
+        if (p.luNames.size() == 0 || p.protocolControllers.size() != 1) {
+            result.fail(1,
+                        "Use case not supported: Only 1 use case is supported: "
+                        "Remove LU's from a View");
             break;
         }
-        if (p.deviceNumbers.size() != 0 &&
-            p.deviceNumbers.size() != p.luNames.size())
-        {
+        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
             result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
             break;
         }
@@ -199,41 +182,36 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
         classes.append(CIMName("ZAR_iSCSIController"));
         classes.append(CIMName("ZAR_SCSIController"));
         if (!ZAR_Common::verifyRefMethodParam(p.protocolControllers[0],
-                CIMNamespaceName(ZAR_NAMESPACE), _systemAddress, classes) ||
-            !viewKeysOfThisArray(p.protocolControllers[0], _systemName))
-        {
+                                              CIMNamespaceName(ZAR_NAMESPACE), _systemAddress,
+                                              classes) ||
+            !viewKeysOfThisArray(p.protocolControllers[0], _systemName)) {
             result.status = 5;
             break;
         }
-        String deviceID =
-            ZAR_Common::getStringProperty(p.protocolControllers[0], "DeviceID");
+        String deviceID = ZAR_Common::getStringProperty(p.protocolControllers[0], "DeviceID");
         Uint32 type = 0;
         String hostName;
         Uint16 port = NO_PORT;
         ZAR_Common::deReferenceSPCDeviceID(deviceID, type, hostName, port, false);
         if ((type != API_VLUN_MATCHED_SET && type != API_VLUN_HOST_SEES &&
-                type != API_VLUN_HOST_SET) || hostName.size() == 0)
-        {
+             type != API_VLUN_HOST_SET) ||
+            hostName.size() == 0) {
             result.fail(5, "Invalid ProtocolControllers");
             break;
         }
 
         Boolean removed = false;
-        if (queryViewTemplates(query, hostName, type, port))
-        {
+        if (queryViewTemplates(query, hostName, type, port)) {
             CString hostText = hostName.getCString();
-            for (Uint32 l = 0; l < p.luNames.size(); l++)
-            {
+            for (Uint32 l = 0; l < p.luNames.size(); l++) {
                 String& lu = p.luNames[l];
-                for (zar_u32 r = 0; r < query.count; r++)
-                {
+                for (zar_u32 r = 0; r < query.count; r++) {
                     const vlun& record = query.vluns[r];
                     if (record.accessPriority != type)
                         continue;
                     if (port != NO_PORT && record.port != port)
                         continue;
-                    if (!String::equalNoCase(
-                            fieldText(record.vvwwn, sizeof(record.vvwwn)), lu))
+                    if (!String::equalNoCase(fieldText(record.vvwwn, sizeof(record.vvwwn)), lu))
                         continue;
                     Uint64 vvHigh = 0, vvLow = WWN_MARKER;
                     wwnToInt(lu, vvHigh, vvLow);
@@ -241,8 +219,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
                     errText[0] = '\0';
                     int rc = underSemaphore([&]() {
                         return api_removeVLUN(event, vvHigh, vvLow, record.lun,
-                            (const char*)hostText, API_WWN_NONE, NULL, port, p.noVCN,
-                            errText, sizeof(errText));
+                                              (const char*)hostText, API_WWN_NONE, NULL, port,
+                                              p.noVCN, errText, sizeof(errText));
                     });
                     if (rc != 0 && errText[0] == '\0')
                         strcpy(errText, "Semaphore Timed-Out");
@@ -253,8 +231,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
                     if (port != NO_PORT)
                         item.append(",TargetPortID=" + portText(port));
                     item.append(": ");
-                    if (rc != 0)
-                    {
+                    if (rc != 0) {
                         result.fail(mapRemoveError(rc), item + errText + "\n");
                         continue;
                     }
@@ -263,30 +240,27 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
                 }
             }
         }
-        if (!removed && result.status == 0)
-        {
+        if (!removed && result.status == 0) {
             result.fail(5, "InitiatorPort is not part of SPC.\n");
             break;
         }
-        if (result.status == 0)
-        {
-            try
-            {
+        if (result.status == 0) {
+            try {
                 _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE),
-                    p.protocolControllers[0], false, false, false, CIMPropertyList());
-                result.outParams.append(CIMParamValue("ProtocolControllers",
-                    CIMValue(p.protocolControllers)));
-            }
-            catch (...)
-            {
+                                   p.protocolControllers[0], false, false, false,
+                                   CIMPropertyList());
+                result.outParams.append(
+                    CIMParamValue("ProtocolControllers", CIMValue(p.protocolControllers)));
+            } catch (...) {
                 // The view went with its last LU.
             }
         }
     } while (false);
 
     api_freeVLUNs(&query);
-    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: "
-        "_hideLUsFromStorageHardwareIDCollection\n");
+    finish(result, handler,
+           "<-- ZAR_ControllerConfigurationServiceProvider:: "
+           "_hideLUsFromStorageHardwareIDCollection\n");
 }
 
 PEGASUS_NAMESPACE_END

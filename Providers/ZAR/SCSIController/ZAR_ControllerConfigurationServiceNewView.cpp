@@ -17,58 +17,43 @@ PEGASUS_NAMESPACE_BEGIN
 
 using namespace CCSUtil;
 
-namespace
-{
+namespace {
 
 // What the host-path list says about one initiator.
-struct InitiatorLookup
-{
-    InitiatorLookup()
-        : isWWN(false), wwn(WWN_MARKER), entryType(PORT_TYPE_UNKNOWN),
-          found(false)
-    {
-    }
-    Boolean isWWN;        // converts as a WWN
+struct InitiatorLookup {
+    InitiatorLookup() : isWWN(false), wwn(WWN_MARKER), entryType(PORT_TYPE_UNKNOWN), found(false) {}
+    Boolean isWWN;  // converts as a WWN
     Uint64 wwn;
-    port_type_t entryType; // kind of the matching entry; unknown when none
-    String hostName;      // its host ("" when none)
-    Boolean found;        // the host exists under hostName
+    port_type_t entryType;  // kind of the matching entry; unknown when none
+    String hostName;        // its host ("" when none)
+    Boolean found;          // the host exists under hostName
 };
 
 // Looks initiator up in the host-path list: an iSCSI entry with that name
 // (case ignored) gives its host; a Fibre Channel entry with that WWN and a
 // host gives its host, except that a host named "-...-" is taken without
 // its dashes and counts as not found.
-InitiatorLookup _lookUp(const String& initiator, const api_hardwareID* paths,
-    Uint32 count)
+InitiatorLookup _lookUp(const String& initiator, const api_hardwareID* paths, Uint32 count)
 {
     InitiatorLookup r;
     Uint64 high = 0;
     r.isWWN = wwnToInt(initiator, high, r.wwn);
-    for (Uint32 i = 0; i < count; i++)
-    {
+    for (Uint32 i = 0; i < count; i++) {
         const api_HostPath& path = paths[i].pathInfo;
         String host = fieldText(paths[i].hostName, sizeof(paths[i].hostName));
         if (path.type == PORT_TYPE_ISCSI && !r.isWWN &&
-            String::equalNoCase(fieldText(path.iscsiName, sizeof(path.iscsiName)),
-                initiator))
-        {
+            String::equalNoCase(fieldText(path.iscsiName, sizeof(path.iscsiName)), initiator)) {
             r.entryType = PORT_TYPE_ISCSI;
             r.hostName = host;
             r.found = host.size() != 0;
             return r;
         }
-        if (path.type == PORT_TYPE_FC && r.isWWN && path.wwn == r.wwn &&
-            host.size() != 0)
-        {
+        if (path.type == PORT_TYPE_FC && r.isWWN && path.wwn == r.wwn && host.size() != 0) {
             r.entryType = PORT_TYPE_FC;
-            if (host.size() >= 2 && host[0] == '-' && host[host.size() - 1] == '-')
-            {
+            if (host.size() >= 2 && host[0] == '-' && host[host.size() - 1] == '-') {
                 r.hostName = host.subString(1, host.size() - 2);
                 r.found = false;
-            }
-            else
-            {
+            } else {
                 r.hostName = host;
                 r.found = true;
             }
@@ -83,8 +68,7 @@ InitiatorLookup _lookUp(const String& initiator, const api_hardwareID* paths,
 String _initiatorText(const Array<String>& initiators, Uint32 count)
 {
     String text;
-    for (Uint32 i = 0; i < count && i < initiators.size(); i++)
-    {
+    for (Uint32 i = 0; i < count && i < initiators.size(); i++) {
         if (initiators[i].size() == 0)
             continue;
         text.append(i == 0 ? ",InitiatorID=" : ",");
@@ -95,8 +79,7 @@ String _initiatorText(const Array<String>& initiators, Uint32 count)
 
 // How one VLUN of a new view is addressed: to a host by name, or to one
 // initiator (its WWN or its iSCSI name).
-struct Target
-{
+struct Target {
     Target() : wwn(API_WWN_NONE) {}
     String hostName;
     Uint64 wwn;
@@ -107,67 +90,55 @@ struct Target
 
 Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
     api_evtparam_t* event, const String& hostName, Uint64 initiatorWWN,
-    const String& initiatorISCSIName, int entryType,
-    const Array<String>& initiatorIDs, Uint32 hardwareIDCount,
-    Array<String>& luNames, Array<String>& deviceNumbers,
-    Array<String>& targetPortIDs, Boolean noVCN, Boolean override,
-    Array<CIMObjectPath>& views, Boolean& attempted, MethodResult& result)
+    const String& initiatorISCSIName, int entryType, const Array<String>& initiatorIDs,
+    Uint32 hardwareIDCount, Array<String>& luNames, Array<String>& deviceNumbers,
+    Array<String>& targetPortIDs, Boolean noVCN, Boolean override, Array<CIMObjectPath>& views,
+    Boolean& attempted, MethodResult& result)
 {
     Target target;
-    target.hostName = initiatorWWN == API_WWN_NONE && initiatorISCSIName.size() == 0
-        ? hostName : String();
+    target.hostName =
+        initiatorWWN == API_WWN_NONE && initiatorISCSIName.size() == 0 ? hostName : String();
     target.wwn = initiatorWWN;
     target.iscsiName = initiatorISCSIName;
-    for (Uint32 l = 0; l < luNames.size(); l++)
-    {
+    for (Uint32 l = 0; l < luNames.size(); l++) {
         String& lu = luNames[l];
         Uint64 vvHigh = 0, vvLow = WWN_MARKER;
-        if (!wwnToInt(lu, vvHigh, vvLow))
-        {
+        if (!wwnToInt(lu, vvHigh, vvLow)) {
             result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
             continue;
         }
 
         Uint32 number = LUN_ARRAY_CHOOSES;
         if (deviceNumbers.size() != 0 && deviceNumbers[l].size() != 0 &&
-            !readHex(deviceNumbers[l], number))
-        {
-            result.fail(5, "DeviceNumber=0x" + deviceNumbers[l] + ": " +
-                "DeviceNumber is invalid" + "\n");
+            !readHex(deviceNumbers[l], number)) {
+            result.fail(
+                5, "DeviceNumber=0x" + deviceNumbers[l] + ": " + "DeviceNumber is invalid" + "\n");
             break;
         }
 
         // One pass without a port when no target port is given.
         Uint32 passes = targetPortIDs.size() == 0 ? 1 : targetPortIDs.size();
-        for (Uint32 t = 0; t < passes; t++)
-        {
+        for (Uint32 t = 0; t < passes; t++) {
             Uint16 port = NO_PORT;
-            if (targetPortIDs.size() != 0)
-            {
+            if (targetPortIDs.size() != 0) {
                 String& id = targetPortIDs[t];
                 if (id.size() == 0)
                     continue;
                 Uint64 high = 0, value = WWN_MARKER;
-                if (wwnToInt(id, high, value) && id.size() == 16)
-                {
+                if (wwnToInt(id, high, value) && id.size() == 16) {
                     if (entryType != PORT_TYPE_UNKNOWN && entryType != PORT_TYPE_FC)
                         continue;
                     port = ZAR_Common::getPortLPID(value);
                     if (port == NO_PORT)
                         port = lpidFromWWNBits(value);
-                    if (port == NO_PORT || port == 0)
-                    {
-                        result.fail(5, "Port=" + id + ": " +
-                            "Target port ID is invalid" + "\n");
+                    if (port == NO_PORT || port == 0) {
+                        result.fail(5, "Port=" + id + ": " + "Target port ID is invalid" + "\n");
                         return true;
                     }
-                }
-                else
-                {
+                } else {
                     if (entryType != PORT_TYPE_UNKNOWN && entryType != PORT_TYPE_ISCSI)
                         continue;
-                    String name =
-                        ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(id);
+                    String name = ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(id);
                     if (name.size() == 0)
                         continue;
                     port = ZAR_Common::getPortLPID(name);
@@ -176,10 +147,9 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
                     if (port == NO_PORT)
                         continue;
                 }
-                if (badPortPosition(port))
-                {
-                    result.fail(5, "Port=" + portText(port) + ": " +
-                        "Target port ID is invalid" + "\n");
+                if (badPortPosition(port)) {
+                    result.fail(
+                        5, "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
                     continue;
                 }
             }
@@ -192,9 +162,9 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
             CString iscsi = target.iscsiName.getCString();
             int rc = underSemaphore([&]() {
                 return api_createVLUN(event, vvHigh, vvLow, &lun,
-                    target.hostName.size() ? (const char*)host : NULL, target.wwn,
-                    target.iscsiName.size() ? (const char*)iscsi : NULL, port,
-                    override, noVCN, errText, sizeof(errText));
+                                      target.hostName.size() ? (const char*)host : NULL, target.wwn,
+                                      target.iscsiName.size() ? (const char*)iscsi : NULL, port,
+                                      override, noVCN, errText, sizeof(errText));
             });
             if (rc != 0 && errText[0] == '\0')
                 strcpy(errText, "Semaphore Timed-Out");
@@ -206,8 +176,7 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
             if (port != NO_PORT)
                 item.append(",TargetPortID=" + portText(port));
             item.append(": ");
-            if (rc != 0)
-            {
+            if (rc != 0) {
                 result.fail(mapCreateError(rc), item + errText + "\n");
                 continue;
             }
@@ -221,14 +190,12 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
     return false;
 }
 
-namespace
-{
+namespace {
 
 // Closes a new view: nothing attempted is a bad combination; the views
 // found become the ProtocolControllers out-parameter.
-Uint32 _closeNewView(Boolean attempted, Array<CIMObjectPath>& views,
-    MethodResult& result, Array<CIMParamValue>& outParams,
-    Array<String>& descriptions)
+Uint32 _closeNewView(Boolean attempted, Array<CIMObjectPath>& views, MethodResult& result,
+                     Array<CIMParamValue>& outParams, Array<String>& descriptions)
 {
     if (!attempted && result.status == 0)
         result.fail(5, String("Invalid initiator and target port combinations") + "\n");
@@ -243,9 +210,8 @@ Uint32 _closeNewView(Boolean attempted, Array<CIMObjectPath>& views,
 Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 hardwareIDCount,
     api_hardwareID* hostPaths, Uint32 hostPathCount, Array<String>& luNames,
-    Array<String>& deviceNumbers, Array<String>& targetPortIDs,
-    const char* domain, Boolean noVCN, Boolean override,
-    Array<CIMParamValue>& outParams, Array<String>& descriptions)
+    Array<String>& deviceNumbers, Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
+    Boolean override, Array<CIMParamValue>& outParams, Array<String>& descriptions)
 {
     MethodResult result;
     Array<CIMObjectPath> views;
@@ -259,24 +225,20 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     Uint64 firstWWN = API_WWN_NONE;
     Boolean anyInitiator = false;
     port_type_t entryType = PORT_TYPE_UNKNOWN;
-    for (Uint32 i = 0; i < initiatorIDs.size(); i++)
-    {
+    for (Uint32 i = 0; i < initiatorIDs.size(); i++) {
         if (initiatorIDs[i].size() == 0)
             continue;
         anyInitiator = true;
         InitiatorLookup r = _lookUp(initiatorIDs[i], hostPaths, hostPathCount);
-        if (!r.isWWN)
-        {
+        if (!r.isWWN) {
             firstIsWWN = false;
             if (iscsiName.size() == 0)
                 iscsiName = initiatorIDs[i].subString(0, API_ISCSI_NAME_LEN - 1);
-        }
-        else if (firstWWN == API_WWN_NONE && r.hostName.size() == 0)
+        } else if (firstWWN == API_WWN_NONE && r.hostName.size() == 0)
             firstWWN = r.wwn;
         if (r.entryType != PORT_TYPE_UNKNOWN)
             entryType = r.entryType;
-        if (r.hostName.size() != 0)
-        {
+        if (r.hostName.size() != 0) {
             hostName = r.hostName;
             found = r.found;
             break;
@@ -284,10 +246,8 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     }
 
     // 2. A new host under that name, or a new name.
-    if (anyInitiator && !found)
-    {
-        if (hostName.size() == 0)
-        {
+    if (anyInitiator && !found) {
+        if (hostName.size() == 0) {
             String first;
             for (Uint32 i = 0; i < initiatorIDs.size() && first.size() == 0; i++)
                 first = initiatorIDs[i];
@@ -301,61 +261,55 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
             // that an interruption before the others join leaves a host
             // that a retry finds through its initiator.
             return api_createHost(&status, event, (const char*)host,
-                iscsiName.size() ? (const char*)iscsi : NULL, firstWWN,
-                API_PERSONA_GENERIC, domain);
+                                  iscsiName.size() ? (const char*)iscsi : NULL, firstWWN,
+                                  API_PERSONA_GENERIC, domain);
         });
-        if (rc != 0)
-        {
+        if (rc != 0) {
             char errText[512];
             int code = api_getErrorText(errText, sizeof(errText), &status);
             log_message(2, "Error from api_createHost: %s\n", errText);
             result.fail(code == API_E_INVALID_ARG || code == API_E_EXISTS ? 5 : 4,
-                "Cannot create Host " + hostName + " - " + errText + "\n");
+                        "Cannot create Host " + hostName + " - " + errText + "\n");
             descriptions.appendArray(result.descriptions);
             return result.status;
         }
     }
 
     // 3. Every initiator into that host.
-    if (anyInitiator)
-    {
-        Uint32 rc = _addInitIDsToView(event, initiatorIDs, API_VLUN_HOST_SEES,
-            NO_PORT, false, hostName, result.descriptions);
-        if (rc != 0)
-        {
+    if (anyInitiator) {
+        Uint32 rc = _addInitIDsToView(event, initiatorIDs, API_VLUN_HOST_SEES, NO_PORT, false,
+                                      hostName, result.descriptions);
+        if (rc != 0) {
             descriptions.appendArray(result.descriptions);
             return rc;
         }
     }
 
     // 4. One VLUN per LU and target port.
-    _exposeLUsOnPorts(event, hostName, API_WWN_NONE, String(), entryType,
-        initiatorIDs, hardwareIDCount, luNames, deviceNumbers, targetPortIDs,
-        noVCN, override, views, attempted, result);
+    _exposeLUsOnPorts(event, hostName, API_WWN_NONE, String(), entryType, initiatorIDs,
+                      hardwareIDCount, luNames, deviceNumbers, targetPortIDs, noVCN, override,
+                      views, attempted, result);
     return _closeNewView(attempted, views, result, outParams, descriptions);
 }
 
 Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
     api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 hardwareIDCount,
     api_hardwareID* hostPaths, Uint32 hostPathCount, Array<String>& luNames,
-    Array<String>& deviceNumbers, Array<String>& targetPortIDs,
-    const char* domain, Boolean noVCN, Boolean override,
-    Array<CIMParamValue>& outParams, Array<String>& descriptions)
+    Array<String>& deviceNumbers, Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
+    Boolean override, Array<CIMParamValue>& outParams, Array<String>& descriptions)
 {
     MethodResult result;
     Array<CIMObjectPath> views;
     Boolean attempted = false;
     Array<String> handledHosts;
 
-    for (Uint32 i = 0; i < initiatorIDs.size(); i++)
-    {
+    for (Uint32 i = 0; i < initiatorIDs.size(); i++) {
         String& initiator = initiatorIDs[i];
         if (initiator.size() == 0)
             continue;
         InitiatorLookup r = _lookUp(initiator, hostPaths, hostPathCount);
         String hostName = r.hostName;
-        if (!r.found)
-        {
+        if (!r.found) {
             if (hostName.size() == 0)
                 hostName = generateHostName(initiator, r.isWWN);
             api_status_t status;
@@ -364,17 +318,16 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
             CString iscsi = iscsiName.getCString();
             int rc = ZAR_Common::guardedCall(&status, [&]() {
                 return api_createHost(&status, event, (const char*)host,
-                    r.isWWN ? NULL : (const char*)iscsi,
-                    r.isWWN ? r.wwn : API_WWN_NONE, API_PERSONA_GENERIC, domain);
+                                      r.isWWN ? NULL : (const char*)iscsi,
+                                      r.isWWN ? r.wwn : API_WWN_NONE, API_PERSONA_GENERIC, domain);
             });
-            if (rc != 0)
-            {
+            if (rc != 0) {
                 char errText[512];
                 int code = api_getErrorTextNoNL(errText, sizeof(errText), &status);
                 log_message(2, "Error from api_createHost: %s\n", errText);
                 result.fail(code == API_E_INVALID_ARG || code == API_E_EXISTS ? 5 : 4,
-                    "InitiatorPortID=" + initiator + ":" +
-                    " Cannot create StorageHardwareID - " + errText + "\n");
+                            "InitiatorPortID=" + initiator + ":" +
+                                " Cannot create StorageHardwareID - " + errText + "\n");
                 continue;
             }
         }
@@ -385,10 +338,9 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
         // The VLUNs are addressed to the initiator itself; the views they
         // show up in are those of its host.
         if (_exposeLUsOnPorts(event, hostName, r.isWWN ? r.wwn : API_WWN_NONE,
-                r.isWWN ? String() : initiator.subString(0, API_ISCSI_NAME_LEN - 1),
-                r.entryType, initiatorIDs, hardwareIDCount, luNames, deviceNumbers,
-                targetPortIDs, noVCN, override, views, attempted, result))
-        {
+                              r.isWWN ? String() : initiator.subString(0, API_ISCSI_NAME_LEN - 1),
+                              r.entryType, initiatorIDs, hardwareIDCount, luNames, deviceNumbers,
+                              targetPortIDs, noVCN, override, views, attempted, result)) {
             break;
         }
     }
@@ -396,22 +348,19 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
 }
 
 Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
-    api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 vlunType,
-    Uint16 portID, Boolean override, String& hostName,
-    Array<String>& descriptions)
+    api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 vlunType, Uint16 portID,
+    Boolean override, String& hostName, Array<String>& descriptions)
 {
     Uint32 status = 0;
     Uint32 persona = API_PERSONA_GENERIC;
-    if (initiatorIDs.size() == 0)
-    {
+    if (initiatorIDs.size() == 0) {
         descriptions.append(String("initiatorPortIDs must be specified") + "\n");
         return 5;
     }
 
     String wwnFilter;
     String iscsiFilter;
-    if (initiatorIDs.size() == 1)
-    {
+    if (initiatorIDs.size() == 1) {
         Uint64 high = 0, low = 0;
         if (wwnToInt(initiatorIDs[0], high, low))
             wwnFilter = initiatorIDs[0];
@@ -424,17 +373,15 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
     CString wwnText = wwnFilter.getCString();
     CString iscsiText = iscsiFilter.getCString();
     Boolean havePaths = underSemaphore([&]() {
-        return api_getHostPaths((const char*)wwnText, (const char*)iscsiText, NULL,
-            &count, &paths, 1);
-    }) == 0;
-    if (!havePaths)
-    {
+                            return api_getHostPaths((const char*)wwnText, (const char*)iscsiText,
+                                                    NULL, &count, &paths, 1);
+                        }) == 0;
+    if (!havePaths) {
         if (paths)
             api_freeHostPaths(paths);
         paths = 0;
         count = 0;
-        if (vlunType == API_VLUN_MATCHED_SET)
-        {
+        if (vlunType == API_VLUN_MATCHED_SET) {
             descriptions.append(String("Initiator port ID is invalid") + "\n");
             return 5;
         }
@@ -443,37 +390,31 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
     Array<Uint64> wwns;
     Array<String> iscsiNames;
     Boolean alreadyInView = false;
-    Boolean anyHostSeen = vlunType == API_VLUN_HOST_SEES ||
-        vlunType == API_VLUN_HOST_SET;
+    Boolean anyHostSeen = vlunType == API_VLUN_HOST_SEES || vlunType == API_VLUN_HOST_SET;
     CString viewHost = hostName.getCString();
 
-    for (Uint32 i = 0; i < initiatorIDs.size(); i++)
-    {
+    for (Uint32 i = 0; i < initiatorIDs.size(); i++) {
         String& initiator = initiatorIDs[i];
         Uint64 high = 0, wwn = WWN_MARKER;
-        Boolean isFC = havePaths && wwnToInt(initiator, high, wwn) &&
-            initiator.size() == 16;
+        Boolean isFC = havePaths && wwnToInt(initiator, high, wwn) && initiator.size() == 16;
         Boolean stoppedOnMatch = false;
         Boolean inView = false;
-        for (zar_u32 k = 0; k < count; k++)
-        {
+        for (zar_u32 k = 0; k < count; k++) {
             const api_HostPath& path = paths[k].pathInfo;
-            Boolean match = isFC
-                ? (path.type == PORT_TYPE_FC && path.wwn == wwn)
-                : (path.type == PORT_TYPE_ISCSI &&
-                      String::equalNoCase(
-                          fieldText(path.iscsiName, sizeof(path.iscsiName)), initiator));
+            Boolean match =
+                isFC ? (path.type == PORT_TYPE_FC && path.wwn == wwn)
+                     : (path.type == PORT_TYPE_ISCSI &&
+                        String::equalNoCase(fieldText(path.iscsiName, sizeof(path.iscsiName)),
+                                            initiator));
             if (!match)
                 continue;
             String owner = fieldText(paths[k].hostName, sizeof(paths[k].hostName));
-            if (String::equal(owner, hostName))
-            {
+            if (String::equal(owner, hostName)) {
                 alreadyInView = true;
                 inView = true;
                 break;
             }
-            if (owner.size() != 0)
-            {
+            if (owner.size() != 0) {
                 if (paths[k].hostpersona != API_PERSONA_GENERIC)
                     persona = paths[k].hostpersona;
                 CString ownerText = owner.getCString();
@@ -481,31 +422,29 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
                 int rc = ZAR_Common::guardedCall(&status, [&]() {
                     return api_removeHost(event, (const char*)ownerText, &status);
                 });
-                if (rc != 0)
-                {
-                    log_message(2, "ZAR_ControllerConfigurationServiceProvider::"
-                        "_addInitIDsToView: could not removeHost, trying removePath\n");
+                if (rc != 0) {
+                    log_message(2,
+                                "ZAR_ControllerConfigurationServiceProvider::"
+                                "_addInitIDsToView: could not removeHost, trying removePath\n");
                     char name[API_ISCSI_NAME_LEN];
                     copyText(name, initiator, sizeof(name) - 1);
                     rc = ZAR_Common::guardedCall(&status, [&]() {
-                        return api_removePath(&status, event, (const char*)ownerText,
-                            isFC ? 0 : 1, isFC ? wwn : API_WWN_NONE,
-                            isFC ? NULL : name, 1, 0, 0);
+                        return api_removePath(&status, event, (const char*)ownerText, isFC ? 0 : 1,
+                                              isFC ? wwn : API_WWN_NONE, isFC ? NULL : name, 1, 0,
+                                              0);
                     });
                     if (rc != 0)
                         log_message(2, "removePath failed.\n");
                 }
             }
-            if (anyHostSeen || path.port == portID)
-            {
+            if (anyHostSeen || path.port == portID) {
                 stoppedOnMatch = true;
                 break;
             }
         }
         if (inView)
             continue;
-        if (stoppedOnMatch || anyHostSeen)
-        {
+        if (stoppedOnMatch || anyHostSeen) {
             if (isFC)
                 wwns.append(wwn);
             else
@@ -515,20 +454,20 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
 
     // The lists in the form the array takes them.
     zar_u64* wwnList = (zar_u64*)calloc(wwns.size() + 1, sizeof(zar_u64));
-    if (!wwnList)
-    {
-        log_message(2, "ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView: "
-            "malloc failed to allocate memory for wwn list for HS or HSet vluns\n");
+    if (!wwnList) {
+        log_message(2,
+                    "ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView: "
+                    "malloc failed to allocate memory for wwn list for HS or HSet vluns\n");
         descriptions.append("malloc failed to allocate memory\n");
         api_freeHostPaths(paths);
         return 4;
     }
-    char (*nameList)[API_ISCSI_NAME_LEN] = (char (*)[API_ISCSI_NAME_LEN])calloc(
-        iscsiNames.size() + 1, API_ISCSI_NAME_LEN);
-    if (!nameList)
-    {
-        log_message(2, "ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView: "
-            "malloc failed to allocate memory for iscsi name list\n");
+    char(*nameList)[API_ISCSI_NAME_LEN] =
+        (char(*)[API_ISCSI_NAME_LEN])calloc(iscsiNames.size() + 1, API_ISCSI_NAME_LEN);
+    if (!nameList) {
+        log_message(2,
+                    "ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView: "
+                    "malloc failed to allocate memory for iscsi name list\n");
         descriptions.append("malloc failed to allocate memory\n");
         free(wwnList);
         api_freeHostPaths(paths);
@@ -540,29 +479,25 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
         copyText(nameList[i], iscsiNames[i], API_ISCSI_NAME_LEN - 1);
 
     Boolean added = false;
-    if (wwns.size() == 0 && iscsiNames.size() == 0)
-    {
-        if (!alreadyInView)
-        {
-            log_message(2, "Passed in initiatorIDs are not valid (could be because the "
-                "path is not actually connected to any target port)\n");
-            descriptions.append("InitiatorIDs are not valid because they do not share "
+    if (wwns.size() == 0 && iscsiNames.size() == 0) {
+        if (!alreadyInView) {
+            log_message(2,
+                        "Passed in initiatorIDs are not valid (could be because the "
+                        "path is not actually connected to any target port)\n");
+            descriptions.append(
+                "InitiatorIDs are not valid because they do not share "
                 "the same target port ID as the passed-in SPC\n");
             status = 5;
         }
-    }
-    else
-    {
+    } else {
         api_status_t addStatus;
         int rc = ZAR_Common::guardedCall(&addStatus, [&]() {
             return api_addPath(event, (const char*)viewHost, wwns.size(), wwnList,
-                iscsiNames.size(), nameList, override, &addStatus);
+                               iscsiNames.size(), nameList, override, &addStatus);
         });
-        if (rc == 0)
-        {
+        if (rc == 0) {
             added = true;
-            if (persona != API_PERSONA_GENERIC)
-            {
+            if (persona != API_PERSONA_GENERIC) {
                 api_host_change_t change;
                 memset(&change, 0, sizeof(change));
                 change.persona = persona;
@@ -572,9 +507,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
                     return api_setHost(event, (const char*)viewHost, &change, &setStatus);
                 });
             }
-        }
-        else
-        {
+        } else {
             char errText[512];
             api_getErrorText(errText, sizeof(errText), &addStatus);
             log_message(2, "Error from api_addPath: %s\n", errText);

@@ -18,8 +18,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 static const String ClassName = "ZAR_ControllerConfigurationService";
 
-namespace
-{
+namespace {
 
 const char SERVICE_CLASS[] = "ZAR_ControllerConfigurationService";
 const char CIM_SERVICE_CLASS[] = "CIM_ControllerConfigurationService";
@@ -27,35 +26,31 @@ const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
 const char VENDOR[] = "KESTREL";
 const Uint32 MAX_HOST_NAME = 31;
 
-typedef void (ZAR_ControllerConfigurationServiceProvider::*Handler)(
-    api_evtparam_t*, const OperationContext&, const Array<CIMParamValue>&,
-    MethodResultResponseHandler&);
+typedef void (ZAR_ControllerConfigurationServiceProvider::*Handler)(api_evtparam_t*,
+                                                                    const OperationContext&,
+                                                                    const Array<CIMParamValue>&,
+                                                                    MethodResultResponseHandler&);
 
 }  // namespace
 
-ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider()
-{
-}
+ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider() {}
 
 ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider(
     const CIMObjectPath&)
 {
-    throw CIMNotSupportedException(
-        ClassName + " does not support constructor with object path.");
+    throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
 
-ZAR_ControllerConfigurationServiceProvider::~ZAR_ControllerConfigurationServiceProvider()
-{
-}
+ZAR_ControllerConfigurationServiceProvider::~ZAR_ControllerConfigurationServiceProvider() {}
 
 void ZAR_ControllerConfigurationServiceProvider::initialize(CIMOMHandle& cimom)
 {
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::initialize(cimom)\n");
     _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0)
-    {
-        log_message(2, "ZAR_ControllerConfigurationServiceProvider::initialize(): "
-            "api_zarOpenForCimserver failed\n");
+    if (api_zarOpenForCimserver(NULL) != 0) {
+        log_message(2,
+                    "ZAR_ControllerConfigurationServiceProvider::initialize(): "
+                    "api_zarOpenForCimserver failed\n");
     }
     _systemName = ZAR_Common::getSystemName(_cimom);
     _systemAddress = ZAR_Common::getSystemHostName(_cimom);
@@ -70,181 +65,176 @@ void ZAR_ControllerConfigurationServiceProvider::terminate()
 
 void ZAR_ControllerConfigurationServiceProvider::_buildInstanceName()
 {
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::"
-        "_buildInstanceName()\n");
+    log_message(4,
+                "--> ZAR_ControllerConfigurationServiceProvider::"
+                "_buildInstanceName()\n");
     _name = String(VENDOR) + "_ControllerConfigurationService";
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"),
-        String(SYSTEM_CLASS), CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), _systemName,
-        CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"),
-        String(SERVICE_CLASS), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(SYSTEM_CLASS),
+                              CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemName"), _systemName, CIMKeyBinding::STRING));
+    keys.append(
+        CIMKeyBinding(CIMName("CreationClassName"), String(SERVICE_CLASS), CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("Name"), _name, CIMKeyBinding::STRING));
-    _instanceName = CIMObjectPath(_systemAddress,
-        CIMNamespaceName(CCSUtil::ZAR_NAMESPACE), CIMName(SERVICE_CLASS), keys);
-    log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::"
-        "_buildInstanceName()\n");
+    _instanceName = CIMObjectPath(_systemAddress, CIMNamespaceName(CCSUtil::ZAR_NAMESPACE),
+                                  CIMName(SERVICE_CLASS), keys);
+    log_message(4,
+                "<-- ZAR_ControllerConfigurationServiceProvider::"
+                "_buildInstanceName()\n");
 }
 
 CIMInstance ZAR_ControllerConfigurationServiceProvider::_buildInstance(
-    Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    Boolean includeQualifiers, Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::"
-        "_buildInstance()\n");
+    log_message(4,
+                "--> ZAR_ControllerConfigurationServiceProvider::"
+                "_buildInstance()\n");
     // The owner texts may change on the array: read them on each request.
     // A failure leaves them empty and never fails the request.
     char contact[256];
     char owner[256];
     contact[0] = '\0';
     owner[0] = '\0';
-    if (CCSUtil::underSemaphore([&]() {
-            return api_getSystemContact(contact, sizeof(contact)); }) != 0)
+    if (CCSUtil::underSemaphore([&]() { return api_getSystemContact(contact, sizeof(contact)); }) !=
+        0)
         contact[0] = '\0';
-    if (CCSUtil::underSemaphore([&]() {
-            return api_getOwnerName(owner, sizeof(owner)); }) != 0)
+    if (CCSUtil::underSemaphore([&]() { return api_getOwnerName(owner, sizeof(owner)); }) != 0)
         owner[0] = '\0';
     contact[sizeof(contact) - 1] = '\0';
     owner[sizeof(owner) - 1] = '\0';
 
-    CIMClass cls = ZAR_Common::getStoredCIMClass(_cimom, OperationContext(),
-        CIMNamespaceName(CCSUtil::ZAR_NAMESPACE), CIMName(SERVICE_CLASS), false,
-        includeQualifiers, includeClassOrigin, propertyList);
+    CIMClass cls = ZAR_Common::getStoredCIMClass(
+        _cimom, OperationContext(), CIMNamespaceName(CCSUtil::ZAR_NAMESPACE),
+        CIMName(SERVICE_CLASS), false, includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
-    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName",
-        String(SYSTEM_CLASS));
+    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String(SYSTEM_CLASS));
     ZAR_Common::setPropertyValue(instance, "SystemName", _systemName);
-    ZAR_Common::setPropertyValue(instance, "CreationClassName",
-        String(SERVICE_CLASS));
+    ZAR_Common::setPropertyValue(instance, "CreationClassName", String(SERVICE_CLASS));
     ZAR_Common::setPropertyValue(instance, "Name", _name);
     ZAR_Common::setPropertyValue(instance, "PrimaryOwnerContact", String(contact));
     ZAR_Common::setPropertyValue(instance, "PrimaryOwnerName", String(owner));
     ZAR_Common::setPropertyValue(instance, "Started", Boolean(true));
     ZAR_Common::setPropertyValue(instance, "StartMode", String("Automatic"));
     instance.setPath(_instanceName);
-    log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::"
-        "_buildInstance()\n");
+    log_message(4,
+                "<-- ZAR_ControllerConfigurationServiceProvider::"
+                "_buildInstance()\n");
     return instance;
 }
 
-void ZAR_ControllerConfigurationServiceProvider::_checkClassName(
-    const CIMName& className)
+void ZAR_ControllerConfigurationServiceProvider::_checkClassName(const CIMName& className)
 {
-    if (!className.equal(CIMName(CIM_SERVICE_CLASS)) &&
-        !className.equal(CIMName(SERVICE_CLASS)))
-    {
-        throw CIMNotSupportedException(
-            ClassName + " Invalid class name" + className.getString());
+    if (!className.equal(CIMName(CIM_SERVICE_CLASS)) && !className.equal(CIMName(SERVICE_CLASS))) {
+        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
     }
 }
 
-void ZAR_ControllerConfigurationServiceProvider::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+void ZAR_ControllerConfigurationServiceProvider::getInstance(const OperationContext& context,
+                                                             const CIMObjectPath& instanceReference,
+                                                             const Boolean includeQualifiers,
+                                                             const Boolean includeClassOrigin,
+                                                             const CIMPropertyList& propertyList,
+                                                             InstanceResponseHandler& handler)
 {
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::getInstance()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName());
 
     Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 4)
-    {
-        log_message(2, "ZAR_ControllerConfigurationServiceProvider::getInstance(): "
-            "Invalid number of keys (%d)\n", (int)keyCount);
+    if (keyCount != 4) {
+        log_message(2,
+                    "ZAR_ControllerConfigurationServiceProvider::getInstance(): "
+                    "Invalid number of keys (%d)\n",
+                    (int)keyCount);
         throw CIMInvalidParameterException(ClassName + " Expect four keys.");
     }
 
     // The keys decide: a request through the CIM superclass names the same
     // instance.
-    CIMObjectPath wanted(instanceReference.getHost(),
-        instanceReference.getNameSpace(), _instanceName.getClassName(),
-        instanceReference.getKeyBindings());
+    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
+                         _instanceName.getClassName(), instanceReference.getKeyBindings());
     if (!ZAR_Common::matchObjectPath(wanted, _instanceName))
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
 
     handler.processing();
-    handler.deliver(_buildInstance(includeQualifiers, includeClassOrigin,
-        propertyList));
+    handler.deliver(_buildInstance(includeQualifiers, includeClassOrigin, propertyList));
     handler.complete();
     log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::getInstance()\n");
 }
 
 void ZAR_ControllerConfigurationServiceProvider::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& classReference,
+    const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "--> ZAR_ControllerConfigurationServiceProvider::"
+                "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
-    CIMInstance instance =
-        _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
+                (const char*)classReference.getClassName().getString().getCString());
+    CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     handler.deliver(instance);
     handler.complete();
-    log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "<-- ZAR_ControllerConfigurationServiceProvider::"
+                "enumerateInstances() \n");
 }
 
 void ZAR_ControllerConfigurationServiceProvider::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
+    const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::"
-        "enumerateInstanceNames()\n");
+    log_message(4,
+                "--> ZAR_ControllerConfigurationServiceProvider::"
+                "enumerateInstanceNames()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
+                (const char*)classReference.getClassName().getString().getCString());
     handler.processing();
     handler.deliver(_instanceName);
     handler.complete();
-    log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::"
-        "enumerateInstanceNames()\n");
+    log_message(4,
+                "<-- ZAR_ControllerConfigurationServiceProvider::"
+                "enumerateInstanceNames()\n");
 }
 
-void ZAR_ControllerConfigurationServiceProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    const Boolean, const CIMPropertyList&, ResponseHandler&)
+void ZAR_ControllerConfigurationServiceProvider::modifyInstance(const OperationContext&,
+                                                                const CIMObjectPath&,
+                                                                const CIMInstance&, const Boolean,
+                                                                const CIMPropertyList&,
+                                                                ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
 }
 
-void ZAR_ControllerConfigurationServiceProvider::createInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    ObjectPathResponseHandler&)
+void ZAR_ControllerConfigurationServiceProvider::createInstance(const OperationContext&,
+                                                                const CIMObjectPath&,
+                                                                const CIMInstance&,
+                                                                ObjectPathResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support createInstance.");
 }
 
-void ZAR_ControllerConfigurationServiceProvider::deleteInstance(
-    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+void ZAR_ControllerConfigurationServiceProvider::deleteInstance(const OperationContext&,
+                                                                const CIMObjectPath&,
+                                                                ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 void ZAR_ControllerConfigurationServiceProvider::invokeMethod(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& methodName,
-    const Array<CIMParamValue>& inParameters,
-    MethodResultResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& methodName,
+    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
 {
     CString methodText = methodName.getString().getCString();
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::invokeMethod(), "
-        "methodName = %s \n", (const char*)methodText);
+    log_message(4,
+                "--> ZAR_ControllerConfigurationServiceProvider::invokeMethod(), "
+                "methodName = %s \n",
+                (const char*)methodText);
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
 
     // Who does what, for the array's audit log.
@@ -253,63 +243,53 @@ void ZAR_ControllerConfigurationServiceProvider::invokeMethod(
     String className = objectName.getClassName().getString();
     api_evtparam_t event;
     memset(&event, 0, sizeof(event));
-    ZAR_Common::setEventParam(&event, (const char*)className.getCString(),
-        (const char*)methodText, "", (const char*)user.getCString(),
-        (const char*)address.getCString());
+    ZAR_Common::setEventParam(&event, (const char*)className.getCString(), (const char*)methodText,
+                              "", (const char*)user.getCString(),
+                              (const char*)address.getCString());
 
     if (!ZAR_Common::matchObjectPath(objectName, _instanceName))
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
 
-    static const struct
-    {
+    static const struct {
         const char* name;
         Handler handler;
     } methods[] = {
         {"ExposePaths", &ZAR_ControllerConfigurationServiceProvider::_exposePaths},
         {"HidePaths", &ZAR_ControllerConfigurationServiceProvider::_hidePaths},
-        {"ExposeDefaultLUs",
-            &ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs},
-        {"HideDefaultLUs",
-            &ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs},
+        {"ExposeDefaultLUs", &ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs},
+        {"HideDefaultLUs", &ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs},
         {"ExposeLUsToStorageHardwareIDCollection",
-            &ZAR_ControllerConfigurationServiceProvider::
-                _exposeLUsToStorageHardwareIDCollection},
+         &ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCollection},
         {"HideLUsFromStorageHardwareIDCollection",
-            &ZAR_ControllerConfigurationServiceProvider::
-                _hideLUsFromStorageHardwareIDCollection},
+         &ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCollection},
         {"DeleteProtocolController",
-            &ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController},
+         &ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController},
     };
 
     Handler chosen = 0;
-    for (size_t i = 0; i < sizeof(methods) / sizeof(methods[0]); i++)
-    {
-        if (methodName.equal(CIMName(methods[i].name)))
-        {
+    for (size_t i = 0; i < sizeof(methods) / sizeof(methods[0]); i++) {
+        if (methodName.equal(CIMName(methods[i].name))) {
             chosen = methods[i].handler;
             break;
         }
     }
-    if (chosen == 0)
-    {
+    if (chosen == 0) {
         log_message(4, " method %s not supported\n", (const char*)methodText);
-        throw CIMNotSupportedException(
-            ClassName + " does not support method " + methodName.getString());
+        throw CIMNotSupportedException(ClassName + " does not support method " +
+                                       methodName.getString());
     }
 
     // The right to this particular method, by the array's table of rights.
-    ZAR_Common::checkOperationAccess(context, objectName.getClassName(),
-        methodName.getString(), __FILE__, __LINE__);
+    ZAR_Common::checkOperationAccess(context, objectName.getClassName(), methodName.getString(),
+                                     __FILE__, __LINE__);
 
     (this->*chosen)(&event, context, inParameters, handler);
     log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::invokeMethod()\n");
 }
 
-String ZAR_ControllerConfigurationServiceProvider::generateHostName(
-    String& id, bool isWWN)
+String ZAR_ControllerConfigurationServiceProvider::generateHostName(String& id, bool isWWN)
 {
-    if (isWWN)
-    {
+    if (isWWN) {
         String name("host-");
         name.append(id);
         if (name.size() > MAX_HOST_NAME)

@@ -41,14 +41,12 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace CCSUtil
-{
+namespace CCSUtil {
 struct MethodResult;
 }
 
-class ZAR_ControllerConfigurationServiceProvider
-    : public CIMInstanceProvider, public CIMMethodProvider
-{
+class ZAR_ControllerConfigurationServiceProvider : public CIMInstanceProvider,
+                                                   public CIMMethodProvider {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_ControllerConfigurationServiceProvider();
@@ -67,68 +65,54 @@ public:
 
     // The service instance for a path of class ZAR_ or
     // CIM_ControllerConfigurationService with its four keys.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
     // The one service instance.
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
     // The service's path.
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
     // Checks the user, the target path (it must be the service), the
     // method name (case ignored) and the user's right to that method, then
     // runs the method's handler, which delivers everything itself.
-    virtual void invokeMethod(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
+    virtual void invokeMethod(const OperationContext& context, const CIMObjectPath& objectName,
+                              const CIMName& methodName, const Array<CIMParamValue>& inParameters,
+                              MethodResultResponseHandler& handler);
 
     // A name for a new host of initiator id: "host-" and the WWN, cut to
     // 31 characters, or "iSCSIHost-" and 21 random characters.
     String generateHostName(String& id, bool isWWN);
 
 private:
-    CIMInstance _buildInstance(Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+    CIMInstance _buildInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
+                               const CIMPropertyList& propertyList);
 
     // Fills _name and _instanceName.
     void _buildInstanceName();
@@ -140,49 +124,44 @@ private:
     // Method handlers: each reads its parameters, changes the array and
     // reports as the result convention above says.
     void _exposePaths(api_evtparam_t* event, const OperationContext& context,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
+                      const Array<CIMParamValue>& inParameters,
+                      MethodResultResponseHandler& handler);
     void _hidePaths(api_evtparam_t* event, const OperationContext& context,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
-    void _exposeDefaultLUs(api_evtparam_t* event,
-        const OperationContext& context,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
+                    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler);
+    void _exposeDefaultLUs(api_evtparam_t* event, const OperationContext& context,
+                           const Array<CIMParamValue>& inParameters,
+                           MethodResultResponseHandler& handler);
     void _hideDefaultLUs(api_evtparam_t* event, const OperationContext& context,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
+                         const Array<CIMParamValue>& inParameters,
+                         MethodResultResponseHandler& handler);
     void _exposeLUsToStorageHardwareIDCollection(api_evtparam_t* event,
-        const OperationContext& context,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
+                                                 const OperationContext& context,
+                                                 const Array<CIMParamValue>& inParameters,
+                                                 MethodResultResponseHandler& handler);
     void _hideLUsFromStorageHardwareIDCollection(api_evtparam_t* event,
-        const OperationContext& context,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
-    void _deleteProtocolController(api_evtparam_t* event,
-        const OperationContext& context,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler);
+                                                 const OperationContext& context,
+                                                 const Array<CIMParamValue>& inParameters,
+                                                 MethodResultResponseHandler& handler);
+    void _deleteProtocolController(api_evtparam_t* event, const OperationContext& context,
+                                   const Array<CIMParamValue>& inParameters,
+                                   MethodResultResponseHandler& handler);
 
     // A new view for LUs: one host for all initiators, created when none
     // of them has one yet, or one host per initiator; then one VLUN per LU
     // and target port. Appends descriptions and, when views were found,
     // the ProtocolControllers out-parameter; returns the method status.
-    Uint32 _createNewViewMultHWID(api_evtparam_t* event,
-        Array<String>& initiatorIDs, Uint32 hardwareIDCount,
-        api_hardwareID* hostPaths, Uint32 hostPathCount,
-        Array<String>& luNames, Array<String>& deviceNumbers,
-        Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
-        Boolean override, Array<CIMParamValue>& outParams,
-        Array<String>& descriptions);
-    Uint32 _createNewViewOneHWID(api_evtparam_t* event,
-        Array<String>& initiatorIDs, Uint32 hardwareIDCount,
-        api_hardwareID* hostPaths, Uint32 hostPathCount,
-        Array<String>& luNames, Array<String>& deviceNumbers,
-        Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
-        Boolean override, Array<CIMParamValue>& outParams,
-        Array<String>& descriptions);
+    Uint32 _createNewViewMultHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
+                                  Uint32 hardwareIDCount, api_hardwareID* hostPaths,
+                                  Uint32 hostPathCount, Array<String>& luNames,
+                                  Array<String>& deviceNumbers, Array<String>& targetPortIDs,
+                                  const char* domain, Boolean noVCN, Boolean override,
+                                  Array<CIMParamValue>& outParams, Array<String>& descriptions);
+    Uint32 _createNewViewOneHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
+                                 Uint32 hardwareIDCount, api_hardwareID* hostPaths,
+                                 Uint32 hostPathCount, Array<String>& luNames,
+                                 Array<String>& deviceNumbers, Array<String>& targetPortIDs,
+                                 const char* domain, Boolean noVCN, Boolean override,
+                                 Array<CIMParamValue>& outParams, Array<String>& descriptions);
 
     // The LU and target-port loop of a new view: one VLUN per LU and port
     // (one pass without a port when none is given), addressed to hostName,
@@ -190,19 +169,19 @@ private:
     // views found are added to views. Target ports of another kind than
     // entryType (a port_type_t; unknown: any) are passed over. Returns true
     // when the method is to end at once (a target port that is no port).
-    Boolean _exposeLUsOnPorts(api_evtparam_t* event, const String& hostName,
-        Uint64 initiatorWWN, const String& initiatorISCSIName, int entryType,
-        const Array<String>& initiatorIDs, Uint32 hardwareIDCount,
-        Array<String>& luNames, Array<String>& deviceNumbers,
-        Array<String>& targetPortIDs, Boolean noVCN, Boolean override,
-        Array<CIMObjectPath>& views, Boolean& attempted,
-        CCSUtil::MethodResult& result);
+    Boolean _exposeLUsOnPorts(api_evtparam_t* event, const String& hostName, Uint64 initiatorWWN,
+                              const String& initiatorISCSIName, int entryType,
+                              const Array<String>& initiatorIDs, Uint32 hardwareIDCount,
+                              Array<String>& luNames, Array<String>& deviceNumbers,
+                              Array<String>& targetPortIDs, Boolean noVCN, Boolean override,
+                              Array<CIMObjectPath>& views, Boolean& attempted,
+                              CCSUtil::MethodResult& result);
 
     // The paths of the views that export volume volumeWWN under lun to
     // hostName ("" for port-present exports) through portLPID (0xFFFC:
     // any port). Empty when the array cannot be asked.
-    Array<CIMObjectPath> _getAffectedSPCPaths(String& hostName,
-        unsigned int lun, String& volumeWWN, unsigned short portLPID);
+    Array<CIMObjectPath> _getAffectedSPCPaths(String& hostName, unsigned int lun, String& volumeWWN,
+                                              unsigned short portLPID);
 
     // The position of the array's own iSCSI target port named iscsiName;
     // 0xFFFC for a name that is not one of the array's, 0xFFF6 for the
@@ -212,9 +191,9 @@ private:
     // Moves the initiators into the host of a view (of type vlunType, on
     // port portID), taking them from other hosts first. Appends
     // descriptions; returns the method status.
-    Uint32 _addInitIDsToView(api_evtparam_t* event,
-        Array<String>& initiatorIDs, Uint32 vlunType, Uint16 portID,
-        Boolean override, String& hostName, Array<String>& descriptions);
+    Uint32 _addInitIDsToView(api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 vlunType,
+                             Uint16 portID, Boolean override, String& hostName,
+                             Array<String>& descriptions);
 
     CIMOMHandle _cimom;
     String _systemName;

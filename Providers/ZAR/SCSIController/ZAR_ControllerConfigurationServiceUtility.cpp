@@ -19,19 +19,15 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace CCSUtil
-{
+namespace CCSUtil {
 
 const char ZAR_NAMESPACE[] = "root/zar";
 
-void finish(MethodResult& result, MethodResultResponseHandler& handler,
-    const char* exitTrace)
+void finish(MethodResult& result, MethodResultResponseHandler& handler, const char* exitTrace)
 {
-    if (result.status != 0)
-    {
+    if (result.status != 0) {
         String joined;
-        for (Uint32 i = 0; i < result.descriptions.size(); i++)
-        {
+        for (Uint32 i = 0; i < result.descriptions.size(); i++) {
             if (i != 0)
                 joined.append("; ");
             joined.append(result.descriptions[i]);
@@ -39,8 +35,7 @@ void finish(MethodResult& result, MethodResultResponseHandler& handler,
         throw CIMException((CIMStatusCode)result.status, joined);
     }
 
-    result.outParams.append(CIMParamValue("ResultDescriptions",
-        CIMValue(result.descriptions)));
+    result.outParams.append(CIMParamValue("ResultDescriptions", CIMValue(result.descriptions)));
     handler.processing();
     for (Uint32 i = 0; i < result.outParams.size(); i++)
         handler.deliverParamValue(result.outParams[i]);
@@ -54,15 +49,13 @@ void finish(MethodResult& result, MethodResultResponseHandler& handler,
         log_message(4, "%s", exitTrace);
 }
 
-namespace
-{
+namespace {
 
 Boolean _isAllowed(const String& name, const char* const* allowed)
 {
     if (String::equalNoCase(name, "Job"))
         return true;
-    for (; *allowed; allowed++)
-    {
+    for (; *allowed; allowed++) {
         if (String::equalNoCase(name, *allowed))
             return true;
     }
@@ -95,8 +88,7 @@ void _read(const String& name, const CIMValue& value, Params& params)
         value.get(params.noVCN);
     else if (String::equalNoCase(name, "DeleteUnits"))
         value.get(params.deleteUnits);
-    else if (String::equalNoCase(name, "ProtocolController"))
-    {
+    else if (String::equalNoCase(name, "ProtocolController")) {
         value.get(params.protocolController);
         params.haveProtocolController = true;
     }
@@ -104,32 +96,25 @@ void _read(const String& name, const CIMValue& value, Params& params)
 
 }  // namespace
 
-Boolean readParams(const Array<CIMParamValue>& inParameters,
-    const char* const* allowed, Boolean skipNullFirst, Params& params,
-    MethodResult& result)
+Boolean readParams(const Array<CIMParamValue>& inParameters, const char* const* allowed,
+                   Boolean skipNullFirst, Params& params, MethodResult& result)
 {
-    for (Uint32 i = 0; i < inParameters.size(); i++)
-    {
+    for (Uint32 i = 0; i < inParameters.size(); i++) {
         String name = inParameters[i].getParameterName();
         CIMValue value = inParameters[i].getValue();
         log_message(4, "Param %s\n", (const char*)name.getCString());
         if (skipNullFirst && value.isNull())
             continue;
-        if (!_isAllowed(name, allowed))
-        {
+        if (!_isAllowed(name, allowed)) {
             result.fail(5, "Invalid parameter: " + name);
             return false;
         }
         if (value.isNull() || String::equalNoCase(name, "Job"))
             continue;
-        try
-        {
+        try {
             _read(name, value, params);
-        }
-        catch (Exception&)
-        {
-            log_message(3, "Parameter %s is of the wrong type\n",
-                (const char*)name.getCString());
+        } catch (Exception&) {
+            log_message(3, "Parameter %s is of the wrong type\n", (const char*)name.getCString());
             result.fail(5, "Invalid parameter: " + name);
             return false;
         }
@@ -200,8 +185,7 @@ Boolean wwnToInt(const String& text, Uint64& high, Uint64& low)
 
 Uint16 lpidFromWWNBits(Uint64 wwn)
 {
-    return (Uint16)(((wwn >> 56) & 7) * 128 + ((wwn >> 52) & 7) * 8 +
-        ((wwn >> 48) & 7));
+    return (Uint16)(((wwn >> 56) & 7) * 128 + ((wwn >> 52) & 7) * 8 + ((wwn >> 48) & 7));
 }
 
 void copyText(char* buffer, const String& text, size_t max)
@@ -219,8 +203,7 @@ String fieldText(const char* field, size_t size)
 
 void appendUnique(Array<CIMObjectPath>& paths, const CIMObjectPath& path)
 {
-    for (Uint32 i = 0; i < paths.size(); i++)
-    {
+    for (Uint32 i = 0; i < paths.size(); i++) {
         if (paths[i] == path)
             return;
     }
@@ -230,70 +213,60 @@ void appendUnique(Array<CIMObjectPath>& paths, const CIMObjectPath& path)
 Boolean viewKeysOfThisArray(const CIMObjectPath& view, const String& systemName)
 {
     CIMName cls = view.getClassName();
-    if (!cls.equal(CIMName("ZAR_SCSIController")) &&
-        !cls.equal(CIMName("ZAR_iSCSIController")))
+    if (!cls.equal(CIMName("ZAR_SCSIController")) && !cls.equal(CIMName("ZAR_iSCSIController")))
         return true;
     // Named as getInstance of the same path would find it: a view of
     // another system is not one of ours, whatever its DeviceID says.
-    return String::equal(ZAR_Common::getStringProperty(view,
-               "SystemCreationClassName"), "ZAR_StorageSystem") &&
-        String::equal(ZAR_Common::getStringProperty(view, "SystemName"),
-            systemName) &&
-        String::equalNoCase(ZAR_Common::getStringProperty(view,
-            "CreationClassName"), cls.getString());
+    return String::equal(ZAR_Common::getStringProperty(view, "SystemCreationClassName"),
+                         "ZAR_StorageSystem") &&
+           String::equal(ZAR_Common::getStringProperty(view, "SystemName"), systemName) &&
+           String::equalNoCase(ZAR_Common::getStringProperty(view, "CreationClassName"),
+                               cls.getString());
 }
 
-Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName,
-    Uint32 vlunType, Uint16 port, Boolean emptyHostIsCriterion)
+Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName, Uint32 vlunType,
+                           Uint16 port, Boolean emptyHostIsCriterion)
 {
     memset(&query, 0, sizeof(query));
-    if (hostName.size() != 0 || emptyHostIsCriterion)
-    {
+    if (hostName.size() != 0 || emptyHostIsCriterion) {
         copyText(query.hostname, hostName, sizeof(query.hostname) - 1);
         query.hostnameIsSet = 1;
     }
-    if (vlunType != 0)
-    {
+    if (vlunType != 0) {
         query.vluntype = vlunType;
         query.vluntypeIsSet = 1;
     }
-    if (port != NO_PORT)
-    {
+    if (port != NO_PORT) {
         query.port = port;
         query.portIsSet = 1;
     }
     return underSemaphore([&]() { return api_getVLUNTemplates(&query); }) == 0;
 }
 
-Boolean checkDeviceAccesses(const Array<String>& luNames,
-    const Array<Uint16>& accesses, MethodResult& result)
+Boolean checkDeviceAccesses(const Array<String>& luNames, const Array<Uint16>& accesses,
+                            MethodResult& result)
 {
     zar_u64 cursor = 0;
-    do
-    {
+    do {
         api_vv_t* volumes = 0;
         zar_u32 count = 0;
-        if (underSemaphore([&]() {
-                return api_getVVs_chunk(&cursor, 200, NULL, &count, &volumes, 1);
-            }) != 0)
-        {
+        if (underSemaphore(
+                [&]() { return api_getVVs_chunk(&cursor, 200, NULL, &count, &volumes, 1); }) != 0) {
             if (volumes)
                 api_freeVVs(volumes);
             return true;
         }
-        for (Uint32 i = 0; i < luNames.size() && i < accesses.size(); i++)
-        {
-            for (zar_u32 k = 0; k < count; k++)
-            {
+        for (Uint32 i = 0; i < luNames.size() && i < accesses.size(); i++) {
+            for (zar_u32 k = 0; k < count; k++) {
                 const api_vv_t& v = volumes[k];
                 if (!String::equalNoCase(fieldText(v.name, sizeof(v.name)), luNames[i]))
                     continue;
                 if ((v.access == VOL_MODE_READWRITE && accesses[i] != 2) ||
-                    (v.access == VOL_MODE_READ && accesses[i] != 3))
-                {
-                    result.fail(4099, "LU=" + luNames[i] + ": " +
-                        "DeviceAccess is not supported for the volume" + ", name = " +
-                        fieldText(v.elementName, sizeof(v.elementName)));
+                    (v.access == VOL_MODE_READ && accesses[i] != 3)) {
+                    result.fail(4099,
+                                "LU=" + luNames[i] + ": " +
+                                    "DeviceAccess is not supported for the volume" +
+                                    ", name = " + fieldText(v.elementName, sizeof(v.elementName)));
                     api_freeVVs(volumes);
                     return false;
                 }
@@ -308,70 +281,59 @@ Boolean checkDeviceAccesses(const Array<String>& luNames,
 }  // namespace CCSUtil
 
 Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPCPaths(
-    String& hostName, unsigned int lun, String& volumeWWN,
-    unsigned short portLPID)
+    String& hostName, unsigned int lun, String& volumeWWN, unsigned short portLPID)
 {
     Array<CIMObjectPath> paths;
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));
-    if (hostName.size() != 0)
-    {
+    if (hostName.size() != 0) {
         CCSUtil::copyText(query.hostname, hostName, sizeof(query.hostname) - 1);
         query.hostnameIsSet = 1;
     }
-    if (lun != CCSUtil::LUN_NOT_GIVEN)
-    {
+    if (lun != CCSUtil::LUN_NOT_GIVEN) {
         query.lun = lun;
         query.lunIsSet = 1;
     }
-    if (portLPID != CCSUtil::NO_PORT)
-    {
+    if (portLPID != CCSUtil::NO_PORT) {
         query.port = portLPID;
         query.portIsSet = 1;
     }
-    if (CCSUtil::underSemaphore(
-            [&]() { return api_getSCSIProtocolControllers(&query); }) != 0)
-    {
+    if (CCSUtil::underSemaphore([&]() { return api_getSCSIProtocolControllers(&query); }) != 0) {
         // The change itself has succeeded: the caller reports what it has.
         api_freeVLUNs(&query);
         return paths;
     }
 
-    try
-    {
+    try {
         ZAR_SCSIControllerProvider fcViews;
-        for (zar_u32 i = 0; i < query.count; i++)
-        {
+        for (zar_u32 i = 0; i < query.count; i++) {
             const vlun& record = query.vluns[i];
             if (record.lun != lun)
                 continue;
-            if (!String::equalNoCase(
-                    CCSUtil::fieldText(record.vvwwn, sizeof(record.vvwwn)), volumeWWN))
+            if (!String::equalNoCase(CCSUtil::fieldText(record.vvwwn, sizeof(record.vvwwn)),
+                                     volumeWWN))
                 continue;
-            if (!String::equal(
-                    CCSUtil::fieldText(record.hostname, sizeof(record.hostname)), hostName))
+            if (!String::equal(CCSUtil::fieldText(record.hostname, sizeof(record.hostname)),
+                               hostName))
                 continue;
             if (portLPID != CCSUtil::NO_PORT && record.port != portLPID)
                 continue;
             String deviceID = CCSUtil::fieldText(record.deviceID, sizeof(record.deviceID));
-            if (record.hporttype == PORT_TYPE_FC)
-            {
-                paths.append(fcViews.buildObjectPath("ZAR_StorageSystem",
-                    _systemAddress, _systemName, deviceID));
-            }
-            else if (record.hporttype == PORT_TYPE_ISCSI)
-            {
+            if (record.hporttype == PORT_TYPE_FC) {
+                paths.append(fcViews.buildObjectPath("ZAR_StorageSystem", _systemAddress,
+                                                     _systemName, deviceID));
+            } else if (record.hporttype == PORT_TYPE_ISCSI) {
                 paths.append(ZAR_iSCSIControllerProvider::buildObjectPath(
                     "ZAR_StorageSystem", _systemAddress, deviceID, _systemName));
             }
         }
-    }
-    catch (...)
-    {
+    } catch (...) {
         api_freeVLUNs(&query);
-        log_message(2, "<--ZAR_ControllerConfigurationServiceProvider::"
-            "_getAffectedSPCPaths: exception thrown while building instances, "
-            "# of instances assembled so far = %u\n", (unsigned)paths.size());
+        log_message(2,
+                    "<--ZAR_ControllerConfigurationServiceProvider::"
+                    "_getAffectedSPCPaths: exception thrown while building instances, "
+                    "# of instances assembled so far = %u\n",
+                    (unsigned)paths.size());
         throw;
     }
     api_freeVLUNs(&query);

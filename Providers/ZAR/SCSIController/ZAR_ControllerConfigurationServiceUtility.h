@@ -15,8 +15,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace CCSUtil
-{
+namespace CCSUtil {
 
 // No port given (also "any port").
 const Uint16 NO_PORT = 0xFFFC;
@@ -32,8 +31,7 @@ extern const char ZAR_NAMESPACE[];
 
 // What a handler has gathered: the overall status, the descriptions in
 // order and the out-parameters prepared so far.
-struct MethodResult
-{
+struct MethodResult {
     MethodResult() : status(0) {}
     Uint32 status;
     Array<String> descriptions;
@@ -51,18 +49,12 @@ struct MethodResult
 // descriptions joined by "; "); 0 appends ResultDescriptions after the
 // other out-parameters, delivers them and the return value 0, completes
 // and logs the outcome. exitTrace (may be null) is logged last at level 4.
-void finish(MethodResult& result, MethodResultResponseHandler& handler,
-    const char* exitTrace);
+void finish(MethodResult& result, MethodResultResponseHandler& handler, const char* exitTrace);
 
 // The in-parameters of one method, read by name (case ignored) as the
 // method's table allows.
-struct Params
-{
-    Params()
-        : haveProtocolController(false), override(false), noVCN(false),
-          deleteUnits(false)
-    {
-    }
+struct Params {
+    Params() : haveProtocolController(false), override(false), noVCN(false), deleteUnits(false) {}
     Array<String> luNames;
     Array<String> initiatorPortIDs;
     Array<String> targetPortIDs;
@@ -84,9 +76,8 @@ struct Params
 // value is null is passed over before its name is looked at. An unknown
 // name, or a value of another type, adds "Invalid parameter: <name>" with
 // status 5 and returns false.
-Boolean readParams(const Array<CIMParamValue>& inParameters,
-    const char* const* allowed, Boolean skipNullFirst, Params& params,
-    MethodResult& result);
+Boolean readParams(const Array<CIMParamValue>& inParameters, const char* const* allowed,
+                   Boolean skipNullFirst, Params& params, MethodResult& result);
 
 // Runs call() between cim_sem_wait and cim_sem_post. A wait that times out
 // skips call() and returns the wait's non-zero result (the semaphore is not
@@ -149,16 +140,16 @@ Boolean viewKeysOfThisArray(const CIMObjectPath& view, const String& systemName)
 // removal handlers query them; false when the array query failed. An empty
 // host name is a criterion (the host of a port-present export) only when
 // emptyHostIsCriterion is set, else no host criterion is given.
-Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName,
-    Uint32 vlunType, Uint16 port, Boolean emptyHostIsCriterion = false);
+Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName, Uint32 vlunType,
+                           Uint16 port, Boolean emptyHostIsCriterion = false);
 
 // The requested access of each LU against its volume, read from the array
 // in chunks of 200: a read-write volume takes only 2, a read-only one only
 // 3. A refusal adds "LU=<name>: DeviceAccess is not supported for the
 // volume, name = <element name>" with status 4099 and returns false. A
 // failed query ends the check silently.
-Boolean checkDeviceAccesses(const Array<String>& luNames,
-    const Array<Uint16>& accesses, MethodResult& result);
+Boolean checkDeviceAccesses(const Array<String>& luNames, const Array<Uint16>& accesses,
+                            MethodResult& result);
 
 }  // namespace CCSUtil
 

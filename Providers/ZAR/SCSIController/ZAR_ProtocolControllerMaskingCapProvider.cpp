@@ -11,8 +11,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 static const String ClassName = "ZAR_ProtocolControllerMaskingCapabilities";
 
-namespace
-{
+namespace {
 
 const char CAP_CLASS[] = "ZAR_ProtocolControllerMaskingCapabilities";
 const char CIM_CAP_CLASS[] = "CIM_ProtocolControllerMaskingCapabilities";
@@ -29,8 +28,7 @@ ZAR_ProtocolControllerMaskingCapabilitiesProvider::
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
     ZAR_ProtocolControllerMaskingCapabilitiesProvider(const CIMObjectPath&)
 {
-    throw CIMNotSupportedException(
-        ClassName + " does not support constructor with object path.");
+    throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
 
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
@@ -42,15 +40,16 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::initialize(CIMOMHandle& 
 {
     log_message(4, "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::initialize\n");
     _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0)
-    {
-        log_message(2, "ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-            "initialize(): api_zarOpenForCimserver failed\n");
+    if (api_zarOpenForCimserver(NULL) != 0) {
+        log_message(2,
+                    "ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                    "initialize(): api_zarOpenForCimserver failed\n");
     }
     _systemAddress = ZAR_Common::getSystemHostName(_cimom);
     _buildInstanceName();
-    log_message(4, "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "initialize(cimom)\n");
+    log_message(4,
+                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "initialize(cimom)\n");
 }
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::terminate()
@@ -60,33 +59,34 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::terminate()
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstanceName()
 {
-    log_message(4, "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "_buildInstanceName()\n");
+    log_message(4,
+                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "_buildInstanceName()\n");
     CIMObjectPath systemPath = ZAR_Common::getSystemObjectPath(_cimom);
-    CIMValue name = _cimom.getProperty(OperationContext(),
-        CIMNamespaceName(ZAR_NAMESPACE), systemPath, CIMName("Name"));
+    CIMValue name = _cimom.getProperty(OperationContext(), CIMNamespaceName(ZAR_NAMESPACE),
+                                       systemPath, CIMName("Name"));
     _systemName.clear();
     if (!name.isNull())
         name.get(_systemName);
     _instanceID = String(VENDOR) + ":" + _systemName;
 
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("InstanceID"), _instanceID,
-        CIMKeyBinding::STRING));
-    _instanceName = CIMObjectPath(_systemAddress,
-        CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS), keys);
-    log_message(4, "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "_buildInstanceName()\n");
+    keys.append(CIMKeyBinding(CIMName("InstanceID"), _instanceID, CIMKeyBinding::STRING));
+    _instanceName =
+        CIMObjectPath(_systemAddress, CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS), keys);
+    log_message(4,
+                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "_buildInstanceName()\n");
 }
 
 CIMInstance ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance(
-    bool includeQualifiers, bool includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    bool includeQualifiers, bool includeClassOrigin, const CIMPropertyList& propertyList)
 {
-    log_message(4, "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "_buildInstance()\n");
-    CIMClass cls = ZAR_Common::getStoredCIMClass(_cimom, OperationContext(),
-        CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS), false,
+    log_message(4,
+                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "_buildInstance()\n");
+    CIMClass cls = ZAR_Common::getStoredCIMClass(
+        _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS), false,
         includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
 
@@ -96,159 +96,145 @@ CIMInstance ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance(
     hardwareIdTypes.append(5);  // iSCSI Name
     Array<String> otherHardwareIdTypes;
     otherHardwareIdTypes.append("Null StorageID");
-    Boolean oneHardwareIDPerView =
-        (ZAR_Common::getPolicy() & API_POLICY_ONE_HOST_PER_HWID) != 0;
+    Boolean oneHardwareIDPerView = (ZAR_Common::getPolicy() & API_POLICY_ONE_HOST_PER_HWID) != 0;
 
-    ZAR_Common::setPropertyValue(instance, "Description",
+    ZAR_Common::setPropertyValue(
+        instance, "Description",
         String("Protocol Controller Masking Capabilities for ") + _systemName);
     ZAR_Common::setPropertyValue(instance, "ElementName",
-        String(VENDOR) + " Protocol Controller Masking Capabilities");
+                                 String(VENDOR) + " Protocol Controller Masking Capabilities");
     ZAR_Common::setPropertyValue(instance, "InstanceID", _instanceID);
     ZAR_Common::setPropertyValue(instance, "ValidHardwareIdTypes", hardwareIdTypes);
-    ZAR_Common::setPropertyValue(
-        instance, "OtherValidHardwareIDTypes", otherHardwareIdTypes);
+    ZAR_Common::setPropertyValue(instance, "OtherValidHardwareIDTypes", otherHardwareIdTypes);
     ZAR_Common::setPropertyValue(instance, "PortsPerView", Uint16(4));
-    ZAR_Common::setPropertyValue(
-        instance, "ClientSelectableDeviceNumbers", Boolean(true));
+    ZAR_Common::setPropertyValue(instance, "ClientSelectableDeviceNumbers", Boolean(true));
     ZAR_Common::setPropertyValue(instance, "AttachDeviceSupported", Boolean(false));
-    ZAR_Common::setPropertyValue(
-        instance, "OneHardwareIDPerView", oneHardwareIDPerView);
-    ZAR_Common::setPropertyValue(
-        instance, "UniqueUnitNumbersPerPort", Boolean(false));
-    ZAR_Common::setPropertyValue(
-        instance, "PrivilegeDeniedSupported", Boolean(false));
-    ZAR_Common::setPropertyValue(instance,
-        "ProtocolControllerRequiresAuthorizedIdentity", Boolean(false));
-    ZAR_Common::setPropertyValue(
-        instance, "ProtocolControllerSupportsCollections", Boolean(true));
+    ZAR_Common::setPropertyValue(instance, "OneHardwareIDPerView", oneHardwareIDPerView);
+    ZAR_Common::setPropertyValue(instance, "UniqueUnitNumbersPerPort", Boolean(false));
+    ZAR_Common::setPropertyValue(instance, "PrivilegeDeniedSupported", Boolean(false));
+    ZAR_Common::setPropertyValue(instance, "ProtocolControllerRequiresAuthorizedIdentity",
+                                 Boolean(false));
+    ZAR_Common::setPropertyValue(instance, "ProtocolControllerSupportsCollections", Boolean(true));
     ZAR_Common::setPropertyValue(instance, "ExposePathsSupported", Boolean(true));
-    ZAR_Common::setPropertyValue(
-        instance, "CreateProtocolControllerSupported", Boolean(false));
+    ZAR_Common::setPropertyValue(instance, "CreateProtocolControllerSupported", Boolean(false));
     ZAR_Common::setPropertyValue(instance, "MaximumMapCount", Uint16(0));
     ZAR_Common::setPropertyValue(instance, "SPCAllowsNoLUs", Boolean(false));
     ZAR_Common::setPropertyValue(instance, "SPCAllowsNoTargets", Boolean(true));
     ZAR_Common::setPropertyValue(instance, "SPCAllowsNoInitiators", Boolean(true));
-    ZAR_Common::setPropertyValue(
-        instance, "SPCSupportsDefaultViews", Boolean(false));
-    ZAR_Common::setPropertyValue(
-        instance, "RequiresHostNodePortRegistration", Boolean(true));
+    ZAR_Common::setPropertyValue(instance, "SPCSupportsDefaultViews", Boolean(false));
+    ZAR_Common::setPropertyValue(instance, "RequiresHostNodePortRegistration", Boolean(true));
 
     instance.setPath(_instanceName);
-    log_message(4, "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "_buildInstances()\n");
+    log_message(4,
+                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "_buildInstances()\n");
     return instance;
 }
 
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::_checkClassName(
-    const CIMName& className)
+void ZAR_ProtocolControllerMaskingCapabilitiesProvider::_checkClassName(const CIMName& className)
 {
-    if (!className.equal(CIMName(CIM_CAP_CLASS)) &&
-        !className.equal(CIMName(CAP_CLASS)))
-    {
-        throw CIMNotSupportedException(
-            ClassName + " Invalid class name" + className.getString());
+    if (!className.equal(CIMName(CIM_CAP_CLASS)) && !className.equal(CIMName(CAP_CLASS))) {
+        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
     }
 }
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& instanceReference,
+    const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "getInstance() \n");
+    log_message(4,
+                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "getInstance() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName());
 
     Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 1)
-    {
-        log_message(2, "ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-            "getInstance(): Invalid number of keys (%d)\n", (int)keyCount);
+    if (keyCount != 1) {
+        log_message(2,
+                    "ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                    "getInstance(): Invalid number of keys (%d)\n",
+                    (int)keyCount);
         throw CIMInvalidParameterException(ClassName + " Expect only one key.");
     }
 
     // Only the key decides: a request through the CIM superclass names the
     // same instance.
-    CIMObjectPath wanted(instanceReference.getHost(),
-        instanceReference.getNameSpace(), _instanceName.getClassName(),
-        instanceReference.getKeyBindings());
-    if (!ZAR_Common::matchObjectPath(wanted, _instanceName))
-    {
+    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
+                         _instanceName.getClassName(), instanceReference.getKeyBindings());
+    if (!ZAR_Common::matchObjectPath(wanted, _instanceName)) {
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
     }
 
-    CIMInstance instance =
-        _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
+    CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     handler.deliver(instance);
     handler.complete();
-    log_message(4, "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "getInstance()\n");
+    log_message(4,
+                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "getInstance()\n");
 }
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& classReference,
+    const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
+                (const char*)classReference.getClassName().getString().getCString());
 
-    CIMInstance instance =
-        _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
+    CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     handler.deliver(instance);
     handler.complete();
-    log_message(4, "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "enumerateInstances() \n");
 }
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
+    const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "enumerateInstanceNames()\n");
+    log_message(4,
+                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "enumerateInstanceNames()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
+                (const char*)classReference.getClassName().getString().getCString());
 
     handler.processing();
     handler.deliver(_instanceName);
     handler.complete();
-    log_message(4, "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-        "enumerateInstanceNames()\n");
+    log_message(4,
+                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                "enumerateInstanceNames()\n");
 }
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    const Boolean, const CIMPropertyList&, ResponseHandler&)
+    const OperationContext&, const CIMObjectPath&, const CIMInstance&, const Boolean,
+    const CIMPropertyList&, ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
 }
 
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::createInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    ObjectPathResponseHandler&)
+void ZAR_ProtocolControllerMaskingCapabilitiesProvider::createInstance(const OperationContext&,
+                                                                       const CIMObjectPath&,
+                                                                       const CIMInstance&,
+                                                                       ObjectPathResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support createInstance.");
 }
 
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::deleteInstance(
-    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+void ZAR_ProtocolControllerMaskingCapabilitiesProvider::deleteInstance(const OperationContext&,
+                                                                       const CIMObjectPath&,
+                                                                       ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }

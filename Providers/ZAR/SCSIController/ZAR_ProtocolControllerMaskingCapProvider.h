@@ -16,8 +16,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ProtocolControllerMaskingCapabilitiesProvider : public CIMInstanceProvider
-{
+class ZAR_ProtocolControllerMaskingCapabilitiesProvider : public CIMInstanceProvider {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_ProtocolControllerMaskingCapabilitiesProvider();
@@ -36,48 +35,37 @@ public:
 
     // The instance, for a path of this class or of
     // CIM_ProtocolControllerMaskingCapabilities with its one key.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
 private:
     // Fills _systemName, _instanceID and _instanceName.
@@ -85,7 +73,7 @@ private:
 
     // The instance, built afresh from the stored class.
     CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
-        const CIMPropertyList& propertyList);
+                               const CIMPropertyList& propertyList);
 
     // Throws CIMNotSupportedException unless the class is this one or its
     // CIM superclass.

@@ -17,8 +17,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_SCSIControllerProvider : public CIMInstanceProvider
-{
+class ZAR_SCSIControllerProvider : public CIMInstanceProvider {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_SCSIControllerProvider();
@@ -38,59 +37,48 @@ public:
     // The view whose path matches instanceReference (hosts ignored), or
     // CIMObjectNotFoundException; CIMInvalidParameterException without a
     // DeviceID key.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
     // Every view, delivered chunk by chunk. Failures become
     // CIMOperationFailedException.
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
     // The path of every view.
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // Renames the host behind the view (ElementName only).
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
     // A view instance from an array record (for other modules).
-    CIMInstance buildInstance(String systemCreationClassName, CIMClass cls,
-        vlun* record, const String& systemName, const String& host);
+    CIMInstance buildInstance(String systemCreationClassName, CIMClass cls, vlun* record,
+                              const String& systemName, const String& host);
 
     // The path of a ZAR_SCSIController view.
-    CIMObjectPath buildObjectPath(String systemCreationClassName,
-        const String& host, const String& systemName, const String& deviceID);
+    CIMObjectPath buildObjectPath(String systemCreationClassName, const String& host,
+                                  const String& systemName, const String& deviceID);
 
 private:
     CIMOMHandle _cimom;

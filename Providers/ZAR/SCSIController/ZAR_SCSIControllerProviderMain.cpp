@@ -17,22 +17,17 @@ PEGASUS_USING_PEGASUS;
 
 // A new provider object for a known provider name, or 0. The server owns
 // the object and ends it through terminate().
-extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(
-    const String& providerName)
+extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(const String& providerName)
 {
     if (String::equalNoCase(providerName, "ZAR_SCSIControllerProvider"))
         return new ZAR_SCSIControllerProvider();
-    if (String::equalNoCase(
-            providerName, "ZAR_ControllerConfigurationServiceProvider"))
+    if (String::equalNoCase(providerName, "ZAR_ControllerConfigurationServiceProvider"))
         return new ZAR_ControllerConfigurationServiceProvider();
-    if (String::equalNoCase(
-            providerName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider"))
+    if (String::equalNoCase(providerName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider"))
         return new ZAR_ProtocolControllerMaskingCapabilitiesProvider();
-    if (String::equalNoCase(
-            providerName, "ZAR_SystemControllerMaskingCapabilitiesProvider"))
+    if (String::equalNoCase(providerName, "ZAR_SystemControllerMaskingCapabilitiesProvider"))
         return new ZAR_SystemControllerMaskingCapabilitiesProvider();
-    if (String::equalNoCase(
-            providerName, "ZAR_ConfigServicesForSCSIControllerProvider"))
+    if (String::equalNoCase(providerName, "ZAR_ConfigServicesForSCSIControllerProvider"))
         return new ZAR_ConfigServicesForSCSIControllerProvider();
     return 0;
 }

@@ -11,8 +11,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 static const String ClassName = "ZAR_SystemControllerMaskingCapabilitiesProvider";
 
-namespace
-{
+namespace {
 
 const char ZAR_NAMESPACE[] = "root/zar";
 const char ASSOC_CLASS[] = "ZAR_SystemControllerMaskingCapabilities";
@@ -29,8 +28,7 @@ Boolean _isClass(const CIMName& name, const char* className)
 
 Boolean _isOneOf(const CIMName& name, const char* const* classes)
 {
-    for (; *classes; classes++)
-    {
+    for (; *classes; classes++) {
         if (_isClass(name, *classes))
             return true;
     }
@@ -39,29 +37,29 @@ Boolean _isOneOf(const CIMName& name, const char* const* classes)
 
 }  // namespace
 
-ZAR_SystemControllerMaskingCapabilitiesProvider::
-    ZAR_SystemControllerMaskingCapabilitiesProvider()
+ZAR_SystemControllerMaskingCapabilitiesProvider::ZAR_SystemControllerMaskingCapabilitiesProvider()
 {
 }
 
-ZAR_SystemControllerMaskingCapabilitiesProvider::
-    ~ZAR_SystemControllerMaskingCapabilitiesProvider()
+ZAR_SystemControllerMaskingCapabilitiesProvider::~ZAR_SystemControllerMaskingCapabilitiesProvider()
 {
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::initialize(CIMOMHandle& cimom)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "initialize(cimom)\n");
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "initialize(cimom)\n");
     _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0)
-    {
-        log_message(2, "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-            "initialize(): api_zarOpenForCimserver failed\n");
+    if (api_zarOpenForCimserver(NULL) != 0) {
+        log_message(2,
+                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "initialize(): api_zarOpenForCimserver failed\n");
     }
     _buildAssociationInstanceName();
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "initialize(cimom)\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "initialize(cimom)\n");
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::terminate()
@@ -72,87 +70,89 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::terminate()
 void ZAR_SystemControllerMaskingCapabilitiesProvider::_buildAssociationInstanceName()
 {
     _systemObjectPath = ZAR_Common::getSystemObjectPath(_cimom);
-    Array<CIMObjectPath> caps = _cimom.enumerateInstanceNames(OperationContext(),
-        CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS));
+    Array<CIMObjectPath> caps = _cimom.enumerateInstanceNames(
+        OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS));
     _protContMaskCapPath = caps[0];
 
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName(ROLE_ELEMENT),
-        _systemObjectPath.toString(), CIMKeyBinding::REFERENCE));
-    keys.append(CIMKeyBinding(CIMName(ROLE_CAPABILITIES),
-        _protContMaskCapPath.toString(), CIMKeyBinding::REFERENCE));
-    _assocInstanceName = CIMObjectPath(_systemObjectPath.getHost(),
-        CIMNamespaceName(ZAR_NAMESPACE), CIMName(ASSOC_CLASS), keys);
+    keys.append(CIMKeyBinding(CIMName(ROLE_ELEMENT), _systemObjectPath.toString(),
+                              CIMKeyBinding::REFERENCE));
+    keys.append(CIMKeyBinding(CIMName(ROLE_CAPABILITIES), _protContMaskCapPath.toString(),
+                              CIMKeyBinding::REFERENCE));
+    _assocInstanceName = CIMObjectPath(_systemObjectPath.getHost(), CIMNamespaceName(ZAR_NAMESPACE),
+                                       CIMName(ASSOC_CLASS), keys);
 }
 
 CIMInstance ZAR_SystemControllerMaskingCapabilitiesProvider::_buildAssociationInstance(
-    Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    Boolean includeQualifiers, Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilities::"
-        "_buildAssociationInstance\n");
-    CIMClass cls = ZAR_Common::getStoredCIMClass(_cimom, OperationContext(),
-        CIMNamespaceName(ZAR_NAMESPACE), CIMName(ASSOC_CLASS), false,
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilities::"
+                "_buildAssociationInstance\n");
+    CIMClass cls = ZAR_Common::getStoredCIMClass(
+        _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(ASSOC_CLASS), false,
         includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
     ZAR_Common::setPropertyValue(instance, ROLE_ELEMENT, _systemObjectPath);
     ZAR_Common::setPropertyValue(instance, ROLE_CAPABILITIES, _protContMaskCapPath);
     instance.setPath(_assocInstanceName);
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilities::"
-        "_buildAssociationInstance\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilities::"
+                "_buildAssociationInstance\n");
     return instance;
 }
 
 CIMObjectPath ZAR_SystemControllerMaskingCapabilitiesProvider::_getRelatedInstanceName(
     const CIMObjectPath& objectName)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "_getRelatedInstanceName\n\t objectName = %s \n",
-        (const char*)objectName.toString().getCString());
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "_getRelatedInstanceName\n\t objectName = %s \n",
+                (const char*)objectName.toString().getCString());
     CIMObjectPath result;
     if (_isClass(objectName.getClassName(), SYSTEM_CLASS))
         result = _protContMaskCapPath;
     else if (_isClass(objectName.getClassName(), CAP_CLASS))
         result = _systemObjectPath;
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "_getRelatedInstanceName\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "_getRelatedInstanceName\n");
     return result;
 }
 
 CIMInstance ZAR_SystemControllerMaskingCapabilitiesProvider::_getRelatedInstance(
     const CIMObjectPath& objectName, const OperationContext& /* context */,
-    Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    Boolean includeQualifiers, Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "_getRelatedInstances\n\t objectName = %s \n",
-        (const char*)objectName.toString().getCString());
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "_getRelatedInstances\n\t objectName = %s \n",
+                (const char*)objectName.toString().getCString());
     CIMObjectPath related = _getRelatedInstanceName(objectName);
-    CIMInstance instance = _cimom.getInstance(OperationContext(),
-        CIMNamespaceName(ZAR_NAMESPACE), related, false, includeQualifiers,
-        includeClassOrigin, propertyList);
+    CIMInstance instance =
+        _cimom.getInstance(OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), related, false,
+                           includeQualifiers, includeClassOrigin, propertyList);
     // An instance fetched by path may come back without its keys: give it
     // the path it was fetched by, as an association answer carries it.
     if (instance.getPath().getKeyBindings().size() == 0 &&
-        instance.getClassName().equal(related.getClassName()))
-    {
+        instance.getClassName().equal(related.getClassName())) {
         instance.setPath(related);
     }
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "_getRelatedInstance\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "_getRelatedInstance\n");
     return instance;
 }
 
 Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
-    const CIMObjectPath& objectName, String role, String resultRole,
-    const CIMName& resultClass, String operation)
+    const CIMObjectPath& objectName, String role, String resultRole, const CIMName& resultClass,
+    String operation)
 {
     const CIMName& source = objectName.getClassName();
     Boolean fromSystem = _isClass(source, SYSTEM_CLASS);
     Boolean fromCaps = _isClass(source, CAP_CLASS);
 
-    if (role.size() != 0)
-    {
+    if (role.size() != 0) {
         Boolean isElement = String::equalNoCase(role, ROLE_ELEMENT);
         Boolean isCaps = String::equalNoCase(role, ROLE_CAPABILITIES);
         if (!isElement && !isCaps)
@@ -163,8 +163,7 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
             return true;
     }
 
-    if (resultRole.size() != 0)
-    {
+    if (resultRole.size() != 0) {
         Boolean isElement = String::equalNoCase(resultRole, ROLE_ELEMENT);
         Boolean isCaps = String::equalNoCase(resultRole, ROLE_CAPABILITIES);
         if (!isElement && !isCaps)
@@ -176,25 +175,24 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
     }
 
     if (String::equalNoCase(operation, "references") ||
-        String::equalNoCase(operation, "referenceNames"))
-    {
+        String::equalNoCase(operation, "referenceNames")) {
         if (resultClass.isNull())
             return false;
-        return !_isClass(resultClass, ASSOC_CLASS) &&
-            !_isClass(resultClass, CIM_ASSOC_CLASS);
+        return !_isClass(resultClass, ASSOC_CLASS) && !_isClass(resultClass, CIM_ASSOC_CLASS);
     }
 
     if ((String::equalNoCase(operation, "associators") ||
-            String::equalNoCase(operation, "associatorNames")) &&
-        !resultClass.isNull())
-    {
-        static const char* const accepted[] = {SYSTEM_CLASS, "CIM_ComputerSystem",
-            "CIM_System", "CIM_ManagedElement", CAP_CLASS,
-            "CIM_ProtocolControllerMaskingCapabilities", "CIM_Capabilities", 0};
-        static const char* const systemSide[] = {"CIM_ComputerSystem",
-            "CIM_System", "CIM_ManagedElement", 0};
-        static const char* const capsSide[] = {CAP_CLASS,
-            "CIM_ProtocolControllerMaskingCapabilities", "CIM_Capabilities", 0};
+         String::equalNoCase(operation, "associatorNames")) &&
+        !resultClass.isNull()) {
+        static const char* const accepted[] = {
+            SYSTEM_CLASS,       "CIM_ComputerSystem",
+            "CIM_System",       "CIM_ManagedElement",
+            CAP_CLASS,          "CIM_ProtocolControllerMaskingCapabilities",
+            "CIM_Capabilities", 0};
+        static const char* const systemSide[] = {"CIM_ComputerSystem", "CIM_System",
+                                                 "CIM_ManagedElement", 0};
+        static const char* const capsSide[] = {
+            CAP_CLASS, "CIM_ProtocolControllerMaskingCapabilities", "CIM_Capabilities", 0};
         if (!_isOneOf(resultClass, accepted))
             return true;
         if (!source.isNull() && resultClass.equal(source))
@@ -209,13 +207,10 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
     return false;
 }
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::_checkClassName(
-    const CIMName& className)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::_checkClassName(const CIMName& className)
 {
-    if (!_isClass(className, CIM_ASSOC_CLASS) && !_isClass(className, ASSOC_CLASS))
-    {
-        throw CIMNotSupportedException(
-            ClassName + " Invalid class name" + className.getString());
+    if (!_isClass(className, CIM_ASSOC_CLASS) && !_isClass(className, ASSOC_CLASS)) {
+        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
     }
 }
 
@@ -223,62 +218,55 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::_checkClassName(
 // Association operations
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::associators(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& associationClass,
-    const CIMName& resultClass,
-    const String& role,
-    const String& resultRole,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    ObjectResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName,
+    const CIMName& associationClass, const CIMName& resultClass, const String& role,
+    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "associators\n\t objectName = %s \n associationClass = %s, "
-        "resultClass = %s \n",
-        (const char*)objectName.toString().getCString(),
-        (const char*)associationClass.getString().getCString(),
-        (const char*)resultClass.getString().getCString());
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "associators\n\t objectName = %s \n associationClass = %s, "
+                "resultClass = %s \n",
+                (const char*)objectName.toString().getCString(),
+                (const char*)associationClass.getString().getCString(),
+                (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associators"))
-    {
-        log_message(2, "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-            "associators: invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, resultRole, resultClass, "associators")) {
+        log_message(2,
+                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "associators: invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
-    handler.deliver(CIMObject(_getRelatedInstance(objectName, context,
-        includeQualifiers, includeClassOrigin, propertyList)));
+    handler.deliver(CIMObject(_getRelatedInstance(objectName, context, includeQualifiers,
+                                                  includeClassOrigin, propertyList)));
     handler.complete();
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "associators\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "associators\n");
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::associatorNames(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& associationClass,
-    const CIMName& resultClass,
-    const String& role,
-    const String& resultRole,
-    ObjectPathResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName,
+    const CIMName& associationClass, const CIMName& resultClass, const String& role,
+    const String& resultRole, ObjectPathResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "associatorNames\n\t objectName = %s \n associationClass = %s, "
-        "resultClass = %s \n",
-        (const char*)objectName.toString().getCString(),
-        (const char*)associationClass.getString().getCString(),
-        (const char*)resultClass.getString().getCString());
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "associatorNames\n\t objectName = %s \n associationClass = %s, "
+                "resultClass = %s \n",
+                (const char*)objectName.toString().getCString(),
+                (const char*)associationClass.getString().getCString(),
+                (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associatorNames"))
-    {
-        log_message(2, "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-            "associatorNames: invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, resultRole, resultClass, "associatorNames")) {
+        log_message(2,
+                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "associatorNames: invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
@@ -287,163 +275,161 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::associatorNames(
     if (!related.getClassName().isNull())
         handler.deliver(related);
     handler.complete();
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "associatorNames\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "associatorNames\n");
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::references(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& resultClass,
-    const String& role,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    ObjectResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
+    const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "references\n\t objectName = %s \n ",
-        (const char*)objectName.toString().getCString());
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "references\n\t objectName = %s \n ",
+                (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "references"))
-    {
-        log_message(2, "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-            "references: invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, String(), resultClass, "references")) {
+        log_message(2,
+                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "references: invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
-    handler.deliver(CIMObject(_buildAssociationInstance(
-        includeQualifiers, includeClassOrigin, propertyList)));
+    handler.deliver(
+        CIMObject(_buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList)));
     handler.complete();
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "references\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "references\n");
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::referenceNames(
-    const OperationContext& context,
-    const CIMObjectPath& objectName,
-    const CIMName& resultClass,
-    const String& role,
-    ObjectPathResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
+    const String& role, ObjectPathResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "referenceNames\n\t objectName = %s \n ",
-        (const char*)objectName.toString().getCString());
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "referenceNames\n\t objectName = %s \n ",
+                (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "referenceNames"))
-    {
-        log_message(2, "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-            "referenceNames: invalid params: resultClass = %s \n",
-            (const char*)resultClass.getString().getCString());
+    if (_invalidParms(objectName, role, String(), resultClass, "referenceNames")) {
+        log_message(2,
+                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "referenceNames: invalid params: resultClass = %s \n",
+                    (const char*)resultClass.getString().getCString());
         handler.complete();
         return;
     }
     handler.deliver(_assocInstanceName);
     handler.complete();
-    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "referenceNames\n");
+    log_message(4,
+                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "referenceNames\n");
 }
 
 // ---------------------------------------------------------------------------
 // Instance operations
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance(
-    const OperationContext& context,
-    const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& instanceReference,
+    const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "getInstance()\n");
+    log_message(4,
+                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "getInstance()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName());
 
     Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 2)
-    {
-        log_message(2, "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-            "getInstance(): Invalid number of keys (%d)\n", (int)keyCount);
+    if (keyCount != 2) {
+        log_message(2,
+                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "getInstance(): Invalid number of keys (%d)\n",
+                    (int)keyCount);
         throw CIMInvalidParameterException(ClassName + " Expect two keys.");
     }
 
     // A request through CIM_ElementCapabilities names the same instance.
-    CIMObjectPath wanted(instanceReference.getHost(),
-        instanceReference.getNameSpace(), CIMName(ASSOC_CLASS),
-        instanceReference.getKeyBindings());
+    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
+                         CIMName(ASSOC_CLASS), instanceReference.getKeyBindings());
     if (!ZAR_Common::matchObjectPath(wanted, _assocInstanceName))
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
 
-    CIMInstance instance = _buildAssociationInstance(
-        includeQualifiers, includeClassOrigin, propertyList);
+    CIMInstance instance =
+        _buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     handler.deliver(instance);
     handler.complete();
-    log_message(4, "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "getInstance()\n\n");
+    log_message(4,
+                "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "getInstance()\n\n");
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstances(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
-    const Boolean includeQualifiers,
-    const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList,
-    InstanceResponseHandler& handler)
+    const OperationContext& context, const CIMObjectPath& classReference,
+    const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
-    CIMInstance instance = _buildAssociationInstance(
-        includeQualifiers, includeClassOrigin, propertyList);
+                (const char*)classReference.getClassName().getString().getCString());
+    CIMInstance instance =
+        _buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList);
     handler.processing();
     handler.deliver(instance);
     handler.complete();
-    log_message(4, "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "enumerateInstances() \n");
+    log_message(4,
+                "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "enumerateInstances() \n");
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
-    const OperationContext& context,
-    const CIMObjectPath& classReference,
+    const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4, "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "enumerateInstanceNames() \n");
+    log_message(4,
+                "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "enumerateInstanceNames() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(classReference.getClassName());
     log_message(4, "\t className = %s\n",
-        (const char*)classReference.getClassName().getString().getCString());
+                (const char*)classReference.getClassName().getString().getCString());
     handler.processing();
     handler.deliver(_assocInstanceName);
     handler.complete();
-    log_message(4, "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-        "enumerateInstanceNames() \n");
+    log_message(4,
+                "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                "enumerateInstanceNames() \n");
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    const Boolean, const CIMPropertyList&, ResponseHandler&)
+    const OperationContext&, const CIMObjectPath&, const CIMInstance&, const Boolean,
+    const CIMPropertyList&, ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
 }
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::createInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-    ObjectPathResponseHandler&)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::createInstance(const OperationContext&,
+                                                                     const CIMObjectPath&,
+                                                                     const CIMInstance&,
+                                                                     ObjectPathResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support createInstance.");
 }
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::deleteInstance(
-    const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::deleteInstance(const OperationContext&,
+                                                                     const CIMObjectPath&,
+                                                                     ResponseHandler&)
 {
     throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }

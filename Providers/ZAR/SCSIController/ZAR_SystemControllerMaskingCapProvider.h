@@ -16,9 +16,8 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_SystemControllerMaskingCapabilitiesProvider
-    : public CIMAssociationProvider, public CIMInstanceProvider
-{
+class ZAR_SystemControllerMaskingCapabilitiesProvider : public CIMAssociationProvider,
+                                                        public CIMInstanceProvider {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_SystemControllerMaskingCapabilitiesProvider();
@@ -35,100 +34,72 @@ public:
     // From the system: the capabilities instance; from the capabilities:
     // the system. Parameters that cannot name this association give an
     // empty result (see _invalidParms).
-    virtual void associators(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& associationClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler);
+    virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
+                             const CIMName& associationClass, const CIMName& resultClass,
+                             const String& role, const String& resultRole,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
-    virtual void associatorNames(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& associationClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        ObjectPathResponseHandler& handler);
+    virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                 const CIMName& associationClass, const CIMName& resultClass,
+                                 const String& role, const String& resultRole,
+                                 ObjectPathResponseHandler& handler);
 
     // The association instance (or its path) for either end.
-    virtual void references(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler);
+    virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
+                            const CIMName& resultClass, const String& role,
+                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                            const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
-    virtual void referenceNames(
-        const OperationContext& context,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        ObjectPathResponseHandler& handler);
+    virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                const CIMName& resultClass, const String& role,
+                                ObjectPathResponseHandler& handler);
 
     // The association instance when the path matches it (hosts ignored).
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
 
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler);
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler);
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler);
 
     // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler);
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
 private:
-    CIMInstance _buildAssociationInstance(Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+    CIMInstance _buildAssociationInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
+                                          const CIMPropertyList& propertyList);
 
     // Fills _systemObjectPath, _protContMaskCapPath and _assocInstanceName.
     void _buildAssociationInstanceName();
 
     // The instance at the far end from objectName, through the server.
     CIMInstance _getRelatedInstance(const CIMObjectPath& objectName,
-        const OperationContext& context, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+                                    const OperationContext& context, Boolean includeQualifiers,
+                                    Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList);
 
     // The far end by the class of objectName alone; empty for other
     // classes.
@@ -137,8 +108,8 @@ private:
     // True when role, resultRole or resultClass cannot name this
     // association from objectName for the operation ("associators",
     // "associatorNames", "references" or "referenceNames").
-    Boolean _invalidParms(const CIMObjectPath& objectName, String role,
-        String resultRole, const CIMName& resultClass, String operation);
+    Boolean _invalidParms(const CIMObjectPath& objectName, String role, String resultRole,
+                          const CIMName& resultClass, String operation);
 
     // Throws CIMNotSupportedException unless the class is this association
     // or CIM_ElementCapabilities.

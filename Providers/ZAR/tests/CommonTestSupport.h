@@ -17,150 +17,169 @@
 
 namespace zartest {
 
-inline std::string text(const Pegasus::String& s) {
-  return std::string((const char*)s.getCString());
+inline std::string text(const Pegasus::String& s)
+{
+    return std::string((const char*)s.getCString());
 }
 
 // Captures the array library's log lines (every level up to 4) while alive.
 class LogCapture {
- public:
-  LogCapture() {
-    zarsim_set_log_level(4);
-    zarsim_clear_captured();
-    zarsim_capture_log(1);
-  }
-  ~LogCapture() {
-    zarsim_capture_log(0);
-    zarsim_clear_captured();
-  }
-  std::vector<std::string> lines() const {
-    std::vector<std::string> out;
-    char buffer[4096];
-    for (size_t i = 0; i < zarsim_captured_count(); i++) {
-      if (zarsim_captured_line(i, buffer, sizeof(buffer)) == 0)
-        out.push_back(buffer);
+public:
+    LogCapture()
+    {
+        zarsim_set_log_level(4);
+        zarsim_clear_captured();
+        zarsim_capture_log(1);
     }
-    return out;
-  }
-  // True when some captured line equals `line` exactly.
-  bool has(const std::string& line) const {
-    for (const std::string& l : lines())
-      if (l == line) return true;
-    return false;
-  }
-  // Index of the first line equal to `line`, or -1.
-  int indexOf(const std::string& line) const {
-    std::vector<std::string> all = lines();
-    for (size_t i = 0; i < all.size(); i++)
-      if (all[i] == line) return (int)i;
-    return -1;
-  }
-  void clear() { zarsim_clear_captured(); }
+    ~LogCapture()
+    {
+        zarsim_capture_log(0);
+        zarsim_clear_captured();
+    }
+    std::vector<std::string> lines() const
+    {
+        std::vector<std::string> out;
+        char buffer[4096];
+        for (size_t i = 0; i < zarsim_captured_count(); i++) {
+            if (zarsim_captured_line(i, buffer, sizeof(buffer)) == 0)
+                out.push_back(buffer);
+        }
+        return out;
+    }
+    // True when some captured line equals `line` exactly.
+    bool has(const std::string& line) const
+    {
+        for (const std::string& l : lines())
+            if (l == line)
+                return true;
+        return false;
+    }
+    // Index of the first line equal to `line`, or -1.
+    int indexOf(const std::string& line) const
+    {
+        std::vector<std::string> all = lines();
+        for (size_t i = 0; i < all.size(); i++)
+            if (all[i] == line)
+                return (int)i;
+        return -1;
+    }
+    void clear() { zarsim_clear_captured(); }
 };
 
 // Runs `body` and returns the CIMException it throws; fails the test when it
 // throws nothing.
 template <typename F>
-Pegasus::CIMException cimErrorOf(F body) {
-  try {
-    body();
-  } catch (const Pegasus::CIMException& e) {
-    return e;
-  }
-  ADD_FAILURE() << "no CIMException was thrown";
-  return Pegasus::CIMException(Pegasus::CIM_ERR_SUCCESS, "nothing thrown");
+Pegasus::CIMException cimErrorOf(F body)
+{
+    try {
+        body();
+    } catch (const Pegasus::CIMException& e) {
+        return e;
+    }
+    ADD_FAILURE() << "no CIMException was thrown";
+    return Pegasus::CIMException(Pegasus::CIM_ERR_SUCCESS, "nothing thrown");
 }
 
 // A fresh in-memory array with one live node for every test.
 class FreshArray : public ::testing::Test {
- protected:
-  void SetUp() override {
-    ASSERT_EQ(0, zarsim_open(":memory:"));
-    zarsim_set_hash_iterations(1);
-  }
-  void TearDown() override {
-    zarsim_clear_faults();
-    zarsim_capture_log(0);
-  }
+protected:
+    void SetUp() override
+    {
+        ASSERT_EQ(0, zarsim_open(":memory:"));
+        zarsim_set_hash_iterations(1);
+    }
+    void TearDown() override
+    {
+        zarsim_clear_faults();
+        zarsim_capture_log(0);
+    }
 };
 
 // Building blocks of array configurations, each one change through the
 // array library (under its semaphore, as a provider would call it).
 struct ArrayBuilder {
-  // Adds node 0 and the target ports given as "N:S:P" texts.
-  static void ports(std::initializer_list<const char*> positions, int type = PORT_TYPE_FC) {
-    zarsim_add_node(0);
-    for (const char* p : positions) {
-      char node[2] = {p[0], 0};
-      zarsim_add_node(atoi(node));
-      ASSERT_EQ(0, zarsim_add_port(p, type)) << p;
+    // Adds node 0 and the target ports given as "N:S:P" texts.
+    static void ports(std::initializer_list<const char*> positions, int type = PORT_TYPE_FC)
+    {
+        zarsim_add_node(0);
+        for (const char* p : positions) {
+            char node[2] = {p[0], 0};
+            zarsim_add_node(atoi(node));
+            ASSERT_EQ(0, zarsim_add_port(p, type)) << p;
+        }
     }
-  }
 
-  // A volume; returns its WWN text.
-  static std::string volume(const char* name) {
-    char wwn[33] = {0};
-    EXPECT_EQ(0, zarsim_add_volume(name, 1024, "-", VOL_MODE_READWRITE, wwn));
-    return wwn;
-  }
-
-  // A host with one Fibre Channel initiator (16 hex digits; "" for none).
-  static int host(const char* name, const char* wwn) {
-    zar_u64 value = API_WWN_NONE;
-    if (wwn && *wwn) value = strtoull(wwn, nullptr, 16);
-    api_status_t status;
-    EXPECT_EQ(0, cim_sem_wait());
-    int rc = api_createHost(&status, nullptr, name, nullptr, value,
-                            API_PERSONA_GENERIC, "-");
-    cim_sem_post();
-    return rc;
-  }
-
-  // The number of a host, or 0 when unknown.
-  static unsigned hostID(const char* name) {
-    api_host_t* hosts = nullptr;
-    zar_u32 count = 0;
-    EXPECT_EQ(0, cim_sem_wait());
-    EXPECT_EQ(0, api_getHosts(&hosts, &count));
-    cim_sem_post();
-    unsigned id = 0;
-    for (zar_u32 i = 0; i < count; i++)
-      if (std::string(hosts[i].name) == name) id = hosts[i].hostID;
-    api_freeHosts(hosts);
-    return id;
-  }
-
-  // Exports the volume with WWN text wwn to host (nullptr: port present)
-  // through port ("N:S:P", nullptr: any port). Returns the array's code.
-  static int exportTo(const std::string& wwn, const char* host, const char* port) {
-    zar_u64 high = 0, low = 0;
-    EXPECT_EQ(0, api_wwnStringToInt(nullptr, wwn.c_str(), &high, &low));
-    lpid_t lpid = API_PORT_NONE;
-    if (port) {
-      EXPECT_EQ(0, api_convertStrLPIDtoPortID(port, &lpid));
+    // A volume; returns its WWN text.
+    static std::string volume(const char* name)
+    {
+        char wwn[33] = {0};
+        EXPECT_EQ(0, zarsim_add_volume(name, 1024, "-", VOL_MODE_READWRITE, wwn));
+        return wwn;
     }
-    zar_u32 lun = API_LUN_AUTO;
-    char err[API_ERRTEXT_LEN];
-    EXPECT_EQ(0, cim_sem_wait());
-    int rc = api_createVLUN(nullptr, high, low, &lun, host, API_WWN_NONE, nullptr,
-                            lpid, 0, 0, err, sizeof(err));
-    cim_sem_post();
-    return rc;
-  }
 
-  // The name of a host as the array lists it now ("" when gone).
-  static std::string hostNameByID(unsigned id) {
-    api_host_t* hosts = nullptr;
-    zar_u32 count = 0;
-    EXPECT_EQ(0, cim_sem_wait());
-    EXPECT_EQ(0, api_getHosts(&hosts, &count));
-    cim_sem_post();
-    std::string name;
-    for (zar_u32 i = 0; i < count; i++)
-      if (hosts[i].hostID == id) name = hosts[i].name;
-    api_freeHosts(hosts);
-    return name;
-  }
+    // A host with one Fibre Channel initiator (16 hex digits; "" for none).
+    static int host(const char* name, const char* wwn)
+    {
+        zar_u64 value = API_WWN_NONE;
+        if (wwn && *wwn)
+            value = strtoull(wwn, nullptr, 16);
+        api_status_t status;
+        EXPECT_EQ(0, cim_sem_wait());
+        int rc = api_createHost(&status, nullptr, name, nullptr, value, API_PERSONA_GENERIC, "-");
+        cim_sem_post();
+        return rc;
+    }
+
+    // The number of a host, or 0 when unknown.
+    static unsigned hostID(const char* name)
+    {
+        api_host_t* hosts = nullptr;
+        zar_u32 count = 0;
+        EXPECT_EQ(0, cim_sem_wait());
+        EXPECT_EQ(0, api_getHosts(&hosts, &count));
+        cim_sem_post();
+        unsigned id = 0;
+        for (zar_u32 i = 0; i < count; i++)
+            if (std::string(hosts[i].name) == name)
+                id = hosts[i].hostID;
+        api_freeHosts(hosts);
+        return id;
+    }
+
+    // Exports the volume with WWN text wwn to host (nullptr: port present)
+    // through port ("N:S:P", nullptr: any port). Returns the array's code.
+    static int exportTo(const std::string& wwn, const char* host, const char* port)
+    {
+        zar_u64 high = 0, low = 0;
+        EXPECT_EQ(0, api_wwnStringToInt(nullptr, wwn.c_str(), &high, &low));
+        lpid_t lpid = API_PORT_NONE;
+        if (port) {
+            EXPECT_EQ(0, api_convertStrLPIDtoPortID(port, &lpid));
+        }
+        zar_u32 lun = API_LUN_AUTO;
+        char err[API_ERRTEXT_LEN];
+        EXPECT_EQ(0, cim_sem_wait());
+        int rc = api_createVLUN(nullptr, high, low, &lun, host, API_WWN_NONE, nullptr, lpid, 0, 0,
+                                err, sizeof(err));
+        cim_sem_post();
+        return rc;
+    }
+
+    // The name of a host as the array lists it now ("" when gone).
+    static std::string hostNameByID(unsigned id)
+    {
+        api_host_t* hosts = nullptr;
+        zar_u32 count = 0;
+        EXPECT_EQ(0, cim_sem_wait());
+        EXPECT_EQ(0, api_getHosts(&hosts, &count));
+        cim_sem_post();
+        std::string name;
+        for (zar_u32 i = 0; i < count; i++)
+            if (hosts[i].hostID == id)
+                name = hosts[i].name;
+        api_freeHosts(hosts);
+        return name;
+    }
 };
 
 }  // namespace zartest

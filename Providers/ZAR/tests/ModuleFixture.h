@@ -20,108 +20,116 @@ namespace zartest {
 
 // Counts the calls of the handler protocol.
 struct HandlerCalls {
-  int processingCalls = 0;
-  int completeCalls = 0;
+    int processingCalls = 0;
+    int completeCalls = 0;
 };
 
 class Instances : public Pegasus::InstanceResponseHandler, public HandlerCalls {
- public:
-  void processing() override { processingCalls++; }
-  void complete() override { completeCalls++; }
-  void deliver(const Pegasus::CIMInstance& i) override {
-    items.append(i);
-    deliveries++;
-  }
-  void deliver(const Pegasus::Array<Pegasus::CIMInstance>& a) override {
-    items.appendArray(a);
-    deliveries++;
-  }
-  Pegasus::Array<Pegasus::CIMInstance> items;
-  int deliveries = 0;  // calls of deliver (a batch counts once)
+public:
+    void processing() override { processingCalls++; }
+    void complete() override { completeCalls++; }
+    void deliver(const Pegasus::CIMInstance& i) override
+    {
+        items.append(i);
+        deliveries++;
+    }
+    void deliver(const Pegasus::Array<Pegasus::CIMInstance>& a) override
+    {
+        items.appendArray(a);
+        deliveries++;
+    }
+    Pegasus::Array<Pegasus::CIMInstance> items;
+    int deliveries = 0;  // calls of deliver (a batch counts once)
 };
 
 class Paths : public Pegasus::ObjectPathResponseHandler, public HandlerCalls {
- public:
-  void processing() override { processingCalls++; }
-  void complete() override { completeCalls++; }
-  void deliver(const Pegasus::CIMObjectPath& p) override { items.append(p); }
-  void deliver(const Pegasus::Array<Pegasus::CIMObjectPath>& a) override { items.appendArray(a); }
-  Pegasus::Array<Pegasus::CIMObjectPath> items;
+public:
+    void processing() override { processingCalls++; }
+    void complete() override { completeCalls++; }
+    void deliver(const Pegasus::CIMObjectPath& p) override { items.append(p); }
+    void deliver(const Pegasus::Array<Pegasus::CIMObjectPath>& a) override { items.appendArray(a); }
+    Pegasus::Array<Pegasus::CIMObjectPath> items;
 };
 
 class Objects : public Pegasus::ObjectResponseHandler, public HandlerCalls {
- public:
-  void processing() override { processingCalls++; }
-  void complete() override { completeCalls++; }
-  void deliver(const Pegasus::CIMObject& o) override { items.append(o); }
-  void deliver(const Pegasus::Array<Pegasus::CIMObject>& a) override { items.appendArray(a); }
-  Pegasus::Array<Pegasus::CIMObject> items;
+public:
+    void processing() override { processingCalls++; }
+    void complete() override { completeCalls++; }
+    void deliver(const Pegasus::CIMObject& o) override { items.append(o); }
+    void deliver(const Pegasus::Array<Pegasus::CIMObject>& a) override { items.appendArray(a); }
+    Pegasus::Array<Pegasus::CIMObject> items;
 };
 
 class Plain : public Pegasus::ResponseHandler, public HandlerCalls {
- public:
-  void processing() override { processingCalls++; }
-  void complete() override { completeCalls++; }
+public:
+    void processing() override { processingCalls++; }
+    void complete() override { completeCalls++; }
 };
 
-inline std::string envOr(const char* name, const char* fallback) {
-  const char* v = std::getenv(name);
-  return v && *v ? v : fallback;
+inline std::string envOr(const char* name, const char* fallback)
+{
+    const char* v = std::getenv(name);
+    return v && *v ? v : fallback;
 }
 
 class ModuleFixture : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    // The providers cache the system's identity when they start: the
-    // array they first see is the demo array every test starts from.
-    ASSERT_EQ(0, zarsim_open(":memory:"));
-    zarsim_set_hash_iterations(1);
-    ASSERT_EQ(0, zarsim_seed_demo());
-    zarserver::CoreConfig config;
-    config.schemaDir = envOr("ZAR_SOURCE_DIR", ZAR_TEST_SOURCE_DIR) + "/schema";
-    config.providerDir = envOr("ZAR_BINARY_DIR", ZAR_TEST_BINARY_DIR) + "/lib";
-    config.hostName = "testhost";
-    core_ = new zarserver::ServerCore(config);
-  }
+protected:
+    static void SetUpTestSuite()
+    {
+        // The providers cache the system's identity when they start: the
+        // array they first see is the demo array every test starts from.
+        ASSERT_EQ(0, zarsim_open(":memory:"));
+        zarsim_set_hash_iterations(1);
+        ASSERT_EQ(0, zarsim_seed_demo());
+        zarserver::CoreConfig config;
+        config.schemaDir = envOr("ZAR_SOURCE_DIR", ZAR_TEST_SOURCE_DIR) + "/schema";
+        config.providerDir = envOr("ZAR_BINARY_DIR", ZAR_TEST_BINARY_DIR) + "/lib";
+        config.hostName = "testhost";
+        core_ = new zarserver::ServerCore(config);
+    }
 
-  static void TearDownTestSuite() {
-    core_->shutdown();
-    delete core_;
-    core_ = nullptr;
-  }
+    static void TearDownTestSuite()
+    {
+        core_->shutdown();
+        delete core_;
+        core_ = nullptr;
+    }
 
-  void SetUp() override {
-    ASSERT_EQ(0, zarsim_open(":memory:"));
-    zarsim_set_hash_iterations(1);
-    ASSERT_EQ(0, zarsim_seed_demo());
-    ASSERT_EQ(0, zarsim_add_user("p1super", "pw-super", "super"));
-    ASSERT_EQ(0, zarsim_add_user("p1browse", "pw-browse", "browse"));
-    ASSERT_EQ(0, zarsim_add_user("p1locked", "pw-locked", "super"));
-    ASSERT_EQ(0, zarsim_enable_user("p1locked", 0));
-    // Identity queries reach the server through a local connection, which
-    // runs as the server process's own user: the array trusts it as the
-    // server's own principal, without an array user of that name.
-  }
+    void SetUp() override
+    {
+        ASSERT_EQ(0, zarsim_open(":memory:"));
+        zarsim_set_hash_iterations(1);
+        ASSERT_EQ(0, zarsim_seed_demo());
+        ASSERT_EQ(0, zarsim_add_user("p1super", "pw-super", "super"));
+        ASSERT_EQ(0, zarsim_add_user("p1browse", "pw-browse", "browse"));
+        ASSERT_EQ(0, zarsim_add_user("p1locked", "pw-locked", "super"));
+        ASSERT_EQ(0, zarsim_enable_user("p1locked", 0));
+        // Identity queries reach the server through a local connection, which
+        // runs as the server process's own user: the array trusts it as the
+        // server's own principal, without an array user of that name.
+    }
 
-  void TearDown() override {
-    zarsim_clear_faults();
-    zarsim_capture_log(0);
-  }
+    void TearDown() override
+    {
+        zarsim_clear_faults();
+        zarsim_capture_log(0);
+    }
 
-  static Pegasus::CIMOperationHost& server() { return core_->dispatcher(); }
+    static Pegasus::CIMOperationHost& server() { return core_->dispatcher(); }
 
-  // The context of a request by `user` from `address`, as the CIM-XML front
-  // end builds it.
-  static Pegasus::OperationContext as(const char* user, const char* address = "127.0.0.1") {
-    Pegasus::OperationContext context;
-    context.insert(Pegasus::IdentityContainer(Pegasus::String(user)));
-    context.insert(Pegasus::ClientAddressContainer(Pegasus::String(address)));
-    return context;
-  }
+    // The context of a request by `user` from `address`, as the CIM-XML front
+    // end builds it.
+    static Pegasus::OperationContext as(const char* user, const char* address = "127.0.0.1")
+    {
+        Pegasus::OperationContext context;
+        context.insert(Pegasus::IdentityContainer(Pegasus::String(user)));
+        context.insert(Pegasus::ClientAddressContainer(Pegasus::String(address)));
+        return context;
+    }
 
-  static const char* ns() { return "root/zar"; }
+    static const char* ns() { return "root/zar"; }
 
-  static zarserver::ServerCore* core_;
+    static zarserver::ServerCore* core_;
 };
 
 inline zarserver::ServerCore* ModuleFixture::core_ = nullptr;

@@ -9,184 +9,196 @@ using zartest::LogCapture;
 namespace {
 
 class AccessorsTest : public zartest::FreshArray {
- protected:
-  // A class with a property of each kind the readers and writers handle.
-  static CIMClass testClass() {
-    CIMClass c("ZAR_Thing");
-    c.addProperty(CIMProperty("Name", CIMValue(CIMTYPE_STRING, false))
-                      .addQualifier(CIMQualifier("Key", CIMValue(true))));
-    c.addProperty(CIMProperty("Count", CIMValue(Uint32(3))));
-    c.addProperty(CIMProperty("Size", CIMValue(CIMTYPE_UINT64, false)));
-    c.addProperty(CIMProperty("Flag", CIMValue(CIMTYPE_BOOLEAN, false)));
-    c.addProperty(CIMProperty("Ids", CIMValue(CIMTYPE_UINT16, true)));
-    c.addProperty(CIMProperty("Names", CIMValue(CIMTYPE_STRING, true)));
-    c.addProperty(CIMProperty("Other", CIMValue(CIMTYPE_REFERENCE, false), 0,
-                              CIMName("ZAR_Thing")));
-    c.addProperty(CIMProperty("Nested", CIMValue(CIMTYPE_STRING, false)));
-    return c;
-  }
-  CIMInstance skeleton() {
-    CIMClass c = testClass();
-    return ZAR_Common::buildInstanceSkeleton(c);
-  }
+protected:
+    // A class with a property of each kind the readers and writers handle.
+    static CIMClass testClass()
+    {
+        CIMClass c("ZAR_Thing");
+        c.addProperty(CIMProperty("Name", CIMValue(CIMTYPE_STRING, false))
+                          .addQualifier(CIMQualifier("Key", CIMValue(true))));
+        c.addProperty(CIMProperty("Count", CIMValue(Uint32(3))));
+        c.addProperty(CIMProperty("Size", CIMValue(CIMTYPE_UINT64, false)));
+        c.addProperty(CIMProperty("Flag", CIMValue(CIMTYPE_BOOLEAN, false)));
+        c.addProperty(CIMProperty("Ids", CIMValue(CIMTYPE_UINT16, true)));
+        c.addProperty(CIMProperty("Names", CIMValue(CIMTYPE_STRING, true)));
+        c.addProperty(
+            CIMProperty("Other", CIMValue(CIMTYPE_REFERENCE, false), 0, CIMName("ZAR_Thing")));
+        c.addProperty(CIMProperty("Nested", CIMValue(CIMTYPE_STRING, false)));
+        return c;
+    }
+    CIMInstance skeleton()
+    {
+        CIMClass c = testClass();
+        return ZAR_Common::buildInstanceSkeleton(c);
+    }
 };
 
-TEST_F(AccessorsTest, SkeletonCarriesEveryPropertyWithItsDefault) {
-  LogCapture log;
-  CIMInstance i = skeleton();
-  EXPECT_EQ(8u, i.getPropertyCount());
-  Uint32 count = 0;
-  EXPECT_EQ(0, ZAR_Common::getProperty(i, "Count", count));
-  EXPECT_EQ(3u, count);
-  // Qualifiers come along (the key qualifier of Name).
-  Uint32 pos = i.findProperty("Name");
-  ASSERT_NE(PEG_NOT_FOUND, pos);
-  EXPECT_NE(PEG_NOT_FOUND, i.getProperty(pos).findQualifier("Key"));
-  EXPECT_TRUE(log.has("-->ZAR_Common::_buildInstanceSkeleton()\n"));
-  EXPECT_TRUE(log.has("<--ZAR_Common::_buildInstanceSkeleton()\n"));
+TEST_F(AccessorsTest, SkeletonCarriesEveryPropertyWithItsDefault)
+{
+    LogCapture log;
+    CIMInstance i = skeleton();
+    EXPECT_EQ(8u, i.getPropertyCount());
+    Uint32 count = 0;
+    EXPECT_EQ(0, ZAR_Common::getProperty(i, "Count", count));
+    EXPECT_EQ(3u, count);
+    // Qualifiers come along (the key qualifier of Name).
+    Uint32 pos = i.findProperty("Name");
+    ASSERT_NE(PEG_NOT_FOUND, pos);
+    EXPECT_NE(PEG_NOT_FOUND, i.getProperty(pos).findQualifier("Key"));
+    EXPECT_TRUE(log.has("-->ZAR_Common::_buildInstanceSkeleton()\n"));
+    EXPECT_TRUE(log.has("<--ZAR_Common::_buildInstanceSkeleton()\n"));
 }
 
-TEST_F(AccessorsTest, GetPropertyReportsFoundAbsentAndNull) {
-  CIMInstance i = skeleton();
-  ZAR_Common::setPropertyValue(i, "Size", Uint64(77));
+TEST_F(AccessorsTest, GetPropertyReportsFoundAbsentAndNull)
+{
+    CIMInstance i = skeleton();
+    ZAR_Common::setPropertyValue(i, "Size", Uint64(77));
 
-  LogCapture log;
-  Uint64 size = 5;
-  EXPECT_EQ(ZAR_Common::ACCESSOR_FOUND, ZAR_Common::getProperty(i, "size", size));
-  EXPECT_EQ(77u, size);
-  EXPECT_TRUE(log.has("-->ZAR_Common::getProperty(uint64), propertyName = size\n"));
-  EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(uint64), value = 77\n"));
+    LogCapture log;
+    Uint64 size = 5;
+    EXPECT_EQ(ZAR_Common::ACCESSOR_FOUND, ZAR_Common::getProperty(i, "size", size));
+    EXPECT_EQ(77u, size);
+    EXPECT_TRUE(log.has("-->ZAR_Common::getProperty(uint64), propertyName = size\n"));
+    EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(uint64), value = 77\n"));
 
-  Boolean flag = true;
-  EXPECT_EQ(ZAR_Common::ACCESSOR_NULL, ZAR_Common::getProperty(i, "Flag", flag));
-  EXPECT_TRUE(flag) << "a null value leaves the output as the caller set it";
+    Boolean flag = true;
+    EXPECT_EQ(ZAR_Common::ACCESSOR_NULL, ZAR_Common::getProperty(i, "Flag", flag));
+    EXPECT_TRUE(flag) << "a null value leaves the output as the caller set it";
 
-  Uint16 missing = 9;
-  EXPECT_EQ(ZAR_Common::ACCESSOR_ABSENT, ZAR_Common::getProperty(i, "Nope", missing));
-  EXPECT_EQ(9, missing);
-  EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(uint16), value = 9\n"));
+    Uint16 missing = 9;
+    EXPECT_EQ(ZAR_Common::ACCESSOR_ABSENT, ZAR_Common::getProperty(i, "Nope", missing));
+    EXPECT_EQ(9, missing);
+    EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(uint16), value = 9\n"));
 }
 
-TEST_F(AccessorsTest, GetPropertyOfAnotherTypeThrowsWithoutExitLine) {
-  CIMInstance i = skeleton();
-  LogCapture log;
-  Uint64 wide = 0;
-  EXPECT_THROW(ZAR_Common::getProperty(i, "Count", wide), TypeMismatchException);
-  EXPECT_TRUE(log.has("-->ZAR_Common::getProperty(uint64), propertyName = Count\n"));
-  EXPECT_EQ(-1, log.indexOf("<--ZAR_Common::getProperty(uint64), value = 0\n"));
+TEST_F(AccessorsTest, GetPropertyOfAnotherTypeThrowsWithoutExitLine)
+{
+    CIMInstance i = skeleton();
+    LogCapture log;
+    Uint64 wide = 0;
+    EXPECT_THROW(ZAR_Common::getProperty(i, "Count", wide), TypeMismatchException);
+    EXPECT_TRUE(log.has("-->ZAR_Common::getProperty(uint64), propertyName = Count\n"));
+    EXPECT_EQ(-1, log.indexOf("<--ZAR_Common::getProperty(uint64), value = 0\n"));
 }
 
-TEST_F(AccessorsTest, PathAndArrayReadersTraceUnderTheirLabels) {
-  CIMInstance i = skeleton();
-  CIMObjectPath other("root/zar:ZAR_Thing.Name=\"b\"");
-  Array<String> names;
-  names.append("first");
-  names.append("second");
-  ZAR_Common::setPropertyValue(i, "Other", other);
-  ZAR_Common::setPropertyValue(i, "Names", names);
+TEST_F(AccessorsTest, PathAndArrayReadersTraceUnderTheirLabels)
+{
+    CIMInstance i = skeleton();
+    CIMObjectPath other("root/zar:ZAR_Thing.Name=\"b\"");
+    Array<String> names;
+    names.append("first");
+    names.append("second");
+    ZAR_Common::setPropertyValue(i, "Other", other);
+    ZAR_Common::setPropertyValue(i, "Names", names);
 
-  LogCapture log;
-  CIMObjectPath got;
-  EXPECT_EQ(0, ZAR_Common::getProperty(i, "Other", got));
-  EXPECT_TRUE(got == other);
-  EXPECT_TRUE(log.has("-->ZAR_Common::getProperty(Array<String>), propertyName = Other\n"));
-  EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(Array<String>), value = " +
-                      zartest::text(other.toString()) + "\n"));
+    LogCapture log;
+    CIMObjectPath got;
+    EXPECT_EQ(0, ZAR_Common::getProperty(i, "Other", got));
+    EXPECT_TRUE(got == other);
+    EXPECT_TRUE(log.has("-->ZAR_Common::getProperty(Array<String>), propertyName = Other\n"));
+    EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(Array<String>), value = " +
+                        zartest::text(other.toString()) + "\n"));
 
-  Array<String> gotNames;
-  EXPECT_EQ(0, ZAR_Common::getProperty(i, "Names", gotNames));
-  EXPECT_EQ(2u, gotNames.size());
-  EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(Array<String>), value = first\n"));
+    Array<String> gotNames;
+    EXPECT_EQ(0, ZAR_Common::getProperty(i, "Names", gotNames));
+    EXPECT_EQ(2u, gotNames.size());
+    EXPECT_TRUE(log.has("<--ZAR_Common::getProperty(Array<String>), value = first\n"));
 }
 
-TEST_F(AccessorsTest, StringReadersOfInstancesAndPaths) {
-  CIMInstance i = skeleton();
-  ZAR_Common::setPropertyValue(i, "Name", String("alpha"));
-  LogCapture log;
-  EXPECT_EQ("alpha", zartest::text(ZAR_Common::getStringProperty(i, "name")));
-  EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "Nested")));  // null
-  EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "Missing")));
-  EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "")));
-  EXPECT_TRUE(log.has("\tInvalid property name.\n"));
-  EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(CIMInstance(), "Name")));
-  EXPECT_THROW(ZAR_Common::getStringProperty(i, "Count"), TypeMismatchException);
+TEST_F(AccessorsTest, StringReadersOfInstancesAndPaths)
+{
+    CIMInstance i = skeleton();
+    ZAR_Common::setPropertyValue(i, "Name", String("alpha"));
+    LogCapture log;
+    EXPECT_EQ("alpha", zartest::text(ZAR_Common::getStringProperty(i, "name")));
+    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "Nested")));  // null
+    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "Missing")));
+    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "")));
+    EXPECT_TRUE(log.has("\tInvalid property name.\n"));
+    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(CIMInstance(), "Name")));
+    EXPECT_THROW(ZAR_Common::getStringProperty(i, "Count"), TypeMismatchException);
 
-  CIMObjectPath p("root/zar:ZAR_Thing.DeviceID=\"HS:1\",Name=\"n\"");
-  EXPECT_EQ("HS:1", zartest::text(ZAR_Common::getStringProperty(p, "deviceid")));
-  EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(p, "Absent")));
+    CIMObjectPath p("root/zar:ZAR_Thing.DeviceID=\"HS:1\",Name=\"n\"");
+    EXPECT_EQ("HS:1", zartest::text(ZAR_Common::getStringProperty(p, "deviceid")));
+    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(p, "Absent")));
 }
 
-TEST_F(AccessorsTest, GetPropertyValueDistinguishesEmptyNameFromUnknownName) {
-  CIMInstance i = skeleton();
-  CIMValue empty = ZAR_Common::getPropertyValue(i, "");
-  EXPECT_FALSE(empty.isNull());
-  EXPECT_EQ(CIMTYPE_STRING, empty.getType());
-  EXPECT_TRUE(ZAR_Common::getPropertyValue(i, "Unknown").isNull());
-  CIMValue count = ZAR_Common::getPropertyValue(i, "Count");
-  EXPECT_EQ(CIMTYPE_UINT32, count.getType());
+TEST_F(AccessorsTest, GetPropertyValueDistinguishesEmptyNameFromUnknownName)
+{
+    CIMInstance i = skeleton();
+    CIMValue empty = ZAR_Common::getPropertyValue(i, "");
+    EXPECT_FALSE(empty.isNull());
+    EXPECT_EQ(CIMTYPE_STRING, empty.getType());
+    EXPECT_TRUE(ZAR_Common::getPropertyValue(i, "Unknown").isNull());
+    CIMValue count = ZAR_Common::getPropertyValue(i, "Count");
+    EXPECT_EQ(CIMTYPE_UINT32, count.getType());
 }
 
-TEST_F(AccessorsTest, GetParameterTreatsNullLikeAbsentAndIgnoresCase) {
-  Array<CIMParamValue> in;
-  in.append(CIMParamValue("DeviceNumbers", CIMValue(CIMTYPE_UINT16, false)));
-  in.append(CIMParamValue("DeviceNumbers", CIMValue(Uint16(12))));
-  in.append(CIMParamValue("OnlyNull", CIMValue(CIMTYPE_STRING, false)));
+TEST_F(AccessorsTest, GetParameterTreatsNullLikeAbsentAndIgnoresCase)
+{
+    Array<CIMParamValue> in;
+    in.append(CIMParamValue("DeviceNumbers", CIMValue(CIMTYPE_UINT16, false)));
+    in.append(CIMParamValue("DeviceNumbers", CIMValue(Uint16(12))));
+    in.append(CIMParamValue("OnlyNull", CIMValue(CIMTYPE_STRING, false)));
 
-  LogCapture log;
-  Uint16 n = 0;
-  EXPECT_EQ(0, ZAR_Common::getParameter(in, "devicenumbers", n));
-  EXPECT_EQ(12, n);
-  EXPECT_TRUE(log.has("-->ZAR_Common::getParameter(Uint16), paramName = devicenumbers\n"));
-  EXPECT_TRUE(log.has("<--ZAR_Common::getParameter(Uint16), paramValue = 12\n"));
+    LogCapture log;
+    Uint16 n = 0;
+    EXPECT_EQ(0, ZAR_Common::getParameter(in, "devicenumbers", n));
+    EXPECT_EQ(12, n);
+    EXPECT_TRUE(log.has("-->ZAR_Common::getParameter(Uint16), paramName = devicenumbers\n"));
+    EXPECT_TRUE(log.has("<--ZAR_Common::getParameter(Uint16), paramValue = 12\n"));
 
-  String s("kept");
-  EXPECT_EQ(3, ZAR_Common::getParameter(in, "OnlyNull", s));
-  EXPECT_EQ("kept", zartest::text(s));
-  EXPECT_EQ(3, ZAR_Common::getParameter(in, "Absent", s));
+    String s("kept");
+    EXPECT_EQ(3, ZAR_Common::getParameter(in, "OnlyNull", s));
+    EXPECT_EQ("kept", zartest::text(s));
+    EXPECT_EQ(3, ZAR_Common::getParameter(in, "Absent", s));
 
-  Uint32 wrong = 0;
-  EXPECT_THROW(ZAR_Common::getParameter(in, "DeviceNumbers", wrong), TypeMismatchException);
+    Uint32 wrong = 0;
+    EXPECT_THROW(ZAR_Common::getParameter(in, "DeviceNumbers", wrong), TypeMismatchException);
 }
 
-TEST_F(AccessorsTest, StringArrayParameterExitLineHasNoLineEnd) {
-  Array<String> ids;
-  ids.append("2100001B32000001");
-  Array<CIMParamValue> in;
-  in.append(CIMParamValue("InitiatorPortIDs", CIMValue(ids)));
-  LogCapture log;
-  Array<String> got;
-  EXPECT_EQ(0, ZAR_Common::getParameter(in, "InitiatorPortIDs", got));
-  EXPECT_EQ(1u, got.size());
-  EXPECT_TRUE(log.has("<--ZAR_Common::getParameter(Array<String>)"));
+TEST_F(AccessorsTest, StringArrayParameterExitLineHasNoLineEnd)
+{
+    Array<String> ids;
+    ids.append("2100001B32000001");
+    Array<CIMParamValue> in;
+    in.append(CIMParamValue("InitiatorPortIDs", CIMValue(ids)));
+    LogCapture log;
+    Array<String> got;
+    EXPECT_EQ(0, ZAR_Common::getParameter(in, "InitiatorPortIDs", got));
+    EXPECT_EQ(1u, got.size());
+    EXPECT_TRUE(log.has("<--ZAR_Common::getParameter(Array<String>)"));
 }
 
-TEST_F(AccessorsTest, WritersSkipMissingPropertiesAndKeepTypes) {
-  CIMInstance i = skeleton();
-  ZAR_Common::setPropertyValue(i, "NotInClass", String("x"));
-  EXPECT_EQ(8u, i.getPropertyCount());
-  EXPECT_EQ(PEG_NOT_FOUND, i.findProperty("NotInClass"));
+TEST_F(AccessorsTest, WritersSkipMissingPropertiesAndKeepTypes)
+{
+    CIMInstance i = skeleton();
+    ZAR_Common::setPropertyValue(i, "NotInClass", String("x"));
+    EXPECT_EQ(8u, i.getPropertyCount());
+    EXPECT_EQ(PEG_NOT_FOUND, i.findProperty("NotInClass"));
 
-  // A value of another type than the class declares is refused, not
-  // silently converted.
-  EXPECT_THROW(ZAR_Common::setPropertyValue(i, "Count", Uint16(1)), TypeMismatchException);
+    // A value of another type than the class declares is refused, not
+    // silently converted.
+    EXPECT_THROW(ZAR_Common::setPropertyValue(i, "Count", Uint16(1)), TypeMismatchException);
 
-  ZAR_Common::setPropertyValue(i, "Count", Uint32(8));
-  ZAR_Common::setPropertyValueToNull(i, "Count", CIMTYPE_UINT32);
-  EXPECT_TRUE(ZAR_Common::getPropertyValue(i, "Count").isNull());
-  ZAR_Common::setPropertyValueToNull(i, "Absent", CIMTYPE_UINT32);
-  EXPECT_EQ(8u, i.getPropertyCount());
+    ZAR_Common::setPropertyValue(i, "Count", Uint32(8));
+    ZAR_Common::setPropertyValueToNull(i, "Count", CIMTYPE_UINT32);
+    EXPECT_TRUE(ZAR_Common::getPropertyValue(i, "Count").isNull());
+    ZAR_Common::setPropertyValueToNull(i, "Absent", CIMTYPE_UINT32);
+    EXPECT_EQ(8u, i.getPropertyCount());
 }
 
-TEST_F(AccessorsTest, EmbeddedInstanceReplacesThePropertyAtTheEnd) {
-  CIMInstance i = skeleton();
-  CIMInstance inner("ZAR_Inner");
-  inner.addProperty(CIMProperty("V", CIMValue(Uint32(1))));
-  ZAR_Common::setPropertyValue(i, "Nested", inner);
-  Uint32 pos = i.findProperty("Nested");
-  ASSERT_EQ(i.getPropertyCount() - 1, pos);
-  EXPECT_EQ(CIMTYPE_INSTANCE, i.getProperty(pos).getType());
-  ZAR_Common::setPropertyValue(i, "Missing", inner);
-  EXPECT_EQ(8u, i.getPropertyCount());
+TEST_F(AccessorsTest, EmbeddedInstanceReplacesThePropertyAtTheEnd)
+{
+    CIMInstance i = skeleton();
+    CIMInstance inner("ZAR_Inner");
+    inner.addProperty(CIMProperty("V", CIMValue(Uint32(1))));
+    ZAR_Common::setPropertyValue(i, "Nested", inner);
+    Uint32 pos = i.findProperty("Nested");
+    ASSERT_EQ(i.getPropertyCount() - 1, pos);
+    EXPECT_EQ(CIMTYPE_INSTANCE, i.getProperty(pos).getType());
+    ZAR_Common::setPropertyValue(i, "Missing", inner);
+    EXPECT_EQ(8u, i.getPropertyCount());
 }
 
 }  // namespace

@@ -14,7 +14,8 @@ namespace {
 
 class ClassRepositoryTest : public ::testing::Test {
 protected:
-    void SetUp() override {
+    void SetUp() override
+    {
         std::vector<mof::Declaration> decls;
         MofParser().parseText("r.mof", R"(
             Qualifier Description : string = null, Scope(any), Flavor(Translatable);
@@ -24,21 +25,26 @@ protected:
             class Child : Root { string B; };
             class GrandChild : Child { string C; };
             class Child2 : Root { };
-            class Other { };)", decls);
+            class Other { };)",
+                              decls);
         SchemaCompiler(repo).compile(decls, ns);
     }
-    static std::vector<std::string> names(const Array<CIMName>& a) {
+    static std::vector<std::string> names(const Array<CIMName>& a)
+    {
         std::vector<std::string> out;
-        for (Uint32 i = 0; i < a.size(); ++i) out.push_back((const char*)a[i].getString().getCString());
+        for (Uint32 i = 0; i < a.size(); ++i)
+            out.push_back((const char*)a[i].getString().getCString());
         return out;
     }
-    static std::vector<std::string> props(const CIMClass& c) {
+    static std::vector<std::string> props(const CIMClass& c)
+    {
         std::vector<std::string> out;
         for (Uint32 i = 0; i < c.getPropertyCount(); ++i)
             out.push_back((const char*)c.getProperty(i).getName().getString().getCString());
         return out;
     }
-    static CIMStatusCode codeOf(std::function<void()> f) {
+    static CIMStatusCode codeOf(std::function<void()> f)
+    {
         try {
             f();
         } catch (const CIMException& e) {
@@ -52,7 +58,8 @@ protected:
 
 }  // namespace
 
-TEST_F(ClassRepositoryTest, GetClassFlags) {
+TEST_F(ClassRepositoryTest, GetClassFlags)
+{
     CIMClass full = repo.getClass(ns, CIMName("grandchild"), false, true, true, CIMPropertyList());
     EXPECT_EQ(String("GrandChild"), full.getClassName().getString());
     EXPECT_EQ((std::vector<std::string>{"Id", "A", "B", "C"}), props(full));
@@ -66,7 +73,8 @@ TEST_F(ClassRepositoryTest, GetClassFlags) {
     EXPECT_EQ(0u, local.getMethodCount());
     EXPECT_EQ(PEG_NOT_FOUND, local.findQualifier(CIMName("Description")));
 
-    CIMClass bare = repo.getClass(ns, CIMName("GrandChild"), false, false, false, CIMPropertyList());
+    CIMClass bare =
+        repo.getClass(ns, CIMName("GrandChild"), false, false, false, CIMPropertyList());
     EXPECT_EQ(0u, bare.getQualifierCount());
     EXPECT_EQ(0u, bare.getProperty(0).getQualifierCount());
     EXPECT_EQ(0u, bare.getMethod(0).getParameter(0).getQualifierCount());
@@ -76,8 +84,9 @@ TEST_F(ClassRepositoryTest, GetClassFlags) {
     Array<CIMName> only;
     only.append(CIMName("c"));
     only.append(CIMName("Nonexistent"));
-    EXPECT_EQ((std::vector<std::string>{"C"}),
-              props(repo.getClass(ns, CIMName("GrandChild"), false, true, true, CIMPropertyList(only))));
+    EXPECT_EQ(
+        (std::vector<std::string>{"C"}),
+        props(repo.getClass(ns, CIMName("GrandChild"), false, true, true, CIMPropertyList(only))));
     EXPECT_TRUE(props(repo.getClass(ns, CIMName("GrandChild"), false, true, true,
                                     CIMPropertyList(Array<CIMName>())))
                     .empty());
@@ -87,7 +96,8 @@ TEST_F(ClassRepositoryTest, GetClassFlags) {
                       .getPropertyCount());
 }
 
-TEST_F(ClassRepositoryTest, EnumerationsFollowTheHierarchy) {
+TEST_F(ClassRepositoryTest, EnumerationsFollowTheHierarchy)
+{
     EXPECT_EQ((std::vector<std::string>{"Root", "Other"}),
               names(repo.enumerateClassNames(ns, CIMName(), false)));
     EXPECT_EQ((std::vector<std::string>{"Root", "Child", "GrandChild", "Child2", "Other"}),
@@ -108,7 +118,8 @@ TEST_F(ClassRepositoryTest, EnumerationsFollowTheHierarchy) {
     EXPECT_FALSE(repo.isA(ns, CIMName("Child2"), CIMName("Child")));
 }
 
-TEST_F(ClassRepositoryTest, ErrorsCarryTheirCodes) {
+TEST_F(ClassRepositoryTest, ErrorsCarryTheirCodes)
+{
     EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, codeOf([&] {
                   repo.getClass(CIMNamespaceName("root/none"), CIMName("Root"), false, true, true,
                                 CIMPropertyList());
@@ -118,8 +129,9 @@ TEST_F(ClassRepositoryTest, ErrorsCarryTheirCodes) {
               }));
     EXPECT_EQ(CIM_ERR_INVALID_CLASS,
               codeOf([&] { repo.enumerateClassNames(ns, CIMName("Nope"), true); }));
-    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE,
-              codeOf([&] { repo.enumerateClasses(CIMNamespaceName("x"), CIMName(), true, false, true, true); }));
+    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, codeOf([&] {
+                  repo.enumerateClasses(CIMNamespaceName("x"), CIMName(), true, false, true, true);
+              }));
     try {
         repo.requireClass(ns, CIMName("NoSuchClass"));
     } catch (const CIMException& e) {

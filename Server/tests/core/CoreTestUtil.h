@@ -14,7 +14,8 @@
 
 namespace coretest {
 
-inline zarserver::CoreConfig testConfig() {
+inline zarserver::CoreConfig testConfig()
+{
     zarserver::CoreConfig c;
     c.schemaDir = ZAR_TEST_SCHEMA_DIR;
     c.providerDir = ZAR_PROVIDER_DIR;
@@ -56,7 +57,8 @@ struct Failure {
     Pegasus::CIMStatusCode code = Pegasus::CIM_ERR_SUCCESS;
     std::string message;
 };
-inline Failure failure(const std::function<void()>& f) {
+inline Failure failure(const std::function<void()>& f)
+{
     Failure out;
     try {
         f();
@@ -67,7 +69,10 @@ inline Failure failure(const std::function<void()>& f) {
     return out;
 }
 
-inline std::string str(const Pegasus::String& s) { return (const char*)s.getCString(); }
+inline std::string str(const Pegasus::String& s)
+{
+    return (const char*)s.getCString();
+}
 
 }  // namespace coretest
 

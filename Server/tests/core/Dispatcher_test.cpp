@@ -29,7 +29,8 @@ protected:
     static CIMObjectPath path(const char* text) { return CIMObjectPath(String(text)); }
 
     std::vector<std::string> enumerateNames(const char* cls, bool deep = true,
-                                            const CIMPropertyList& pl = CIMPropertyList()) {
+                                            const CIMPropertyList& pl = CIMPropertyList())
+    {
         coretest::Instances h;
         d.enumerateInstances(ctx, kNs, CIMName(cls), deep, false, false, false, pl, h);
         EXPECT_EQ(1, h.completed);
@@ -46,7 +47,8 @@ protected:
     }
 
     CIMValue invoke(const char* object, const char* method, const Array<CIMParamValue>& in,
-                    Array<CIMParamValue>& out) {
+                    Array<CIMParamValue>& out)
+    {
         return d.invokeMethod(ctx, kNs, path(object), CIMName(method), in, out);
     }
 
@@ -55,7 +57,8 @@ protected:
     OperationContext ctx;
 };
 
-std::string outString(const Array<CIMParamValue>& out, const char* name) {
+std::string outString(const Array<CIMParamValue>& out, const char* name)
+{
     for (Uint32 i = 0; i < out.size(); ++i)
         if (String::equalNoCase(out[i].getParameterName(), name)) {
             String s;
@@ -67,15 +70,17 @@ std::string outString(const Array<CIMParamValue>& out, const char* name) {
 
 }  // namespace
 
-TEST_F(DispatcherTest, EnumerationsReachEverySubclassProviderOnce) {
+TEST_F(DispatcherTest, EnumerationsReachEverySubclassProviderOnce)
+{
     EXPECT_EQ((std::vector<std::string>{
                   "ZTest_SpecialWidget.Name=\"s1\" [Name,Count,Enabled,Made,Tags,Speciality]",
                   "ZTest_Widget.Name=\"w1\" [Name,Count,Enabled,Made,Tags]"}),
               enumerateNames("ZTest_Widget"));
     // Shallow: subclass instances keep only the requested class's properties.
-    EXPECT_EQ((std::vector<std::string>{"ZTest_SpecialWidget.Name=\"s1\" [Name,Count,Enabled,Made,Tags]",
-                                        "ZTest_Widget.Name=\"w1\" [Name,Count,Enabled,Made,Tags]"}),
-              enumerateNames("ZTest_Widget", false));
+    EXPECT_EQ(
+        (std::vector<std::string>{"ZTest_SpecialWidget.Name=\"s1\" [Name,Count,Enabled,Made,Tags]",
+                                  "ZTest_Widget.Name=\"w1\" [Name,Count,Enabled,Made,Tags]"}),
+        enumerateNames("ZTest_Widget", false));
     EXPECT_EQ((std::vector<std::string>{
                   "ZTest_SpecialWidget.Name=\"s1\" [Name,Count,Enabled,Made,Tags,Speciality]"}),
               enumerateNames("ztest_specialwidget"));
@@ -85,7 +90,8 @@ TEST_F(DispatcherTest, EnumerationsReachEverySubclassProviderOnce) {
     EXPECT_EQ(1, names.completed);
 }
 
-TEST_F(DispatcherTest, PropertyListFiltersWithoutTouchingProviderState) {
+TEST_F(DispatcherTest, PropertyListFiltersWithoutTouchingProviderState)
+{
     Array<CIMName> pl;
     pl.append(CIMName("count"));
     EXPECT_EQ((std::vector<std::string>{"ZTest_SpecialWidget.Name=\"s1\" [Count]",
@@ -102,7 +108,8 @@ TEST_F(DispatcherTest, PropertyListFiltersWithoutTouchingProviderState) {
                       .getPropertyCount());
 }
 
-TEST_F(DispatcherTest, InstanceLifecycleThroughTheProvider) {
+TEST_F(DispatcherTest, InstanceLifecycleThroughTheProvider)
+{
     CIMInstance w(CIMName("ZTest_Widget"));
     w.addProperty(CIMProperty(CIMName("Name"), CIMValue(String("w9"))));
     w.addProperty(CIMProperty(CIMName("Count"), CIMValue(Uint16(9))));
@@ -118,7 +125,8 @@ TEST_F(DispatcherTest, InstanceLifecycleThroughTheProvider) {
     only.append(CIMName("Count"));
     d.modifyInstance(ctx, kNs, change, false, CIMPropertyList(only));
     EXPECT_EQ(CIMValue(Uint16(10)), d.getProperty(ctx, kNs, p, CIMName("Count")));
-    EXPECT_EQ(CIMValue(Boolean(false)), d.getProperty(ctx, kNs, p, CIMName("Enabled")));  // not in the list
+    EXPECT_EQ(CIMValue(Boolean(false)),
+              d.getProperty(ctx, kNs, p, CIMName("Enabled")));  // not in the list
 
     d.setProperty(ctx, kNs, p, CIMName("Enabled"), CIMValue(String("TRUE")));
     EXPECT_EQ(CIMValue(Boolean(true)), d.getProperty(ctx, kNs, p, CIMName("Enabled")));
@@ -126,13 +134,17 @@ TEST_F(DispatcherTest, InstanceLifecycleThroughTheProvider) {
               failure([&] { d.getProperty(ctx, kNs, p, CIMName("Nope")); }).code);
 
     d.deleteInstance(ctx, kNs, p);
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, failure([&] {
-                  d.getInstance(ctx, kNs, p, false, false, false, CIMPropertyList());
-              }).code);
+    EXPECT_EQ(
+        CIM_ERR_NOT_FOUND,
+        failure([&] { d.getInstance(ctx, kNs, p, false, false, false, CIMPropertyList()); }).code);
 }
 
-TEST_F(DispatcherTest, DeliveriesAreChecked) {
-    struct Case { const char* name; const char* message; } cases[] = {
+TEST_F(DispatcherTest, DeliveriesAreChecked)
+{
+    struct Case {
+        const char* name;
+        const char* message;
+    } cases[] = {
         {"__twice", "Too many objects delivered."},
         {"__none", "Too few objects delivered."},
         {"__uninit", "The object is not initialized."},
@@ -146,45 +158,56 @@ TEST_F(DispatcherTest, DeliveriesAreChecked) {
         EXPECT_EQ(c.message, f.message);
     }
     Array<CIMParamValue> out;
-    auto f = failure([&] { invoke("ZTest_Service.Name=\"svc\"", "NullReturn", Array<CIMParamValue>(), out); });
+    auto f = failure(
+        [&] { invoke("ZTest_Service.Name=\"svc\"", "NullReturn", Array<CIMParamValue>(), out); });
     EXPECT_EQ(CIM_ERR_FAILED, f.code);
     EXPECT_EQ("The object is not initialized.", f.message);
 }
 
-TEST_F(DispatcherTest, ClassesWithoutProviderServeTheirMofInstancesReadOnly) {
+TEST_F(DispatcherTest, ClassesWithoutProviderServeTheirMofInstancesReadOnly)
+{
     CIMNamespaceName interop("root/PG_InterOp");
     coretest::Instances modules;
     d.enumerateInstances(ctx, interop, CIMName("PG_ProviderModule"), true, false, false, false,
                          CIMPropertyList(), modules);
     EXPECT_EQ(2u, modules.items.size());
-    CIMInstance m = d.getInstance(ctx, interop, path("PG_ProviderModule.Name=\"ZTest_Module\""), false,
-                                  false, false, CIMPropertyList());
-    EXPECT_EQ(CIMValue(String("ZarTestProvider")), m.getProperty(m.findProperty(CIMName("Location"))).getValue());
+    CIMInstance m = d.getInstance(ctx, interop, path("PG_ProviderModule.Name=\"ZTest_Module\""),
+                                  false, false, false, CIMPropertyList());
+    EXPECT_EQ(CIMValue(String("ZarTestProvider")),
+              m.getProperty(m.findProperty(CIMName("Location"))).getValue());
     EXPECT_EQ(CIM_ERR_NOT_FOUND, failure([&] {
-                  d.getInstance(ctx, interop, path("PG_ProviderModule.Name=\"none\""), false, false,
-                                false, CIMPropertyList());
-              }).code);
+                                     d.getInstance(ctx, interop,
+                                                   path("PG_ProviderModule.Name=\"none\""), false,
+                                                   false, false, CIMPropertyList());
+                                 }).code);
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, failure([&] { d.createInstance(ctx, interop, m); }).code);
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, failure([&] { d.deleteInstance(ctx, interop, m.getPath()); }).code);
+    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED,
+              failure([&] { d.deleteInstance(ctx, interop, m.getPath()); }).code);
 }
 
-TEST_F(DispatcherTest, NamespaceAndClassErrors) {
-    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, failure([&] {
+TEST_F(DispatcherTest, NamespaceAndClassErrors)
+{
+    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE,
+              failure([&] {
                   coretest::Instances h;
                   d.enumerateInstances(ctx, CIMNamespaceName("root/none"), CIMName("ZTest_Widget"),
                                        true, false, false, false, CIMPropertyList(), h);
               }).code);
     EXPECT_EQ(CIM_ERR_INVALID_CLASS, failure([&] {
-                  d.getInstance(ctx, kNs, path("Nope.Name=\"x\""), false, false, false, CIMPropertyList());
-              }).code);
+                                         d.getInstance(ctx, kNs, path("Nope.Name=\"x\""), false,
+                                                       false, false, CIMPropertyList());
+                                     }).code);
     EXPECT_EQ(CIM_ERR_INVALID_CLASS, failure([&] {
-                  d.getClass(ctx, kNs, CIMName("Nope"), false, true, true, CIMPropertyList());
-              }).code);
-    EXPECT_EQ(5u, d.getClass(ctx, kNs, CIMName("ZTest_Service"), false, true, true, CIMPropertyList())
-                      .getMethodCount());
+                                         d.getClass(ctx, kNs, CIMName("Nope"), false, true, true,
+                                                    CIMPropertyList());
+                                     }).code);
+    EXPECT_EQ(5u,
+              d.getClass(ctx, kNs, CIMName("ZTest_Service"), false, true, true, CIMPropertyList())
+                  .getMethodCount());
 }
 
-TEST_F(DispatcherTest, AssociationsRouteFilterAndCompletePaths) {
+TEST_F(DispatcherTest, AssociationsRouteFilterAndCompletePaths)
+{
     CIMObjectPath g1 = path("ZTest_Gadget.Name=\"g1\"");
     coretest::Paths names;
     d.associatorNames(ctx, kNs, g1, CIMName(), CIMName(), String(), String(), names);
@@ -196,8 +219,8 @@ TEST_F(DispatcherTest, AssociationsRouteFilterAndCompletePaths) {
     }
     // resultClass narrows to the subclass; the server drops the other widget.
     coretest::Objects special;
-    d.associators(ctx, kNs, g1, CIMName(), CIMName("ZTest_SpecialWidget"), String(), String(), false,
-                  false, CIMPropertyList(), special);
+    d.associators(ctx, kNs, g1, CIMName(), CIMName("ZTest_SpecialWidget"), String(), String(),
+                  false, false, CIMPropertyList(), special);
     ASSERT_EQ(1u, special.items.size());
     EXPECT_EQ("ZTest_SpecialWidget", str(special.items[0].getClassName().getString()));
 
@@ -208,31 +231,38 @@ TEST_F(DispatcherTest, AssociationsRouteFilterAndCompletePaths) {
     EXPECT_EQ("ZTest_WidgetGadget", str(refs.items[0].getClassName().getString()));
 
     // Filters on the class definitions leave no provider to ask.
-    struct Case { const char* assoc; const char* result; const char* role; const char* resultRole; } none[] = {
-        {"ZTest_Widget", nullptr, "", ""},     // not an association of this object
-        {nullptr, "ZTest_Service", "", ""},    // nothing of that class at the far end
-        {nullptr, nullptr, "Widget", ""},      // a gadget never plays Widget
-        {nullptr, nullptr, "", "Gadget"},      // nor is a gadget at the far end
+    struct Case {
+        const char* assoc;
+        const char* result;
+        const char* role;
+        const char* resultRole;
+    } none[] = {
+        {"ZTest_Widget", nullptr, "", ""},   // not an association of this object
+        {nullptr, "ZTest_Service", "", ""},  // nothing of that class at the far end
+        {nullptr, nullptr, "Widget", ""},    // a gadget never plays Widget
+        {nullptr, nullptr, "", "Gadget"},    // nor is a gadget at the far end
     };
     for (const Case& c : none) {
         coretest::Paths p;
         d.associatorNames(ctx, kNs, g1, c.assoc ? CIMName(c.assoc) : CIMName(),
                           c.result ? CIMName(c.result) : CIMName(), String(c.role),
                           String(c.resultRole), p);
-        EXPECT_EQ(0u, p.items.size()) << (c.assoc ? c.assoc : "") << (c.result ? c.result : "")
-                                      << c.role << c.resultRole;
+        EXPECT_EQ(0u, p.items.size())
+            << (c.assoc ? c.assoc : "") << (c.result ? c.result : "") << c.role << c.resultRole;
         EXPECT_EQ(1, p.completed);
     }
     coretest::Paths rn;
     d.referenceNames(ctx, kNs, g1, CIMName("ZTest_WidgetGadget"), String("Gadget"), rn);
     EXPECT_EQ(2u, rn.items.size());
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, failure([&] {
-                  coretest::Paths p;
-                  d.referenceNames(ctx, kNs, path("Nope.K=1"), CIMName(), String(), p);
-              }).code);
+                                             coretest::Paths p;
+                                             d.referenceNames(ctx, kNs, path("Nope.K=1"), CIMName(),
+                                                              String(), p);
+                                         }).code);
 }
 
-TEST_F(DispatcherTest, MethodParametersArriveTypedAsDeclared) {
+TEST_F(DispatcherTest, MethodParametersArriveTypedAsDeclared)
+{
     Array<CIMParamValue> in, out;
     Array<String> tags, levels;
     tags.append("a");
@@ -271,8 +301,13 @@ TEST_F(DispatcherTest, MethodParametersArriveTypedAsDeclared) {
               failure([&] { invoke("ZTest_Service.Name=\"svc\"", "Configure", bad, out); }).code);
 }
 
-TEST_F(DispatcherTest, ProviderExceptionsBecomeCimErrors) {
-    struct Case { const char* kind; CIMStatusCode code; const char* message; } cases[] = {
+TEST_F(DispatcherTest, ProviderExceptionsBecomeCimErrors)
+{
+    struct Case {
+        const char* kind;
+        CIMStatusCode code;
+        const char* message;
+    } cases[] = {
         {"cim", CIM_ERR_ACCESS_DENIED, "Insufficient privilege"},
         {"notfound", CIM_ERR_NOT_FOUND, "Test CIM Object not found."},
         {"pegasus", CIM_ERR_FAILED, "plain pegasus exception"},
@@ -294,18 +329,23 @@ TEST_F(DispatcherTest, ProviderExceptionsBecomeCimErrors) {
     EXPECT_EQ("LU=x: bad\n", vendor.message);
 
     // Undeclared methods still reach the provider.
-    auto unknown = failure([&] { invoke("ZTest_Service.Name=\"svc\"", "Bogus", Array<CIMParamValue>(), out); });
+    auto unknown = failure(
+        [&] { invoke("ZTest_Service.Name=\"svc\"", "Bogus", Array<CIMParamValue>(), out); });
     EXPECT_EQ(CIM_ERR_METHOD_NOT_FOUND, unknown.code);
     EXPECT_EQ("unknown method Bogus", unknown.message);
     // A provider registered for methods that is no method provider.
-    auto iface = failure([&] { invoke("ZTest_Gadget.Name=\"g1\"", "Anything", Array<CIMParamValue>(), out); });
+    auto iface = failure(
+        [&] { invoke("ZTest_Gadget.Name=\"g1\"", "Anything", Array<CIMParamValue>(), out); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, iface.code);
     EXPECT_EQ("Invalid provider interface.", iface.message);
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED,
-              failure([&] { invoke("ZTest_Widget.Name=\"w1\"", "Anything", Array<CIMParamValue>(), out); }).code);
+    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, failure([&] {
+                                         invoke("ZTest_Widget.Name=\"w1\"", "Anything",
+                                                Array<CIMParamValue>(), out);
+                                     }).code);
 }
 
-TEST_F(DispatcherTest, ProvidersSeeTheCallersIdentityAndAddress) {
+TEST_F(DispatcherTest, ProvidersSeeTheCallersIdentityAndAddress)
+{
     Array<CIMParamValue> out;
     // A request without an identity is the server's own (a provider's
     // CIMOMHandle): it carries the user the server runs as.

@@ -14,14 +14,16 @@ using namespace zarserver;
 
 namespace {
 
-std::vector<mof::Declaration> parse(const std::string& text, const std::string& file = "t.mof") {
+std::vector<mof::Declaration> parse(const std::string& text, const std::string& file = "t.mof")
+{
     std::vector<mof::Declaration> out;
     MofParser().parseText(file, text, out);
     return out;
 }
 
 // The MofError for text; fails the test if it parses.
-MofError parseError(const std::string& text) {
+MofError parseError(const std::string& text)
+{
     try {
         parse(text);
     } catch (const MofError& e) {
@@ -31,20 +33,24 @@ MofError parseError(const std::string& text) {
     return MofError(SourcePos(), "none");
 }
 
-std::string tempDir() {
+std::string tempDir()
+{
     char tmpl[] = "/tmp/zarmofXXXXXX";
     return mkdtemp(tmpl);
 }
 
-void writeFile(const std::string& path, const std::string& text) {
+void writeFile(const std::string& path, const std::string& text)
+{
     std::ofstream(path) << text;
 }
 
 }  // namespace
 
-TEST(MofParser, QualifierDeclarationWithScopesFlavorsAndArrayType) {
+TEST(MofParser, QualifierDeclarationWithScopesFlavorsAndArrayType)
+{
     auto d = parse(
-        "Qualifier Values : string[], Scope(property, method), Flavor(EnableOverride, Translatable);\n"
+        "Qualifier Values : string[], Scope(property, method), Flavor(EnableOverride, "
+        "Translatable);\n"
         "qualifier Abstract : boolean = false, scope(class, association), flavor(Restricted);");
     ASSERT_EQ(2u, d.size());
     const mof::QualifierDecl& v = d[0].qualifierDecl;
@@ -59,7 +65,8 @@ TEST(MofParser, QualifierDeclarationWithScopesFlavorsAndArrayType) {
     EXPECT_FALSE(d[1].qualifierDecl.defaultValue.boolean);
 }
 
-TEST(MofParser, ClassWithEveryKindOfFeature) {
+TEST(MofParser, ClassWithEveryKindOfFeature)
+{
     auto d = parse(R"(
         // line comment
         [Association, Description("An " "example" /* inline */ ), Version("1.0")]
@@ -110,7 +117,8 @@ TEST(MofParser, ClassWithEveryKindOfFeature) {
     EXPECT_EQ("ref", m.parameters[3].type.name);
 }
 
-TEST(MofParser, InstancesAliasesAndOldStyleFlavors) {
+TEST(MofParser, InstancesAliasesAndOldStyleFlavors)
+{
     auto d = parse(
         "instance of Z_Thing as $T1 { Name = \"one\"; Refs = {$T0}; Count = +5; };\n"
         "[Key : DisableOverride ToSubclass] instance of Z_Other { X = 'q'; };");
@@ -126,7 +134,8 @@ TEST(MofParser, InstancesAliasesAndOldStyleFlavors) {
               d[1].instanceDecl.qualifiers[0].flavors);
 }
 
-TEST(MofParser, StringEscapesIntegerBasesAndUtf8) {
+TEST(MofParser, StringEscapesIntegerBasesAndUtf8)
+{
     auto d = parse(
         "instance of C { S = \"q\\\"b\\\\n\\x41\\X00e9\"; H = 0X10; O = 017; B = 101b; "
         "U = \"\xC3\xA9t\xC3\xA9\"; };");
@@ -138,16 +147,19 @@ TEST(MofParser, StringEscapesIntegerBasesAndUtf8) {
     EXPECT_EQ("\xC3\xA9t\xC3\xA9", p[4].value.text);
 }
 
-TEST(MofParser, PragmaNamespaceAppliesToLaterDeclarations) {
-    auto d = parse("class A { };\n#pragma namespace (\"root/other\")\nclass B { };\n"
-                   "#pragma locale (\"en_US\")\nclass C { };");
+TEST(MofParser, PragmaNamespaceAppliesToLaterDeclarations)
+{
+    auto d = parse(
+        "class A { };\n#pragma namespace (\"root/other\")\nclass B { };\n"
+        "#pragma locale (\"en_US\")\nclass C { };");
     ASSERT_EQ(3u, d.size());
     EXPECT_EQ("", d[0].nameSpace);
     EXPECT_EQ("root/other", d[1].nameSpace);
     EXPECT_EQ("root/other", d[2].nameSpace);
 }
 
-TEST(MofParser, ErrorsNameFileLineAndColumn) {
+TEST(MofParser, ErrorsNameFileLineAndColumn)
+{
     MofError e = parseError("class A {\n  uint16 X\n};");
     EXPECT_EQ(3, e.pos().line);
     EXPECT_EQ(1, e.pos().column);
@@ -163,7 +175,8 @@ TEST(MofParser, ErrorsNameFileLineAndColumn) {
     EXPECT_EQ(31, e.pos().column);
 }
 
-TEST(MofParser, HostileInputFailsCleanly) {
+TEST(MofParser, HostileInputFailsCleanly)
+{
     struct Case {
         const char* text;
         const char* message;
@@ -199,7 +212,8 @@ TEST(MofParser, HostileInputFailsCleanly) {
     EXPECT_THROW(parse("instance of C { A = " + std::string(100000, '-') + "1; };"), MofError);
 }
 
-TEST(MofParser, IncludesResolveRelativeToTheIncludingFile) {
+TEST(MofParser, IncludesResolveRelativeToTheIncludingFile)
+{
     std::string dir = tempDir();
     mkdir((dir + "/sub").c_str(), 0700);
     writeFile(dir + "/main.mof", "#pragma include (\"sub/a.mof\")\nclass Main { };\n");

@@ -10,7 +10,8 @@ using namespace Pegasus;
 
 namespace {
 
-CIMMethod declaration() {
+CIMMethod declaration()
+{
     CIMMethod m(CIMName("Do"), CIMTYPE_UINT32);
     m.addParameter(CIMParameter(CIMName("N"), CIMTYPE_UINT16));
     m.addParameter(CIMParameter(CIMName("S"), CIMTYPE_SINT8));
@@ -24,7 +25,8 @@ CIMMethod declaration() {
     return m;
 }
 
-CIMValue typed(const char* name, const CIMValue& v) {
+CIMValue typed(const char* name, const CIMValue& v)
+{
     Array<CIMParamValue> in;
     in.append(CIMParamValue(name, v, false));
     Array<CIMParamValue> out = typeInParameters(declaration(), in);
@@ -32,11 +34,13 @@ CIMValue typed(const char* name, const CIMValue& v) {
     return out[0].getValue();
 }
 
-CIMStatusCode failure(const char* name, const CIMValue& v) {
+CIMStatusCode failure(const char* name, const CIMValue& v)
+{
     try {
         typed(name, v);
     } catch (const CIMException& e) {
-        EXPECT_NE(PEG_NOT_FOUND, e.getMessage().find(String(name))) << (const char*)e.getMessage().getCString();
+        EXPECT_NE(PEG_NOT_FOUND, e.getMessage().find(String(name)))
+            << (const char*)e.getMessage().getCString();
         return e.getCode();
     }
     return CIM_ERR_SUCCESS;
@@ -44,7 +48,8 @@ CIMStatusCode failure(const char* name, const CIMValue& v) {
 
 }  // namespace
 
-TEST(ParamTyping, UntypedTextBecomesTheDeclaredType) {
+TEST(ParamTyping, UntypedTextBecomesTheDeclaredType)
+{
     Uint16 n = 0;
     CIMValue v = typed("n", CIMValue(String("7")));
     ASSERT_EQ(CIMTYPE_UINT16, v.getType());
@@ -71,7 +76,8 @@ TEST(ParamTyping, UntypedTextBecomesTheDeclaredType) {
     Array<CIMObjectPath> refs;
     typed("RA", CIMValue(CIMObjectPath("C.K=1"))).get(refs);
     ASSERT_EQ(1u, refs.size());
-    EXPECT_EQ(CIMTYPE_DATETIME, typed("When", CIMValue(String("20240101000000.000000+000"))).getType());
+    EXPECT_EQ(CIMTYPE_DATETIME,
+              typed("When", CIMValue(String("20240101000000.000000+000"))).getType());
     Real64 x = 0;
     typed("X", CIMValue(String("2.5"))).get(x);
     EXPECT_EQ(2.5, x);
@@ -80,7 +86,8 @@ TEST(ParamTyping, UntypedTextBecomesTheDeclaredType) {
     EXPECT_EQ(9, n);
 }
 
-TEST(ParamTyping, NullsUnknownParametersAndMatchingTypesPassThrough) {
+TEST(ParamTyping, NullsUnknownParametersAndMatchingTypesPassThrough)
+{
     CIMValue v = typed("Tags", CIMValue(CIMTYPE_STRING, false));
     EXPECT_TRUE(v.isNull());
     EXPECT_TRUE(v.isArray());
@@ -93,7 +100,8 @@ TEST(ParamTyping, NullsUnknownParametersAndMatchingTypesPassThrough) {
     EXPECT_EQ(CIMTYPE_STRING, out[0].getValue().getType());
 }
 
-TEST(ParamTyping, BadTextIsAnInvalidParameter) {
+TEST(ParamTyping, BadTextIsAnInvalidParameter)
+{
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, failure("N", CIMValue(String("65536"))));
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, failure("N", CIMValue(String("-1"))));
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, failure("N", CIMValue(String("7x"))));

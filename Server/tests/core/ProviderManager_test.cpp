@@ -24,32 +24,38 @@ const CIMNamespaceName kNs("root/test");
 // The parts of a server core, so that the manager itself can be observed.
 class ProviderManagerTest : public ::testing::Test {
 protected:
-    void SetUp() override {
+    void SetUp() override
+    {
         loadSchema(ZAR_TEST_SCHEMA_DIR, repo);
         registry.load(repo);
-        manager.reset(new ProviderManager(ZAR_PROVIDER_DIR, [this](int level, const std::string& line) {
-            std::lock_guard<std::mutex> l(logMutex);
-            log.push_back(std::to_string(level) + " " + line);
-        }));
+        manager.reset(
+            new ProviderManager(ZAR_PROVIDER_DIR, [this](int level, const std::string& line) {
+                std::lock_guard<std::mutex> l(logMutex);
+                log.push_back(std::to_string(level) + " " + line);
+            }));
         dispatcher.reset(new Dispatcher(repo, registry, *manager, "testhost", nullptr));
         setLocalOperationHost(dispatcher.get());
     }
-    void TearDown() override {
+    void TearDown() override
+    {
         manager->shutdown();
         setLocalOperationHost(nullptr);
     }
-    Array<CIMInstance> enumerate(const char* cls) {
+    Array<CIMInstance> enumerate(const char* cls)
+    {
         coretest::Instances h;
         dispatcher->enumerateInstances(OperationContext(), kNs, CIMName(cls), true, false, false,
                                        false, CIMPropertyList(), h);
         return h.items;
     }
-    const ProviderInfo& info(const char* cls, ProviderKind kind = PROVIDER_INSTANCE) {
+    const ProviderInfo& info(const char* cls, ProviderKind kind = PROVIDER_INSTANCE)
+    {
         ProviderMatch m = registry.find(kNs, CIMName(cls), kind);
         EXPECT_TRUE(m.provider) << cls;
         return *m.provider;
     }
-    Uint32 uint32Property(const CIMInstance& i, const char* name) {
+    Uint32 uint32Property(const CIMInstance& i, const char* name)
+    {
         Uint32 v = 0;
         i.getProperty(i.findProperty(CIMName(name))).getValue().get(v);
         return v;
@@ -65,14 +71,16 @@ protected:
 
 }  // namespace
 
-TEST_F(ProviderManagerTest, ProvidersAreCreatedOnFirstUse) {
+TEST_F(ProviderManagerTest, ProvidersAreCreatedOnFirstUse)
+{
     EXPECT_FALSE(manager->isLoaded(info("ZTest_Gadget")));
     EXPECT_EQ(2u, enumerate("ZTest_Gadget").size());
     EXPECT_TRUE(manager->isLoaded(info("ZTest_Gadget")));
     EXPECT_FALSE(manager->isLoaded(info("ZTest_Widget")));
 }
 
-TEST_F(ProviderManagerTest, LoadFailuresAreClearErrorsAndTheRestKeepsWorking) {
+TEST_F(ProviderManagerTest, LoadFailuresAreClearErrorsAndTheRestKeepsWorking)
+{
     std::string dir = ZAR_PROVIDER_DIR;
     auto missing = failure([&] { enumerate("ZTest_Missing"); });
     EXPECT_EQ(CIM_ERR_FAILED, missing.code);
@@ -81,8 +89,9 @@ TEST_F(ProviderManagerTest, LoadFailuresAreClearErrorsAndTheRestKeepsWorking) {
         << missing.message;
 
     // The factory knows no such name; it is asked again on the next request.
-    std::string nullText = "ProviderLoadFailure (" + dir +
-                           "/libZarTestProvider.so:ZTest_UnknownProvider):provider is not a CIMProvider.";
+    std::string nullText =
+        "ProviderLoadFailure (" + dir +
+        "/libZarTestProvider.so:ZTest_UnknownProvider):provider is not a CIMProvider.";
     for (int i = 0; i < 2; ++i) {
         auto f = failure([&] { enumerate("ZTest_Null"); });
         EXPECT_EQ(CIM_ERR_FAILED, f.code);
@@ -90,11 +99,13 @@ TEST_F(ProviderManagerTest, LoadFailuresAreClearErrorsAndTheRestKeepsWorking) {
     }
     EXPECT_EQ(2u, enumerate("ZTest_Widget").size());
     bool logged = false;
-    for (const std::string& l : log) logged = logged || l.find("libZarNoSuchLibrary.so") != std::string::npos;
+    for (const std::string& l : log)
+        logged = logged || l.find("libZarNoSuchLibrary.so") != std::string::npos;
     EXPECT_TRUE(logged);
 }
 
-TEST_F(ProviderManagerTest, FailedInitializationIsRetriedOnTheNextRequest) {
+TEST_F(ProviderManagerTest, FailedInitializationIsRetriedOnTheNextRequest)
+{
     setenv("ZTEST_BROKEN_INIT", "1", 1);
     auto f = failure([&] { enumerate("ZTest_Broken"); });
     EXPECT_EQ(CIM_ERR_FAILED, f.code);
@@ -105,7 +116,8 @@ TEST_F(ProviderManagerTest, FailedInitializationIsRetriedOnTheNextRequest) {
     EXPECT_TRUE(manager->isLoaded(info("ZTest_Broken")));
 }
 
-TEST_F(ProviderManagerTest, InitializeMayCallBackIntoTheServer) {
+TEST_F(ProviderManagerTest, InitializeMayCallBackIntoTheServer)
+{
     Array<CIMInstance> probe = enumerate("ZTest_Probe");
     ASSERT_EQ(1u, probe.size());
     EXPECT_EQ(2u, uint32Property(probe[0], "WidgetsAtStart"));
@@ -113,7 +125,8 @@ TEST_F(ProviderManagerTest, InitializeMayCallBackIntoTheServer) {
               uint32Property(probe[0], "ClassesAtStart"));
 }
 
-TEST_F(ProviderManagerTest, ConcurrentFirstRequestsShareOneInitialization) {
+TEST_F(ProviderManagerTest, ConcurrentFirstRequestsShareOneInitialization)
+{
     const int kThreads = 8;
     std::vector<Uint32> seen(kThreads, 0);
     std::vector<std::string> errors(kThreads);
@@ -127,14 +140,16 @@ TEST_F(ProviderManagerTest, ConcurrentFirstRequestsShareOneInitialization) {
                 errors[t] = coretest::str(e.getMessage());
             }
         });
-    for (std::thread& t : threads) t.join();
+    for (std::thread& t : threads)
+        t.join();
     for (int t = 0; t < kThreads; ++t) {
         EXPECT_EQ("", errors[t]);
         EXPECT_EQ(1u, seen[t]) << "thread " << t;
     }
 }
 
-TEST_F(ProviderManagerTest, ShutdownTerminatesProvidersAndRefusesNewWork) {
+TEST_F(ProviderManagerTest, ShutdownTerminatesProvidersAndRefusesNewWork)
+{
     enumerate("ZTest_Slow");
     ASSERT_TRUE(manager->isLoaded(info("ZTest_Slow")));
     manager->shutdown();
@@ -144,13 +159,14 @@ TEST_F(ProviderManagerTest, ShutdownTerminatesProvidersAndRefusesNewWork) {
     manager->shutdown();  // idempotent
 }
 
-TEST(ServerCore, StartsServesAndShutsDown) {
+TEST(ServerCore, StartsServesAndShutsDown)
+{
     ServerCore core(coretest::testConfig());
     EXPECT_EQ("testhost", core.hostName());
     EXPECT_EQ(&core.dispatcher(), getLocalOperationHost());
     coretest::Instances h;
-    core.dispatcher().enumerateInstances(OperationContext(), kNs, CIMName("ZTest_Slow"), true, false,
-                                         false, false, CIMPropertyList(), h);
+    core.dispatcher().enumerateInstances(OperationContext(), kNs, CIMName("ZTest_Slow"), true,
+                                         false, false, false, CIMPropertyList(), h);
     EXPECT_EQ(1u, h.items.size());
     EXPECT_EQ(1, h.completed);
     core.shutdown();
@@ -162,7 +178,8 @@ TEST(ServerCore, StartsServesAndShutsDown) {
     EXPECT_EQ(CIM_ERR_FAILED, f.code);
 }
 
-TEST(ServerCore, SchemaErrorsStopTheStart) {
+TEST(ServerCore, SchemaErrorsStopTheStart)
+{
     zarserver::CoreConfig c = coretest::testConfig();
     c.schemaDir = "/nonexistent/schema";
     EXPECT_THROW(ServerCore core(c), std::runtime_error);

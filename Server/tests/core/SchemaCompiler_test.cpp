@@ -30,7 +30,8 @@ protected:
     // Compiles the qualifiers and text into root/t; returns the error text
     // ("" when it compiled).
     std::string compile(const std::string& text) { return compileInto(repo, text); }
-    static std::string compileInto(ClassRepository& repo, const std::string& text) {
+    static std::string compileInto(ClassRepository& repo, const std::string& text)
+    {
         try {
             std::vector<mof::Declaration> decls;
             MofParser().parseText("q.mof", kQualifiers, decls);
@@ -41,12 +42,14 @@ protected:
             return e.what();
         }
     }
-    const CIMClass& cls(const char* name) {
+    const CIMClass& cls(const char* name)
+    {
         const CIMClass* c = repo.findClass(CIMNamespaceName("root/t"), CIMName(name));
         EXPECT_TRUE(c) << name;
         return *c;
     }
-    CIMConstProperty prop(const char* c, const char* p) {
+    CIMConstProperty prop(const char* c, const char* p)
+    {
         const CIMClass& k = cls(c);
         return k.getProperty(k.findProperty(CIMName(p)));
     }
@@ -55,7 +58,8 @@ protected:
 
 }  // namespace
 
-TEST_F(SchemaCompilerTest, DefaultValuesAreTypedAndRangeChecked) {
+TEST_F(SchemaCompilerTest, DefaultValuesAreTypedAndRangeChecked)
+{
     ASSERT_EQ("", compile(R"(
         class T {
             uint8 A = 255; sint8 B = -128; uint16 C = 0x10; sint64 D = -9223372036854775808;
@@ -64,30 +68,52 @@ TEST_F(SchemaCompilerTest, DefaultValuesAreTypedAndRangeChecked) {
             uint32 K[2] = {1, 2}; string L;
         };)"));
     auto value = [&](const char* p) { return prop("T", p).getValue(); };
-    Uint8 a; value("A").get(a); EXPECT_EQ(255, a);
-    Sint8 b; value("B").get(b); EXPECT_EQ(-128, b);
-    Uint16 c; value("C").get(c); EXPECT_EQ(16, c);
-    Sint64 d; value("D").get(d); EXPECT_EQ(std::numeric_limits<Sint64>::min(), d);
-    Real32 e; value("E").get(e); EXPECT_EQ(2.0f, e);
-    Real64 f; value("F").get(f); EXPECT_EQ(-0.25, f);
-    Char16 g; value("G").get(g); EXPECT_EQ(Char16('z'), g);
-    Boolean h = false; value("H").get(h); EXPECT_TRUE(h);
-    CIMDateTime i; value("I").get(i);
+    Uint8 a;
+    value("A").get(a);
+    EXPECT_EQ(255, a);
+    Sint8 b;
+    value("B").get(b);
+    EXPECT_EQ(-128, b);
+    Uint16 c;
+    value("C").get(c);
+    EXPECT_EQ(16, c);
+    Sint64 d;
+    value("D").get(d);
+    EXPECT_EQ(std::numeric_limits<Sint64>::min(), d);
+    Real32 e;
+    value("E").get(e);
+    EXPECT_EQ(2.0f, e);
+    Real64 f;
+    value("F").get(f);
+    EXPECT_EQ(-0.25, f);
+    Char16 g;
+    value("G").get(g);
+    EXPECT_EQ(Char16('z'), g);
+    Boolean h = false;
+    value("H").get(h);
+    EXPECT_TRUE(h);
+    CIMDateTime i;
+    value("I").get(i);
     EXPECT_EQ(String("20240102030405.000000+060"), i.toString());
-    Array<String> j; value("J").get(j); ASSERT_EQ(2u, j.size()); EXPECT_EQ(String("y"), j[1]);
+    Array<String> j;
+    value("J").get(j);
+    ASSERT_EQ(2u, j.size());
+    EXPECT_EQ(String("y"), j[1]);
     EXPECT_EQ(2u, prop("T", "K").getArraySize());
     EXPECT_TRUE(value("L").isNull());
     EXPECT_EQ(CIMTYPE_STRING, value("L").getType());
 
-    for (const char* bad : {"class U { uint8 A = 256; };", "class U { sint8 A = -129; };",
-                            "class U { uint16 A = -1; };", "class U { uint32 A = \"1\"; };",
-                            "class U { boolean A = 1; };", "class U { string A = {\"x\"}; };",
-                            "class U { string A[] = \"x\"; };", "class U { datetime A = \"2024\"; };",
-                            "class U { char16 A = \"x\"; };", "class U { uint32 A[2] = {1, 2, 3}; };"})
+    for (const char* bad :
+         {"class U { uint8 A = 256; };", "class U { sint8 A = -129; };",
+          "class U { uint16 A = -1; };", "class U { uint32 A = \"1\"; };",
+          "class U { boolean A = 1; };", "class U { string A = {\"x\"}; };",
+          "class U { string A[] = \"x\"; };", "class U { datetime A = \"2024\"; };",
+          "class U { char16 A = \"x\"; };", "class U { uint32 A[2] = {1, 2, 3}; };"})
         EXPECT_NE("", compile(bad)) << bad;
 }
 
-TEST_F(SchemaCompilerTest, InheritancePropagatesFeaturesWithClassOrigin) {
+TEST_F(SchemaCompilerTest, InheritancePropagatesFeaturesWithClassOrigin)
+{
     ASSERT_EQ("", compile(R"(
         [Abstract, Version("1"), Description("base")]
         class Base { [Key, Description("the key")] string Id; uint16 Level = 3;
@@ -105,9 +131,12 @@ TEST_F(SchemaCompilerTest, InheritancePropagatesFeaturesWithClassOrigin) {
     EXPECT_TRUE(leaf.getProperty(0).getPropagated());
     EXPECT_EQ(String("Base"), leaf.getProperty(0).getClassOrigin().getString());
     EXPECT_EQ(String("Mid"), leaf.getProperty(1).getClassOrigin().getString());
-    Uint16 level; leaf.getProperty(1).getValue().get(level); EXPECT_EQ(4, level);
+    Uint16 level;
+    leaf.getProperty(1).getValue().get(level);
+    EXPECT_EQ(4, level);
     // Key (ToSubclass) reaches the leaf; the Id key makes the class keyed.
-    Array<CIMName> keys; leaf.getKeyNames(keys);
+    Array<CIMName> keys;
+    leaf.getKeyNames(keys);
     ASSERT_EQ(1u, keys.size());
     EXPECT_EQ(String("Id"), keys[0].getString());
     // Restricted qualifiers (Abstract, Version) stay on the class that has them.
@@ -119,7 +148,8 @@ TEST_F(SchemaCompilerTest, InheritancePropagatesFeaturesWithClassOrigin) {
     ASSERT_NE(PEG_NOT_FOUND, d);
     EXPECT_TRUE(cls("Mid").getQualifier(d).getPropagated());
     CIMConstProperty midLevel = prop("Mid", "Level");
-    String text; midLevel.getQualifier(midLevel.findQualifier(CIMName("Description"))).getValue().get(text);
+    String text;
+    midLevel.getQualifier(midLevel.findQualifier(CIMName("Description"))).getValue().get(text);
     EXPECT_EQ(String("mid level"), text);
     // The overriding method replaces the inherited one with its own signature.
     ASSERT_EQ(1u, leaf.getMethodCount());
@@ -129,7 +159,8 @@ TEST_F(SchemaCompilerTest, InheritancePropagatesFeaturesWithClassOrigin) {
     EXPECT_EQ(String("Base"), cls("Mid").getMethod(0).getClassOrigin().getString());
 }
 
-TEST_F(SchemaCompilerTest, MethodSignaturesKeepParameterTypesAndQualifiers) {
+TEST_F(SchemaCompilerTest, MethodSignaturesKeepParameterTypesAndQualifiers)
+{
     ASSERT_EQ("", compile(R"(
         class Thing { [Key] string Id; };
         class Svc { uint32 Do([IN] string S, [IN, ValueMap{"2","3"}] uint16 A[],
@@ -154,8 +185,12 @@ TEST_F(SchemaCompilerTest, MethodSignaturesKeepParameterTypesAndQualifiers) {
     EXPECT_TRUE(x.getQualifier(0).isArray());
 }
 
-TEST_F(SchemaCompilerTest, QualifierRulesAreEnforced) {
-    struct Case { const char* mof; const char* message; } cases[] = {
+TEST_F(SchemaCompilerTest, QualifierRulesAreEnforced)
+{
+    struct Case {
+        const char* mof;
+        const char* message;
+    } cases[] = {
         {"[Undeclared] class A { };", "qualifier Undeclared is not declared"},
         {"[Key] class A { };", "may not be used on a class"},
         {"class A { [In] string X; };", "may not be used on a property"},
@@ -182,17 +217,20 @@ TEST_F(SchemaCompilerTest, QualifierRulesAreEnforced) {
     }
 }
 
-TEST_F(SchemaCompilerTest, InstancesAreTypedKeyedAndAliased) {
+TEST_F(SchemaCompilerTest, InstancesAreTypedKeyedAndAliased)
+{
     ASSERT_EQ("", compile(R"(
         class Thing { [Key] string Id; uint16 N = 7; string Tags[]; };
         [Association] class Link { [Key] Thing REF A; [Key] Thing REF B; };
         instance of Thing as $one { Id = "1"; Tags = {"a"}; };
         instance of Thing as $two { Id = "2"; N = 9; };
         instance of Link { A = $one; B = $two; };)"));
-    std::vector<CIMInstance> things = repo.instancesOf(CIMNamespaceName("root/t"), CIMName("Thing"));
+    std::vector<CIMInstance> things =
+        repo.instancesOf(CIMNamespaceName("root/t"), CIMName("Thing"));
     ASSERT_EQ(2u, things.size());
     EXPECT_EQ(String("Thing.Id=\"1\""), things[0].getPath().toString());
-    Uint16 n; things[0].getProperty(things[0].findProperty(CIMName("N"))).getValue().get(n);
+    Uint16 n;
+    things[0].getProperty(things[0].findProperty(CIMName("N"))).getValue().get(n);
     EXPECT_EQ(7, n);  // the class default
     std::vector<CIMInstance> links = repo.instancesOf(CIMNamespaceName("root/t"), CIMName("Link"));
     ASSERT_EQ(1u, links.size());
@@ -200,7 +238,10 @@ TEST_F(SchemaCompilerTest, InstancesAreTypedKeyedAndAliased) {
     links[0].getProperty(links[0].findProperty(CIMName("A"))).getValue().get(a);
     EXPECT_EQ(String("root/t:Thing.Id=\"1\""), a.toString());
 
-    struct Case { const char* mof; const char* message; } cases[] = {
+    struct Case {
+        const char* mof;
+        const char* message;
+    } cases[] = {
         {"instance of Thing { N = 1; };", "no value for key Id"},
         {"instance of Thing { Id = \"1\"; };", "already defined"},
         {"instance of Thing { Id = \"9\"; Nope = 1; };", "has no property Nope"},
@@ -214,16 +255,19 @@ TEST_F(SchemaCompilerTest, InstancesAreTypedKeyedAndAliased) {
     }
 }
 
-TEST(SchemaLoader, ProjectAndTestSchemasLoad) {
+TEST(SchemaLoader, ProjectAndTestSchemasLoad)
+{
     for (const char* dir : {ZAR_SCHEMA_DIR, ZAR_TEST_SCHEMA_DIR}) {
         ClassRepository repo;
         ASSERT_NO_THROW(loadSchema(dir, repo)) << dir;
-        EXPECT_TRUE(repo.findClass(CIMNamespaceName("root/PG_InterOp"), CIMName("PG_ProviderCapabilities")))
+        EXPECT_TRUE(
+            repo.findClass(CIMNamespaceName("root/PG_InterOp"), CIMName("PG_ProviderCapabilities")))
             << dir;
     }
 }
 
-TEST(SchemaLoader, ManifestErrorsNameTheLine) {
+TEST(SchemaLoader, ManifestErrorsNameTheLine)
+{
     char tmpl[] = "/tmp/zarschemaXXXXXX";
     std::string dir = mkdtemp(tmpl);
     ClassRepository repo;

@@ -60,14 +60,16 @@ int connectFrom(const char* source, int port, int receiveBuffer = 0)
 long serverCpuTicks(pid_t pid)
 {
     FILE* f = std::fopen(("/proc/" + std::to_string(pid) + "/stat").c_str(), "r");
-    if (!f) return 0;
+    if (!f)
+        return 0;
     char buf[1024];
     size_t n = std::fread(buf, 1, sizeof buf - 1, f);
     std::fclose(f);
     buf[n] = 0;
     const char* p = std::strrchr(buf, ')');  // after the command name
     long utime = 0, stime = 0;
-    if (p) std::sscanf(p + 2, "%*c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %ld %ld", &utime, &stime);
+    if (p)
+        std::sscanf(p + 2, "%*c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %ld %ld", &utime, &stime);
     return utime + stime;
 }
 
@@ -83,14 +85,17 @@ std::string bigEnumeration()
 {
     std::string body =
         "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
-        "<MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"EnumerateInstances\">"
-        "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"bench\"/></LOCALNAMESPACEPATH>"
+        "<MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL "
+        "NAME=\"EnumerateInstances\">"
+        "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE "
+        "NAME=\"bench\"/></LOCALNAMESPACEPATH>"
         "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"ZBench_Item\"/></IPARAMVALUE>"
         "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>";
     return "POST /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/xml\r\n"
            "CIMOperation: MethodCall\r\nCIMMethod: EnumerateInstances\r\nCIMObject: root/bench\r\n"
-           "TE: trailers\r\n" + std::string(kAdmin) + "Content-Length: " + std::to_string(body.size()) +
-           "\r\n\r\n" + body;
+           "TE: trailers\r\n" +
+           std::string(kAdmin) + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
+           body;
 }
 
 class HostileClients : public ::testing::Test {
@@ -108,20 +113,23 @@ protected:
 
     void startServer(const std::vector<std::string>& extra, const std::string& count)
     {
-        std::vector<std::string> args = {"--array-db", dir + "/array.db", "--socket", "off",
-                                         "--schema-dir", sourceDir() + "/bench/server/schema",
+        std::vector<std::string> args = {"--array-db",     dir + "/array.db",
+                                         "--socket",       "off",
+                                         "--schema-dir",   sourceDir() + "/bench/server/schema",
                                          "--provider-dir", binaryDir() + "/lib",
-                                         "--log-file", dir + "/server.log"};
+                                         "--log-file",     dir + "/server.log"};
         args.insert(args.end(), extra.begin(), extra.end());
         std::string err;
-        ASSERT_TRUE(server.start(binaryDir() + "/bin/zar-cimserver", args,
-                                 {{"ZBENCH_COUNT", count}, {"ZBENCH_STARTED_FILE", dir + "/started"}}, err))
+        ASSERT_TRUE(
+            server.start(binaryDir() + "/bin/zar-cimserver", args,
+                         {{"ZBENCH_COUNT", count}, {"ZBENCH_STARTED_FILE", dir + "/started"}}, err))
             << err;
     }
 
     void TearDown() override
     {
-        for (int fd : hostile) ::close(fd);
+        for (int fd : hostile)
+            ::close(fd);
     }
 
     std::string dir;
@@ -139,7 +147,8 @@ TEST_F(HostileClients, IdleSlowAndNonReadingConnectionsDoNotStarveOthers)
     for (int i = 0; i < 200; i++) {
         int fd = connectFrom("127.0.0.2", port);
         ASSERT_GE(fd, 0) << "connection " << i;
-        if (i % 2) sendAll(fd, "POST /cimom HTTP/1.1\r\nHost: x\r\n");
+        if (i % 2)
+            sendAll(fd, "POST /cimom HTTP/1.1\r\nHost: x\r\n");
         hostile.push_back(fd);
     }
     // 16 logged-in clients that ask for a large answer and never read it.
@@ -152,7 +161,8 @@ TEST_F(HostileClients, IdleSlowAndNonReadingConnectionsDoNotStarveOthers)
     std::atomic<bool> trickling{true};
     std::thread trickle([&] {
         while (trickling) {
-            for (size_t i = 1; i < 200; i += 2) sendAll(hostile[i], "X");
+            for (size_t i = 1; i < 200; i += 2)
+                sendAll(hostile[i], "X");
             std::this_thread::sleep_for(std::chrono::milliseconds(200));
         }
     });
@@ -180,14 +190,18 @@ TEST_F(HostileClients, IdleSlowAndNonReadingConnectionsDoNotStarveOthers)
     } catch (Exception& e) {
         failure = (const char*)e.getMessage().getCString();
     }
-    auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start).count();
+    auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
+                  std::chrono::steady_clock::now() - start)
+                  .count();
     trickling = false;
     trickle.join();
     EXPECT_EQ(failure, "");
     EXPECT_GT(names.size(), 0u);
     RecordProperty("legitimate_request_ms", static_cast<int>(ms));
-    std::printf("legitimate request answered in %lld ms beside 200 idle/slow and 16 non-reading connections\n",
-                static_cast<long long>(ms));
+    std::printf(
+        "legitimate request answered in %lld ms beside 200 idle/slow and 16 non-reading "
+        "connections\n",
+        static_cast<long long>(ms));
     EXPECT_LT(ms, 1000) << "a legitimate request waited behind hostile connections";
 }
 
@@ -208,8 +222,10 @@ TEST_F(HostileClients, SigtermClosesTheListenerAtOnceAndCutsWhatDoesNotDrain)
     for (int i = 0; i < 100 && !refused; i++) {
         int fd = connectFrom("127.0.0.1", port);
         refused = fd < 0;
-        if (fd >= 0) ::close(fd);
-        if (!refused) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        if (fd >= 0)
+            ::close(fd);
+        if (!refused)
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     EXPECT_TRUE(refused) << "new connections still accepted while stopping";
     EXPECT_EQ(server.stop(), 0) << server.output();
@@ -220,9 +236,11 @@ TEST_F(HostileClients, SigtermClosesTheListenerAtOnceAndCutsWhatDoesNotDrain)
     char buf[65536];
     for (;;) {
         pollfd p{reader, POLLIN, 0};
-        if (::poll(&p, 1, 5000) <= 0) break;
+        if (::poll(&p, 1, 5000) <= 0)
+            break;
         ssize_t n = ::recv(reader, buf, sizeof buf, 0);
-        if (n <= 0) break;
+        if (n <= 0)
+            break;
         got.append(buf, static_cast<size_t>(n));
     }
     ::close(reader);
@@ -242,21 +260,27 @@ TEST_F(HostileClients, UnauthenticatedUploadsAreNotRead)
     for (int i = 0; i < 20; i++)
         uploads.emplace_back([&] {
             int fd = connectFrom("127.0.0.2", server.httpPort());
-            if (fd < 0) return;
-            std::string head = "POST /cimom HTTP/1.1\r\nHost: x\r\nCIMOperation: MethodCall\r\n"
-                               "Transfer-Encoding: chunked\r\n\r\n";
+            if (fd < 0)
+                return;
+            std::string head =
+                "POST /cimom HTTP/1.1\r\nHost: x\r\nCIMOperation: MethodCall\r\n"
+                "Transfer-Encoding: chunked\r\n\r\n";
             sendAll(fd, head);
             std::string chunk = "100000\r\n" + std::string(0x100000, 'A') + "\r\n";
             for (int k = 0; k < 20; k++)
-                if (::send(fd, chunk.data(), chunk.size(), MSG_NOSIGNAL) < 0) break;
+                if (::send(fd, chunk.data(), chunk.size(), MSG_NOSIGNAL) < 0)
+                    break;
             char buf[256];
             ssize_t n = ::recv(fd, buf, sizeof buf - 1, 0);
-            if (n > 12 && std::string(buf, 12) == "HTTP/1.1 401") refused++;
+            if (n > 12 && std::string(buf, 12) == "HTTP/1.1 401")
+                refused++;
             ::close(fd);
         });
-    for (auto& t : uploads) t.join();
+    for (auto& t : uploads)
+        t.join();
     long after = server.peakRssKb();
-    std::printf("peak RSS %ld KiB before, %ld KiB after 20 unauthenticated 20 MiB uploads\n", before, after);
+    std::printf("peak RSS %ld KiB before, %ld KiB after 20 unauthenticated 20 MiB uploads\n",
+                before, after);
     EXPECT_LT(after - before, 32 * 1024) << "the server read bodies it had no reason to read";
     // Each got its refusal, unless the server's close overtook it.
     EXPECT_GT(refused.load(), 0);
@@ -277,14 +301,16 @@ TEST_F(HostileClients, FailedLoginsReachTheAuditLog)
     }
     EXPECT_EQ(server.stop(), 0);
     std::string events;
-    ASSERT_EQ(runCommand(binaryDir() + "/bin/zarcli --db " + dir + "/array.db events", events), 0) << events;
+    ASSERT_EQ(runCommand(binaryDir() + "/bin/zarcli --db " + dir + "/array.db events", events), 0)
+        << events;
     for (const char* user : {"admin", "mallory"}) {
         bool found = false;
         size_t pos = 0;
         while ((pos = events.find("\n", pos + 1)) != std::string::npos) {
             std::string line = events.substr(pos + 1, events.find('\n', pos + 1) - pos - 1);
             if (line.find(std::string(" ") + user + " ") != std::string::npos &&
-                line.find("login") != std::string::npos && line.find("error 1108") != std::string::npos)
+                line.find("login") != std::string::npos &&
+                line.find("error 1108") != std::string::npos)
                 found = true;
         }
         EXPECT_TRUE(found) << user << "\n" << events;

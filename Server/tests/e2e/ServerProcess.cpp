@@ -40,7 +40,7 @@ ServerProcess::~ServerProcess()
 }
 
 bool ServerProcess::start(const std::string& program, const std::vector<std::string>& args,
-                          const std::vector<std::pair<std::string, std::string> >& env,
+                          const std::vector<std::pair<std::string, std::string>>& env,
                           std::string& error)
 {
     int pipefd[2];
@@ -51,7 +51,8 @@ bool ServerProcess::start(const std::string& program, const std::vector<std::str
     std::vector<std::string> argv{program};
     bool portGiven = false;
     for (const auto& a : args)
-        if (a.compare(0, 11, "--http-port") == 0) portGiven = true;
+        if (a.compare(0, 11, "--http-port") == 0)
+            portGiven = true;
     if (!portGiven) {
         argv.push_back("--http-port");
         argv.push_back("0");
@@ -66,7 +67,8 @@ bool ServerProcess::start(const std::string& program, const std::vector<std::str
         for (const auto& kv : env)
             ::setenv(kv.first.c_str(), kv.second.c_str(), 1);
         std::vector<char*> cargs;
-        for (auto& a : argv) cargs.push_back(const_cast<char*>(a.c_str()));
+        for (auto& a : argv)
+            cargs.push_back(const_cast<char*>(a.c_str()));
         cargs.push_back(nullptr);
         ::execv(program.c_str(), cargs.data());
         std::fprintf(stderr, "cannot run %s: %s\n", program.c_str(), std::strerror(errno));
@@ -123,7 +125,8 @@ int ServerProcess::stop(int sig)
         pollfd p{_fd, POLLIN, 0};
         if (::poll(&p, 1, 50) > 0) {
             ssize_t n = ::read(_fd, buf, sizeof buf);
-            if (n > 0) _out.append(buf, size_t(n));
+            if (n > 0)
+                _out.append(buf, size_t(n));
         }
     }
     ssize_t n;
@@ -145,7 +148,7 @@ long ServerProcess::peakRssKb() const
     return -1;
 }
 
-bool makeArrayDb(const std::string& path, const std::vector<std::vector<std::string> >& users,
+bool makeArrayDb(const std::string& path, const std::vector<std::vector<std::string>>& users,
                  std::string& error)
 {
     if (zarsim_open(path.c_str()) != 0) {

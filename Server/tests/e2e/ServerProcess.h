@@ -19,7 +19,7 @@ public:
     // one) and extra environment, and waits (at most 30 s) for its
     // readiness line. Returns false with the program's output in error.
     bool start(const std::string& program, const std::vector<std::string>& args,
-               const std::vector<std::pair<std::string, std::string> >& env, std::string& error);
+               const std::vector<std::pair<std::string, std::string>>& env, std::string& error);
 
     // Sends sig and waits (at most 60 s) for the exit. Returns the exit
     // status, 128+signal when killed by a signal, -1 when it had to be
@@ -43,8 +43,8 @@ private:
 
 // Creates an array state file at path holding the given users
 // (name, password, role); false with a message on failure.
-bool makeArrayDb(const std::string& path,
-                 const std::vector<std::vector<std::string> >& users, std::string& error);
+bool makeArrayDb(const std::string& path, const std::vector<std::vector<std::string>>& users,
+                 std::string& error);
 
 // A fresh private temporary directory.
 std::string makeTempDir();

@@ -37,14 +37,15 @@ int addViews(int hosts)
         char name[32];
         std::snprintf(name, sizeof name, "v%05d", i);
         api_status_t st;
-        check(api_createHost(&st, nullptr, name, nullptr, 0x5100000000000000ULL + zar_u64(i), 2, "-"),
-              "createHost");
+        check(
+            api_createHost(&st, nullptr, name, nullptr, 0x5100000000000000ULL + zar_u64(i), 2, "-"),
+            "createHost");
         for (int k = 0; k < 4; ++k) {
             zar_u32 lun = API_LUN_AUTO;
             char err[API_ERRTEXT_LEN];
             check(cim_sem_wait(), "semaphore");
-            int rc = api_createVLUN(nullptr, hi, lo, &lun, name, API_WWN_NONE, nullptr, lpid[k], 1, 0,
-                                    err, sizeof err);
+            int rc = api_createVLUN(nullptr, hi, lo, &lun, name, API_WWN_NONE, nullptr, lpid[k], 1,
+                                    0, err, sizeof err);
             cim_sem_post();
             check(rc, "createVLUN");
             ++views;

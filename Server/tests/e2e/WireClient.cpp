@@ -22,8 +22,10 @@ std::string base64(const std::string& in)
     std::string out;
     for (size_t i = 0; i < in.size(); i += 3) {
         unsigned v = static_cast<unsigned char>(in[i]) << 16;
-        if (i + 1 < in.size()) v |= static_cast<unsigned char>(in[i + 1]) << 8;
-        if (i + 2 < in.size()) v |= static_cast<unsigned char>(in[i + 2]);
+        if (i + 1 < in.size())
+            v |= static_cast<unsigned char>(in[i + 1]) << 8;
+        if (i + 2 < in.size())
+            v |= static_cast<unsigned char>(in[i + 2]);
         out += t[v >> 18];
         out += t[(v >> 12) & 63];
         out += i + 1 < in.size() ? t[(v >> 6) & 63] : '=';
@@ -49,8 +51,8 @@ std::string nsPath(const std::string& ns)
 std::string envelope(const std::string& call)
 {
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
-           "<MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ>" + call +
-           "</SIMPLEREQ></MESSAGE></CIM>";
+           "<MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ>" +
+           call + "</SIMPLEREQ></MESSAGE></CIM>";
 }
 
 // The value of header name in head, or null.
@@ -117,13 +119,13 @@ bool WireClient::read(std::string& in)
 }
 
 WireClient::Answer WireClient::call(const std::string& method, const std::string& object,
-                                    const std::string& xml, const Sink& sink,
-                                    const Options& o)
+                                    const std::string& xml, const Sink& sink, const Options& o)
 {
     std::string req = std::string("POST /cimom ") + o.version + "\r\nHost: " + _host +
                       "\r\nContent-Type: application/xml; charset=\"utf-8\"\r\n"
-                      "CIMOperation: MethodCall\r\nCIMMethod: " + method + "\r\nCIMObject: " +
-                      object + "\r\n" + _authorization + (o.trailers ? "TE: trailers\r\n" : "") +
+                      "CIMOperation: MethodCall\r\nCIMMethod: " +
+                      method + "\r\nCIMObject: " + object + "\r\n" + _authorization +
+                      (o.trailers ? "TE: trailers\r\n" : "") +
                       (o.keepAlive ? "" : "Connection: close\r\n") +
                       "Content-Length: " + std::to_string(xml.size()) + "\r\n\r\n" + xml;
     for (int attempt = 0;; attempt++) {
@@ -155,26 +157,31 @@ WireClient::Answer WireClient::call(const std::string& method, const std::string
                 !(header(a.head, "Connection", v) && strcasecmp(v.c_str(), "close") == 0);
     auto give = [&](const char* p, size_t n) {
         a.bytes += n;
-        if (n) sink(p, n);
+        if (n)
+            sink(p, n);
     };
     if (header(a.head, "Transfer-Encoding", v)) {
         for (;;) {
             size_t eol;
             while ((eol = in.find("\r\n")) == std::string::npos)
-                if (!read(in)) goto cut;
+                if (!read(in))
+                    goto cut;
             size_t n = std::strtoul(in.c_str(), nullptr, 16);
             in.erase(0, eol + 2);
             if (n == 0) {
                 // Trailer fields up to an empty line.
                 while (in.find("\r\n") != 0 && in.find("\r\n\r\n") == std::string::npos)
-                    if (!read(in)) goto cut;
+                    if (!read(in))
+                        goto cut;
                 a.head += "\r\n" + in.substr(0, in.find("\r\n\r\n") == std::string::npos
-                                                    ? 0 : in.find("\r\n\r\n"));
+                                                    ? 0
+                                                    : in.find("\r\n\r\n"));
                 a.complete = true;
                 break;
             }
             while (in.size() < n + 2)
-                if (!read(in)) goto cut;
+                if (!read(in))
+                    goto cut;
             give(in.data(), n);
             in.erase(0, n + 2);
         }
@@ -187,7 +194,8 @@ WireClient::Answer WireClient::call(const std::string& method, const std::string
             left -= take;
             if (left == 0)
                 break;
-            if (!read(in)) goto cut;
+            if (!read(in))
+                goto cut;
         }
         a.complete = true;
     } else {
@@ -213,8 +221,8 @@ WireClient::Answer WireClient::call(const std::string& method, const std::string
                                     const Options& options)
 {
     body.clear();
-    return call(method, object, xml, [&](const char* p, size_t n) { body.append(p, n); },
-                options);
+    return call(
+        method, object, xml, [&](const char* p, size_t n) { body.append(p, n); }, options);
 }
 
 std::string WireClient::intrinsic(const std::string& method, const std::string& params,
@@ -225,7 +233,7 @@ std::string WireClient::intrinsic(const std::string& method, const std::string& 
 }
 
 std::string WireClient::methodCall(const std::string& method, const std::string& className,
-                                   const std::vector<std::pair<std::string, std::string> >& keys,
+                                   const std::vector<std::pair<std::string, std::string>>& keys,
                                    const std::string& params, const std::string& ns)
 {
     std::string name = "<INSTANCENAME CLASSNAME=\"" + className + "\">";

@@ -14,8 +14,8 @@ namespace zare2e {
 
 struct WireOptions {
     const char* version = "HTTP/1.1";
-    bool trailers = false;   // send TE: trailers
-    bool keepAlive = true;   // else Connection: close
+    bool trailers = false;  // send TE: trailers
+    bool keepAlive = true;  // else Connection: close
 };
 
 class WireClient {
@@ -31,8 +31,8 @@ public:
     struct Answer {
         int status = 0;
         std::string head;
-        size_t bytes = 0;        // of the body
-        bool complete = false;   // its end arrived as the framing says
+        size_t bytes = 0;       // of the body
+        bool complete = false;  // its end arrived as the framing says
     };
     using Sink = std::function<void(const char* data, size_t n)>;
 
@@ -49,7 +49,7 @@ public:
                                  const std::string& ns = "root/zar");
     // The document of a method call on an instance (keys as name, value).
     static std::string methodCall(const std::string& method, const std::string& className,
-                                  const std::vector<std::pair<std::string, std::string> >& keys,
+                                  const std::vector<std::pair<std::string, std::string>>& keys,
                                   const std::string& params, const std::string& ns = "root/zar");
     // Host and port of "http://HOST:PORT" (a trailing slash allowed); false
     // with a reason when url is not of that form.

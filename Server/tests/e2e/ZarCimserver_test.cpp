@@ -39,14 +39,16 @@ protected:
         ASSERT_TRUE(makeArrayDb(dir + "/array.db", {{"admin", "adminpass1", "super"}}, err)) << err;
     }
 
-    void startServer(const std::string& schema, const std::vector<std::pair<std::string, std::string> >& env = {})
+    void startServer(const std::string& schema,
+                     const std::vector<std::pair<std::string, std::string>>& env = {})
     {
         std::string err;
-        ASSERT_TRUE(server.start(binaryDir() + "/bin/zar-cimserver",
-                                 {"--array-db", dir + "/array.db", "--socket", dir + "/cimxml.socket",
-                                  "--schema-dir", schema, "--provider-dir", binaryDir() + "/lib",
-                                  "--log-file", dir + "/server.log", "--workers", "4"},
-                                 env, err))
+        ASSERT_TRUE(
+            server.start(binaryDir() + "/bin/zar-cimserver",
+                         {"--array-db", dir + "/array.db", "--socket", dir + "/cimxml.socket",
+                          "--schema-dir", schema, "--provider-dir", binaryDir() + "/lib",
+                          "--log-file", dir + "/server.log", "--workers", "4"},
+                         env, err))
             << err;
     }
 
@@ -70,17 +72,20 @@ TEST_F(ZarCimserver, ServesManyClientsAtOnce)
                 c.connect("127.0.0.1", Uint32(server.httpPort()), "admin", "adminpass1");
                 for (int i = 0; i < 15; i++) {
                     Array<CIMInstance> widgets = c.enumerateInstances("root/test", "ZTest_Widget");
-                    if (widgets.size() < 2) failures++;
+                    if (widgets.size() < 2)
+                        failures++;
                     Array<CIMParamValue> out;
-                    CIMValue rv = c.invokeMethod("root/test",
-                                                 CIMObjectPath("ZTest_Service.Name=\"svc\""), "WhoAmI",
-                                                 Array<CIMParamValue>(), out);
-                    if (out.size() != 2 || u8(out[0].getValue().toString()) != "admin") failures++;
+                    CIMValue rv =
+                        c.invokeMethod("root/test", CIMObjectPath("ZTest_Service.Name=\"svc\""),
+                                       "WhoAmI", Array<CIMParamValue>(), out);
+                    if (out.size() != 2 || u8(out[0].getValue().toString()) != "admin")
+                        failures++;
                 }
                 // Each thread also opens fresh connections.
                 CIMClient once;
                 once.connect("127.0.0.1", Uint32(server.httpPort()), "admin", "adminpass1");
-                if (once.enumerateInstanceNames("root/test", "ZTest_Gadget").size() != 2) failures++;
+                if (once.enumerateInstanceNames("root/test", "ZTest_Gadget").size() != 2)
+                    failures++;
                 (void)t;
             } catch (Exception& e) {
                 ADD_FAILURE() << u8(e.getMessage());
@@ -88,7 +93,8 @@ TEST_F(ZarCimserver, ServesManyClientsAtOnce)
             }
         });
     }
-    for (auto& c : clients) c.join();
+    for (auto& c : clients)
+        c.join();
     EXPECT_EQ(failures.load(), 0);
     EXPECT_EQ(server.stop(), 0) << server.output();
 
@@ -119,7 +125,8 @@ TEST_F(ZarCimserver, ClientOperationsOverHttp)
     EXPECT_EQ(count, 9);
     CIMValue v = c.getProperty("root/test", created, "Count");
     EXPECT_EQ(u8(v.toString()), "9");
-    Array<CIMObjectPath> assoc = c.associatorNames("root/test", CIMObjectPath("ZTest_Widget.Name=\"w1\""));
+    Array<CIMObjectPath> assoc =
+        c.associatorNames("root/test", CIMObjectPath("ZTest_Widget.Name=\"w1\""));
     ASSERT_EQ(assoc.size(), 1u);
     EXPECT_EQ(u8(assoc[0].getClassName().getString()), "ZTest_Gadget");
     EXPECT_EQ(u8(assoc[0].getNameSpace().getString()), "root/test");
@@ -131,7 +138,8 @@ TEST_F(ZarCimserver, ClientOperationsOverHttp)
         ADD_FAILURE() << "instance still there";
     } catch (CIMException& e) {
         EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
-        EXPECT_EQ(u8(e.getMessage()).compare(0, 19, "CIM_ERR_NOT_FOUND: "), 0) << u8(e.getMessage());
+        EXPECT_EQ(u8(e.getMessage()).compare(0, 19, "CIM_ERR_NOT_FOUND: "), 0)
+            << u8(e.getMessage());
     }
     // A vendor code keeps its number; the message is the wire description.
     Array<CIMParamValue> in, out;
@@ -150,31 +158,36 @@ TEST_F(ZarCimserver, ClientOverHttpsVerifiesTheServer)
 {
     std::string out;
     ASSERT_EQ(runCommand("openssl req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=127.0.0.1 "
-                         "-keyout " + dir + "/key.pem -out " + dir + "/cert.pem", out, 60),
+                         "-keyout " +
+                             dir + "/key.pem -out " + dir + "/cert.pem",
+                         out, 60),
               0)
         << out;
     ASSERT_EQ(runCommand("openssl req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=other "
-                         "-keyout " + dir + "/other-key.pem -out " + dir + "/other.pem", out, 60),
+                         "-keyout " +
+                             dir + "/other-key.pem -out " + dir + "/other.pem",
+                         out, 60),
               0)
         << out;
     std::string err;
-    ASSERT_TRUE(server.start(binaryDir() + "/bin/zar-cimserver",
-                             {"--array-db", dir + "/array.db", "--socket", "off", "--https-port", "0",
-                              "--tls-cert", dir + "/cert.pem", "--tls-key", dir + "/key.pem",
-                              "--schema-dir", testSchema(), "--provider-dir", binaryDir() + "/lib",
-                              "--log-file", dir + "/server.log"},
-                             {}, err))
+    ASSERT_TRUE(server.start(
+        binaryDir() + "/bin/zar-cimserver",
+        {"--array-db", dir + "/array.db", "--socket", "off", "--https-port", "0", "--tls-cert",
+         dir + "/cert.pem", "--tls-key", dir + "/key.pem", "--schema-dir", testSchema(),
+         "--provider-dir", binaryDir() + "/lib", "--log-file", dir + "/server.log"},
+        {}, err))
         << err;
     ASSERT_GT(server.httpsPort(), 0);
     CIMClient c;
-    c.connect("127.0.0.1", Uint32(server.httpsPort()), SSLContext(String((dir + "/cert.pem").c_str())),
-              "admin", "adminpass1");
+    c.connect("127.0.0.1", Uint32(server.httpsPort()),
+              SSLContext(String((dir + "/cert.pem").c_str())), "admin", "adminpass1");
     EXPECT_EQ(c.enumerateInstanceNames("root/test", "ZTest_Gadget").size(), 2u);
     // A trust store that does not hold the server's certificate refuses it.
     CIMClient wary;
-    EXPECT_THROW(wary.connect("127.0.0.1", Uint32(server.httpsPort()),
-                              SSLContext(String((dir + "/other.pem").c_str())), "admin", "adminpass1"),
-                 Exception);
+    EXPECT_THROW(
+        wary.connect("127.0.0.1", Uint32(server.httpsPort()),
+                     SSLContext(String((dir + "/other.pem").c_str())), "admin", "adminpass1"),
+        Exception);
     EXPECT_EQ(server.stop(), 0) << server.output();
 }
 
@@ -206,8 +219,9 @@ TEST_F(ZarCimserver, LocalSocketIsPrivateAndTrusted)
 TEST_F(ZarCimserver, StopsCleanlyWhileARequestRuns)
 {
     std::string started = dir + "/started";
-    startServer(sourceDir() + "/bench/server/schema",
-                {{"ZBENCH_COUNT", "3000"}, {"ZBENCH_DELAY_US", "300"}, {"ZBENCH_STARTED_FILE", started}});
+    startServer(
+        sourceDir() + "/bench/server/schema",
+        {{"ZBENCH_COUNT", "3000"}, {"ZBENCH_DELAY_US", "300"}, {"ZBENCH_STARTED_FILE", started}});
     std::atomic<int> delivered{-1};
     std::string failure;
     std::thread slow([&] {

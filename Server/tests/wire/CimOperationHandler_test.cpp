@@ -93,22 +93,27 @@ protected:
     static Reply exchange(const std::string& raw, int fd = -1)
     {
         bool own = fd < 0;
-        if (own) fd = connectServer();
+        if (own)
+            fd = connectServer();
         EXPECT_EQ(::send(fd, raw.data(), raw.size(), MSG_NOSIGNAL), ssize_t(raw.size()));
         std::string in;
         Reply r;
         char buf[65536];
         for (int rounds = 0; rounds < 500; rounds++) {
             pollfd p{fd, POLLIN, 0};
-            if (::poll(&p, 1, 5000) <= 0) break;
+            if (::poll(&p, 1, 5000) <= 0)
+                break;
             ssize_t n = ::recv(fd, buf, sizeof buf, 0);
-            if (n <= 0) break;
+            if (n <= 0)
+                break;
             in.append(buf, size_t(n));
             size_t he = in.find("\r\n\r\n");
-            if (he == std::string::npos) continue;
+            if (he == std::string::npos)
+                continue;
             r.head = in.substr(0, he);
             std::string lower = r.head;
-            for (char& c : lower) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
+            for (char& c : lower)
+                c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
             size_t cl = lower.find("content-length: ");
             if (cl != std::string::npos) {
                 size_t len = std::stoul(r.head.substr(cl + 16));
@@ -123,8 +128,10 @@ protected:
                 }
             }
         }
-        if (own) ::close(fd);
-        if (r.head.size() > 12) r.status = std::stoi(r.head.substr(9, 3));
+        if (own)
+            ::close(fd);
+        if (r.head.size() > 12)
+            r.status = std::stoi(r.head.substr(9, 3));
         return r;
     }
 
@@ -134,17 +141,19 @@ protected:
     {
         return "POST /cimom HTTP/1.1\r\nHost: localhost\r\n"
                "Content-Type: application/xml; charset=\"utf-8\"\r\n"
-               "CIMOperation: MethodCall\r\nCIMMethod: " + method + "\r\nCIMObject: " + object +
-               "\r\n" + extraHeaders + "Content-Length: " + std::to_string(body.size()) +
-               "\r\n\r\n" + body;
+               "CIMOperation: MethodCall\r\nCIMMethod: " +
+               method + "\r\nCIMObject: " + object + "\r\n" + extraHeaders +
+               "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
     }
 
-    static std::string intrinsic(const std::string& name, const std::string& params,
-                                 const std::string& ns = "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/>")
+    static std::string intrinsic(
+        const std::string& name, const std::string& params,
+        const std::string& ns = "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/>")
     {
-        return "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
-               "<MESSAGE ID=\"4711\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"" + name +
-               "\"><LOCALNAMESPACEPATH>" + ns + "</LOCALNAMESPACEPATH>" + params +
+        return "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" "
+               "DTDVERSION=\"2.0\">"
+               "<MESSAGE ID=\"4711\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"" +
+               name + "\"><LOCALNAMESPACEPATH>" + ns + "</LOCALNAMESPACEPATH>" + params +
                "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>";
     }
 
@@ -164,7 +173,8 @@ protected:
             {
                 std::lock_guard<std::mutex> lock(logMu);
                 for (const auto& l : logLines)
-                    if (l.find(text) != std::string::npos) return l;
+                    if (l.find(text) != std::string::npos)
+                        return l;
             }
             usleep(10000);
         }
@@ -192,15 +202,18 @@ std::atomic<unsigned long long> WireServer::usersGeneration;
 
 TEST_F(WireServer, ServesIntrinsicOperationsWithPaddedLength)
 {
-    Reply r = exchange(post(intrinsic("GetClass", "<IPARAMVALUE NAME=\"ClassName\">"
-                                                  "<CLASSNAME NAME=\"CIM_ManagedElement\"/></IPARAMVALUE>"),
+    Reply r = exchange(post(intrinsic("GetClass",
+                                      "<IPARAMVALUE NAME=\"ClassName\">"
+                                      "<CLASSNAME NAME=\"CIM_ManagedElement\"/></IPARAMVALUE>"),
                             kAuth, "GetClass"));
     ASSERT_EQ(r.status, 200);
     EXPECT_TRUE(r.has("\r\ncontent-length: 0000"));
     EXPECT_TRUE(r.has("CIMOperation: MethodResponse"));
     EXPECT_TRUE(r.has("Content-Type: application/xml; charset=utf-8"));
-    EXPECT_NE(r.body.find("<IMETHODRESPONSE NAME=\"GetClass\"><IRETURNVALUE><CLASS NAME=\"CIM_ManagedElement\""),
-              std::string::npos);
+    EXPECT_NE(
+        r.body.find(
+            "<IMETHODRESPONSE NAME=\"GetClass\"><IRETURNVALUE><CLASS NAME=\"CIM_ManagedElement\""),
+        std::string::npos);
     EXPECT_NE(logLineWith("access: user=tester address=127.0.0.1 operation=GetClass "
                           "class=CIM_ManagedElement status=OK duration_ms="),
               "");
@@ -208,11 +221,13 @@ TEST_F(WireServer, ServesIntrinsicOperationsWithPaddedLength)
 
 TEST_F(WireServer, CimErrorsComeBackInsideTheResponse)
 {
-    Reply r = exchange(post(intrinsic("GetClass", "<IPARAMVALUE NAME=\"ClassName\">"
-                                                  "<CLASSNAME NAME=\"NoSuchClass\"/></IPARAMVALUE>"),
+    Reply r = exchange(post(intrinsic("GetClass",
+                                      "<IPARAMVALUE NAME=\"ClassName\">"
+                                      "<CLASSNAME NAME=\"NoSuchClass\"/></IPARAMVALUE>"),
                             kAuth, "GetClass"));
     ASSERT_EQ(r.status, 200);
-    EXPECT_NE(r.body.find("<ERROR CODE=\"5\" DESCRIPTION=\"CIM_ERR_INVALID_CLASS"), std::string::npos)
+    EXPECT_NE(r.body.find("<ERROR CODE=\"5\" DESCRIPTION=\"CIM_ERR_INVALID_CLASS"),
+              std::string::npos)
         << r.body;
     Reply ns = exchange(post(intrinsic("EnumerateClassNames", "",
                                        "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"nosuchns\"/>"),
@@ -220,20 +235,24 @@ TEST_F(WireServer, CimErrorsComeBackInsideTheResponse)
     EXPECT_NE(ns.body.find("CODE=\"3\""), std::string::npos) << ns.body;
     Reply unknown = exchange(post(intrinsic("ExecQuery", ""), kAuth, "ExecQuery"));
     EXPECT_EQ(unknown.status, 200);
-    EXPECT_NE(unknown.body.find("<ERROR CODE=\"7\" DESCRIPTION=\"CIM_ERR_NOT_SUPPORTED: ExecQuery\"/>"),
-              std::string::npos)
+    EXPECT_NE(
+        unknown.body.find("<ERROR CODE=\"7\" DESCRIPTION=\"CIM_ERR_NOT_SUPPORTED: ExecQuery\"/>"),
+        std::string::npos)
         << unknown.body;
-    Reply badParam = exchange(post(intrinsic("EnumerateClassNames",
-                                             "<IPARAMVALUE NAME=\"Bogus\"><VALUE>1</VALUE></IPARAMVALUE>"),
-                                   kAuth));
+    Reply badParam =
+        exchange(post(intrinsic("EnumerateClassNames",
+                                "<IPARAMVALUE NAME=\"Bogus\"><VALUE>1</VALUE></IPARAMVALUE>"),
+                      kAuth));
     EXPECT_NE(badParam.body.find("CODE=\"4\""), std::string::npos) << badParam.body;
-    Reply badBool = exchange(post(intrinsic("EnumerateClassNames",
-                                            "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>maybe</VALUE></IPARAMVALUE>"),
-                                  kAuth));
+    Reply badBool = exchange(
+        post(intrinsic("EnumerateClassNames",
+                       "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>maybe</VALUE></IPARAMVALUE>"),
+             kAuth));
     EXPECT_NE(badBool.body.find("CODE=\"4\""), std::string::npos) << badBool.body;
-    Reply anyCase = exchange(post(intrinsic("EnumerateClassNames",
-                                            "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>TrUe</VALUE></IPARAMVALUE>"),
-                                  kAuth));
+    Reply anyCase = exchange(
+        post(intrinsic("EnumerateClassNames",
+                       "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>TrUe</VALUE></IPARAMVALUE>"),
+             kAuth));
     EXPECT_EQ(anyCase.body.find("<ERROR"), std::string::npos) << anyCase.body;
 }
 
@@ -246,9 +265,11 @@ TEST_F(WireServer, AuthenticationIsRequired)
     Reply wrong = exchange(post(intrinsic("EnumerateClassNames", ""),
                                 "Authorization: Basic dGVzdGVyOndyb25n\r\n"));  // tester:wrong
     EXPECT_EQ(wrong.status, 401);
-    Reply garbage = exchange(post(intrinsic("EnumerateClassNames", ""), "Authorization: Basic !!!\r\n"));
+    Reply garbage =
+        exchange(post(intrinsic("EnumerateClassNames", ""), "Authorization: Basic !!!\r\n"));
     EXPECT_EQ(garbage.status, 401);
-    Reply digest = exchange(post(intrinsic("EnumerateClassNames", ""), "Authorization: Digest x\r\n"));
+    Reply digest =
+        exchange(post(intrinsic("EnumerateClassNames", ""), "Authorization: Digest x\r\n"));
     EXPECT_EQ(digest.status, 401);
     expectStillServing();
 }
@@ -284,12 +305,17 @@ TEST_F(WireServer, APasswordIsCheckedOncePerUsersGeneration)
 TEST_F(WireServer, HeaderErrorsUseHttpStatusAndCimError)
 {
     std::string body = intrinsic("EnumerateClassNames", "");
-    struct Case { std::string raw; int status; const char* expect; };
+    struct Case {
+        std::string raw;
+        int status;
+        const char* expect;
+    };
     std::vector<Case> cases = {
         {"GET /cimom HTTP/1.1\r\nHost: h\r\n\r\n", 501, nullptr},
         {"POST /cimom HTTP/1.1\r\nContent-Length: 0\r\n\r\n", 400, "missing%20Host"},
-        {"POST /cimom HTTP/1.1\r\nHost: h\r\n" + std::string(kAuth) + "Content-Length: " +
-             std::to_string(body.size()) + "\r\n\r\n" + body, 400, "missing%20CIMOperation"},
+        {"POST /cimom HTTP/1.1\r\nHost: h\r\n" + std::string(kAuth) +
+             "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body,
+         400, "missing%20CIMOperation"},
         {post(body, kAuth).replace(post(body, kAuth).find("MethodCall"), 10, "MethodXall"), 400,
          "CIMError: unsupported-operation"},
         {post(body, kAuth, "GetClass"), 400, "CIMError: header-mismatch"},
@@ -299,13 +325,16 @@ TEST_F(WireServer, HeaderErrorsUseHttpStatusAndCimError)
         {post(body, std::string(kAuth) + "CIMProtocolVersion: 2.0\r\n"), 501,
          "unsupported-protocol-version"},
         {"M-POST /cimom HTTP/1.0\r\nHost: h\r\n\r\n", 400, nullptr},
-        {"POST /cimom HTTP/1.1\r\nHost: h\r\nContent-Type: text/plain\r\nCIMOperation: MethodCall\r\n"
-         "CIMMethod: EnumerateClassNames\r\nCIMObject: root/zar\r\n" + std::string(kAuth) +
-             "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body, 400,
-         "Content-Type%20header%20error"},
+        {"POST /cimom HTTP/1.1\r\nHost: h\r\nContent-Type: text/plain\r\nCIMOperation: "
+         "MethodCall\r\n"
+         "CIMMethod: EnumerateClassNames\r\nCIMObject: root/zar\r\n" +
+             std::string(kAuth) + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
+             body,
+         400, "Content-Type%20header%20error"},
     };
     std::string noMethod = post(body, kAuth);
-    noMethod.erase(noMethod.find("CIMMethod: "), std::string("CIMMethod: EnumerateClassNames\r\n").size());
+    noMethod.erase(noMethod.find("CIMMethod: "),
+                   std::string("CIMMethod: EnumerateClassNames\r\n").size());
     cases.push_back({noMethod, 400, "Missing%20CIMMethod%20HTTP%20header."});
     for (const Case& c : cases) {
         Reply r = exchange(c.raw);
@@ -324,7 +353,8 @@ TEST_F(WireServer, MandatoryExtensionPostUsesPrefixedHeaders)
                       "Man: http://www.dmtf.org/cim/mapping/http/v1.0; ns=73\r\n"
                       "Content-Type: application/xml\r\n73-CIMOperation: MethodCall\r\n"
                       "73-CIMMethod: EnumerateClassNames\r\n73-CIMObject: root%2Fzar\r\n"
-                      "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+                      "Content-Length: " +
+                      std::to_string(body.size()) + "\r\n\r\n" + body;
     Reply r = exchange(raw);
     ASSERT_EQ(r.status, 200) << r.head;
     EXPECT_TRUE(r.has("Ext: "));
@@ -336,22 +366,31 @@ TEST_F(WireServer, HostileBodiesAreRefusedCleanly)
 {
     std::string good = intrinsic("EnumerateClassNames", "");
     std::string nest;
-    for (int i = 0; i < 60; i++) nest += "<VALUE.ARRAY>";
-    for (int i = 0; i < 60; i++) nest += "</VALUE.ARRAY>";
-    struct Case { std::string body; int status; const char* cimError; };
+    for (int i = 0; i < 60; i++)
+        nest += "<VALUE.ARRAY>";
+    for (int i = 0; i < 60; i++)
+        nest += "</VALUE.ARRAY>";
+    struct Case {
+        std::string body;
+        int status;
+        const char* cimError;
+    };
     const Case cases[] = {
         {good.substr(0, good.size() / 2), 400, "request-not-well-formed"},
-        {intrinsic("EnumerateClassNames", "<IPARAMVALUE NAME=\"Role\"><VALUE>a & b</VALUE></IPARAMVALUE>"),
+        {intrinsic("EnumerateClassNames",
+                   "<IPARAMVALUE NAME=\"Role\"><VALUE>a & b</VALUE></IPARAMVALUE>"),
          400, "request-not-well-formed"},
-        {intrinsic("EnumerateClassNames", "<IPARAMVALUE NAME=\"Role\"><VALUE>\xff\xfe</VALUE></IPARAMVALUE>"),
+        {intrinsic("EnumerateClassNames",
+                   "<IPARAMVALUE NAME=\"Role\"><VALUE>\xff\xfe</VALUE></IPARAMVALUE>"),
          400, "request-not-valid"},
-        {intrinsic("EnumerateClassNames", "<IPARAMVALUE NAME=\"X\">" + nest + "</IPARAMVALUE>"), 400,
-         "request-not-valid"},
-        {"<CIM><MESSAGE ID=\"1\"><MULTIREQ/></MESSAGE></CIM>", 501, "multiple-requests-unsupported"},
+        {intrinsic("EnumerateClassNames", "<IPARAMVALUE NAME=\"X\">" + nest + "</IPARAMVALUE>"),
+         400, "request-not-valid"},
+        {"<CIM><MESSAGE ID=\"1\"><MULTIREQ/></MESSAGE></CIM>", 501,
+         "multiple-requests-unsupported"},
         {"<CIM><MESSAGE ID=\"1\"><SIMPLEREQ/></MESSAGE></CIM>", 400, "request-not-valid"},
         {"<NOTCIM/>", 400, "request-not-valid"},
-        {"<!DOCTYPE CIM [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;\">]><CIM>&b;</CIM>", 400,
-         "request-not-valid"},
+        {"<!DOCTYPE CIM [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;\">]><CIM>&b;</CIM>",
+         400, "request-not-valid"},
     };
     for (const Case& c : cases) {
         Reply r = exchange(post(c.body, kAuth));
@@ -379,7 +418,8 @@ TEST_F(WireServer, OversizedAndTruncatedRequests)
     char size[32];
     snprintf(size, sizeof size, "%zx\r\n", chunk.size());
     std::string chunkedHead = "POST /cimom HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n";
-    Reply chunked = exchange(chunkedHead + kAuth + "\r\n" + std::string(size) + chunk + "\r\n0\r\n\r\n");
+    Reply chunked =
+        exchange(chunkedHead + kAuth + "\r\n" + std::string(size) + chunk + "\r\n0\r\n\r\n");
     EXPECT_EQ(chunked.status, 413);
     // Without credentials the body is not read at all: refused at once, the
     // connection closed.
@@ -400,10 +440,11 @@ TEST_F(WireServer, KeepAliveAndChunkedResponses)
         ASSERT_EQ(r.status, 200) << "request " << i;
         EXPECT_FALSE(r.has("Connection: close"));
     }
-    Reply chunked = exchange(post(intrinsic("EnumerateClasses",
-                                            "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>TRUE</VALUE></IPARAMVALUE>"),
-                                  std::string(kAuth) + "TE: trailers\r\n", "EnumerateClasses"),
-                             fd);
+    Reply chunked = exchange(
+        post(intrinsic("EnumerateClasses",
+                       "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>TRUE</VALUE></IPARAMVALUE>"),
+             std::string(kAuth) + "TE: trailers\r\n", "EnumerateClasses"),
+        fd);
     ASSERT_EQ(chunked.status, 200);
     EXPECT_TRUE(chunked.has("Transfer-Encoding: chunked"));
     EXPECT_FALSE(chunked.has("content-length"));
@@ -418,7 +459,8 @@ TEST_F(WireServer, CIMClientOverHttp)
     Array<CIMName> names = client.enumerateClassNames("root/zar", CIMName(), true);
     bool found = false;
     for (Uint32 i = 0; i < names.size(); i++)
-        if (names[i] == CIMName("CIM_ManagedElement")) found = true;
+        if (names[i] == CIMName("CIM_ManagedElement"))
+            found = true;
     EXPECT_TRUE(found);
     CIMClass c = client.getClass("root/zar", "CIM_ManagedElement", false, true, true);
     EXPECT_NE(c.findProperty("ElementName"), PEG_NOT_FOUND);
@@ -455,9 +497,11 @@ TEST_F(WireServer, ClientTextCannotForgeLogLinesOrCredentials)
     // A line feed in a user name (no login needed) and in an authenticated
     // CIMObject header.
     EXPECT_EQ(exchange(post(body, basic("x\nforged user=root:pw"))).status, 401);
-    EXPECT_EQ(exchange(post(body, kAuth, "EnumerateClassNames", "root%0Aaccess: user=root")).status, 400);
+    EXPECT_EQ(exchange(post(body, kAuth, "EnumerateClassNames", "root%0Aaccess: user=root")).status,
+              400);
     // NUL bytes would cut the name and the password in the array's check.
-    EXPECT_EQ(exchange(post(body, basic(std::string("tester\0X:goodpassword\0zzz", 26)))).status, 400);
+    EXPECT_EQ(exchange(post(body, basic(std::string("tester\0X:goodpassword\0zzz", 26)))).status,
+              400);
     // Two Authorization headers: refused, whichever comes first.
     EXPECT_EQ(exchange(post(body, std::string(kAuth) + basic("tester:wrong"))).status, 400);
     EXPECT_EQ(exchange(post(body, basic("tester:wrong") + kAuth)).status, 400);
@@ -470,15 +514,18 @@ TEST_F(WireServer, ClientTextCannotForgeLogLinesOrCredentials)
 
 TEST_F(WireServer, InvalidNamesAreCimErrors)
 {
-    struct Case { std::string ns, header; const char* code; };
+    struct Case {
+        std::string ns, header;
+        const char* code;
+    };
     const Case cases[] = {
         {"<NAMESPACE NAME=\"..\"/>", "..", "CIM_ERR_INVALID_NAMESPACE"},
         {"<NAMESPACE NAME=\"\"/>", "x", "CIM_ERR_INVALID_NAMESPACE"},
         {"<NAMESPACE NAME=\"a b\"/>", "a%20b", "CIM_ERR_INVALID_NAMESPACE"},
     };
     for (const Case& c : cases) {
-        Reply r = exchange(post(intrinsic("EnumerateClassNames", "", c.ns), kAuth, "EnumerateClassNames",
-                                c.header));
+        Reply r = exchange(post(intrinsic("EnumerateClassNames", "", c.ns), kAuth,
+                                "EnumerateClassNames", c.header));
         EXPECT_EQ(r.status, 200) << c.ns << "\n" << r.head;
         EXPECT_NE(r.body.find(c.code), std::string::npos) << r.body;
     }
@@ -486,8 +533,10 @@ TEST_F(WireServer, InvalidNamesAreCimErrors)
     std::string call =
         "<?xml version=\"1.0\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"9\" "
         "PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><METHODCALL NAME=\"Foo\"><LOCALINSTANCEPATH>"
-        "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/></LOCALNAMESPACEPATH>"
-        "<INSTANCENAME CLASSNAME=\"CIM_ManagedElement\"><KEYBINDING NAME=\"a b\"><KEYVALUE>1</KEYVALUE>"
+        "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE "
+        "NAME=\"zar\"/></LOCALNAMESPACEPATH>"
+        "<INSTANCENAME CLASSNAME=\"CIM_ManagedElement\"><KEYBINDING NAME=\"a "
+        "b\"><KEYVALUE>1</KEYVALUE>"
         "</KEYBINDING></INSTANCENAME></LOCALINSTANCEPATH></METHODCALL></SIMPLEREQ></MESSAGE></CIM>";
     Reply r = exchange(post(call, kAuth, "Foo", "root/zar:CIM_ManagedElement.x=\"1\""));
     EXPECT_EQ(r.status, 200) << r.head;

@@ -20,8 +20,10 @@ TEST(HttpHead, ParsesRequestLineAndHeaders)
 {
     HttpRequest r;
     HeadParseResult res = parseHead(
-        "M-POST /cimom HTTP/1.1\r\nHost: h\r\nMan: http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73\r\n"
-        "73-CIMOperation:   MethodCall  \r\nconnection: Close", r);
+        "M-POST /cimom HTTP/1.1\r\nHost: h\r\nMan: http://www.dmtf.org/cim/mapping/http/v1.0 ; "
+        "ns=73\r\n"
+        "73-CIMOperation:   MethodCall  \r\nconnection: Close",
+        r);
     ASSERT_TRUE(res.ok) << res.reason;
     EXPECT_EQ(r.method, "M-POST");
     EXPECT_EQ(r.target, "/cimom");
@@ -40,7 +42,10 @@ TEST(HttpHead, ParsesRequestLineAndHeaders)
 
 TEST(HttpHead, RefusesMalformedHeads)
 {
-    struct Case { const char* head; int status; };
+    struct Case {
+        const char* head;
+        int status;
+    };
     const Case cases[] = {
         {"POST /cimom", 400},
         {"POST  /cimom HTTP/1.1", 400},
@@ -51,7 +56,8 @@ TEST(HttpHead, RefusesMalformedHeads)
         {"POST /cimom HTTP/1.1\r\nA: b\r\n  folded", 400},
         {"POST /cimom HTTP/1.1\r\nBad Name: x", 400},
         {"POST /cimom HTTP/1.1\r\nA: x\x01y", 400},
-        {"POST /cimom HTTP/1.1\r\nA:1\r\nA:2\r\nA:3\r\nA:4\r\nA:5\r\nA:6\r\nA:7\r\nA:8\r\nA:9", 431},
+        {"POST /cimom HTTP/1.1\r\nA:1\r\nA:2\r\nA:3\r\nA:4\r\nA:5\r\nA:6\r\nA:7\r\nA:8\r\nA:9",
+         431},
         {"", 400},
     };
     for (const Case& c : cases) {
@@ -66,7 +72,7 @@ TEST(HttpBody, FramingRules)
 {
     HttpLimits lim;
     lim.maxBodyBytes = 100;
-    auto framing = [&](std::vector<std::pair<std::string, std::string> > h) {
+    auto framing = [&](std::vector<std::pair<std::string, std::string>> h) {
         HttpRequest r;
         r.headers = h;
         return bodyFraming(r, lim);
@@ -77,7 +83,8 @@ TEST(HttpBody, FramingRules)
     EXPECT_EQ(framing({{"Transfer-Encoding", "chunked"}}).kind, BodyFraming::Chunked);
     EXPECT_EQ(framing({{"Content-Length", "101"}}).status, 413);
     EXPECT_EQ(framing({{"Content-Length", "1"}, {"Content-Length", "2"}}).status, 400);
-    EXPECT_EQ(framing({{"Content-Length", "1"}, {"Content-Length", "1"}}).kind, BodyFraming::Length);
+    EXPECT_EQ(framing({{"Content-Length", "1"}, {"Content-Length", "1"}}).kind,
+              BodyFraming::Length);
     EXPECT_EQ(framing({{"Content-Length", "-1"}}).status, 400);
     EXPECT_EQ(framing({{"Content-Length", "1x"}}).status, 400);
     EXPECT_EQ(framing({{"Transfer-Encoding", "gzip"}}).status, 501);
@@ -115,7 +122,8 @@ TEST(HttpBody, ChunkedDecoding)
     // accepted whole and refused when its bytes arrive in two reads.
     const std::string longExt = "1;" + std::string(1100, 'e');
     const std::string longTrailer = "0\r\nX: " + std::string(9000, 't');
-    for (const std::string& bad : {longExt + "\r\nA\r\n0\r\n\r\n", longExt, longTrailer + "\r\n\r\n", longTrailer}) {
+    for (const std::string& bad :
+         {longExt + "\r\nA\r\n0\r\n\r\n", longExt, longTrailer + "\r\n\r\n", longTrailer}) {
         body.clear();
         pos = 0;
         EXPECT_EQ(decodeChunked(bad, pos, 100, body, why), -1) << bad.size();

@@ -24,7 +24,10 @@ using namespace zarwire;
 namespace {
 
 // Byte i of a streamed answer.
-char patternByte(size_t i) { return static_cast<char>('a' + (i * 7 + i / 4096) % 26); }
+char patternByte(size_t i)
+{
+    return static_cast<char>('a' + (i * 7 + i / 4096) % 26);
+}
 
 class StreamingHandler : public RequestHandler {
 public:
@@ -38,8 +41,10 @@ public:
         std::string chunk(50000, 'x');
         size_t at = 0;
         for (int c = 0; c < 160; c++) {  // 8,000,000 bytes
-            for (auto& ch : chunk) ch = patternByte(at++);
-            if (!ex.sendChunk(chunk.data(), chunk.size())) return;
+            for (auto& ch : chunk)
+                ch = patternByte(at++);
+            if (!ex.sendChunk(chunk.data(), chunk.size()))
+                return;
         }
         ex.endChunked({});
     }
@@ -65,9 +70,11 @@ std::string readAll(int fd)
     char buf[65536];
     for (;;) {
         pollfd p{fd, POLLIN, 0};
-        if (::poll(&p, 1, 10000) <= 0) break;
+        if (::poll(&p, 1, 10000) <= 0)
+            break;
         ssize_t n = ::recv(fd, buf, sizeof buf, 0);
-        if (n <= 0) break;
+        if (n <= 0)
+            break;
         in.append(buf, static_cast<size_t>(n));
     }
     return in;
@@ -78,10 +85,12 @@ size_t dechunk(const std::string& in, size_t pos, std::string& body)
 {
     for (;;) {
         size_t nl = in.find("\r\n", pos);
-        if (nl == std::string::npos) return std::string::npos;
+        if (nl == std::string::npos)
+            return std::string::npos;
         size_t n = std::stoul(in.substr(pos, nl - pos), nullptr, 16);
         pos = nl + 2;
-        if (n == 0) return in.compare(pos, 2, "\r\n") == 0 ? pos + 2 : std::string::npos;
+        if (n == 0)
+            return in.compare(pos, 2, "\r\n") == 0 ? pos + 2 : std::string::npos;
         body.append(in, pos, n);
         pos += n + 2;
     }
@@ -99,8 +108,9 @@ TEST(HttpServer, StreamedAnswersFarLargerThanTheBufferArriveWholeAndInOrder)
     HttpServer server(sc, h);
     server.start();
     int fd = connectFrom("127.0.0.1", server.httpPort());
-    std::string reqs = "GET /stream HTTP/1.1\r\nHost: h\r\n\r\nGET /after HTTP/1.1\r\nHost: h\r\n"
-                       "Connection: close\r\n\r\n";
+    std::string reqs =
+        "GET /stream HTTP/1.1\r\nHost: h\r\n\r\nGET /after HTTP/1.1\r\nHost: h\r\n"
+        "Connection: close\r\n\r\n";
     ASSERT_EQ(::send(fd, reqs.data(), reqs.size(), 0), ssize_t(reqs.size()));
     std::string in = readAll(fd);
     ::close(fd);
@@ -115,7 +125,8 @@ TEST(HttpServer, StreamedAnswersFarLargerThanTheBufferArriveWholeAndInOrder)
         if (body[i] != patternByte(i)) {
             FAIL() << "byte " << i << " differs";
         }
-    EXPECT_NE(in.find("short /after", end), std::string::npos) << "the pipelined request was not answered";
+    EXPECT_NE(in.find("short /after", end), std::string::npos)
+        << "the pipelined request was not answered";
     server.stop();
 }
 
@@ -128,7 +139,8 @@ TEST(HttpServer, ConnectionsPerAddressAreLimited)
     HttpServer server(sc, h);
     server.start();
     std::vector<int> held;
-    for (int i = 0; i < 3; i++) held.push_back(connectFrom("127.0.0.2", server.httpPort()));
+    for (int i = 0; i < 3; i++)
+        held.push_back(connectFrom("127.0.0.2", server.httpPort()));
     int extra = connectFrom("127.0.0.2", server.httpPort());
     EXPECT_EQ(readAll(extra).compare(0, 12, "HTTP/1.1 503"), 0);
     ::close(extra);
@@ -138,7 +150,8 @@ TEST(HttpServer, ConnectionsPerAddressAreLimited)
     ASSERT_EQ(::send(other, req.data(), req.size(), 0), ssize_t(req.size()));
     EXPECT_NE(readAll(other).find("short /x"), std::string::npos);
     ::close(other);
-    for (int fd : held) ::close(fd);
+    for (int fd : held)
+        ::close(fd);
     server.stop();
 }
 
@@ -153,7 +166,8 @@ TEST(OutputQueue, ProducerWaitsForRoomAndIsReleasedByClose)
         done = true;
     });
     // It fills the queue to its limit and waits there.
-    for (int i = 0; i < 2000 && q.pending() < 1000; i++) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    for (int i = 0; i < 2000 && q.pending() < 1000; i++)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     EXPECT_EQ(q.pending(), 1000u);
     EXPECT_FALSE(done);
     EXPECT_GE(wakes.load(), 1);

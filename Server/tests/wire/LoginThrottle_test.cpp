@@ -22,7 +22,8 @@ TEST(LoginThrottle, GrowsPerUserAndPerAddressThenFades)
     EXPECT_EQ(t.failure("alice", "10.0.0.1", now).count(), 0);
     EXPECT_EQ(t.failure("alice", "10.0.0.1", now).count(), 100);
     EXPECT_EQ(t.failure("alice", "10.0.0.1", now).count(), 200);
-    for (int i = 0; i < 10; i++) t.failure("alice", "10.0.0.1", now);
+    for (int i = 0; i < 10; i++)
+        t.failure("alice", "10.0.0.1", now);
     EXPECT_EQ(t.failure("alice", "10.0.0.1", now).count(), 1000);
     // The same name from elsewhere, and another name from the same address,
     // are slowed as well.

@@ -24,10 +24,32 @@ TEST(ServerOptions, ParsesEveryOption)
 {
     ServerOptions o;
     std::string err;
-    ASSERT_TRUE(parse({"--listen", "::1", "--http-port=0", "--https-port", "6989", "--tls-cert", "c.pem",
-                       "--tls-key=k.pem", "--array-db", "a.db", "--schema-dir", "s", "--provider-dir", "p",
-                       "--log-level", "4", "--log-file", "l", "--socket", "off", "--workers", "3",
-                       "--idle-timeout", "5", "--drain-timeout", "2"},
+    ASSERT_TRUE(parse({"--listen",
+                       "::1",
+                       "--http-port=0",
+                       "--https-port",
+                       "6989",
+                       "--tls-cert",
+                       "c.pem",
+                       "--tls-key=k.pem",
+                       "--array-db",
+                       "a.db",
+                       "--schema-dir",
+                       "s",
+                       "--provider-dir",
+                       "p",
+                       "--log-level",
+                       "4",
+                       "--log-file",
+                       "l",
+                       "--socket",
+                       "off",
+                       "--workers",
+                       "3",
+                       "--idle-timeout",
+                       "5",
+                       "--drain-timeout",
+                       "2"},
                       o, err))
         << err;
     EXPECT_EQ(o.listen, "::1");
@@ -54,11 +76,18 @@ TEST(ServerOptions, RefusesBadCommandLines)
 {
     ServerOptions o;
     std::string err;
-    const std::vector<std::vector<std::string> > bad = {
-        {"--nope"}, {"--http-port"}, {"--http-port", "65536"}, {"--http-port", "12a"},
-        {"--https-port", "0"}, {"--https-port", "5989", "--tls-cert", "c"},
-        {"--tls-key", "k"}, {"--log-level", "9"}, {"--workers", "0"}, {"--listen", ""},
-        {"--http-port", "off", "--socket", "off"}, {"positional"}};
+    const std::vector<std::vector<std::string>> bad = {{"--nope"},
+                                                       {"--http-port"},
+                                                       {"--http-port", "65536"},
+                                                       {"--http-port", "12a"},
+                                                       {"--https-port", "0"},
+                                                       {"--https-port", "5989", "--tls-cert", "c"},
+                                                       {"--tls-key", "k"},
+                                                       {"--log-level", "9"},
+                                                       {"--workers", "0"},
+                                                       {"--listen", ""},
+                                                       {"--http-port", "off", "--socket", "off"},
+                                                       {"positional"}};
     for (const auto& args : bad) {
         EXPECT_FALSE(parse(args, o, err)) << args[0];
         EXPECT_FALSE(err.empty());
@@ -75,7 +104,8 @@ TEST(ServerOptions, FindsFoldersOfInstalledAndBuildTrees)
     EXPECT_EQ(o.schemaDir, "/src/schema");
     EXPECT_EQ(o.providerDir, root + "/bin/../lib");
 
-    for (const char* d : {"/share", "/share/zar", "/share/zar/schema", "/lib", "/lib/zar", "/lib/zar/providers"})
+    for (const char* d :
+         {"/share", "/share/zar", "/share/zar/schema", "/lib", "/lib/zar", "/lib/zar/providers"})
         mkdir((root + d).c_str(), 0700);
     ServerOptions installed;
     resolveDefaultDirs(installed, root + "/bin", "/src/schema");

@@ -24,8 +24,7 @@ PEGASUS_PROVIDER_LINKAGE CIMOMHandle createCIMOMHandle(CIMOperationHost& host);
 
 // False while disallowProviderUnload() has been called through handle or one
 // of its copies more often than allowProviderUnload().
-PEGASUS_PROVIDER_LINKAGE Boolean isProviderUnloadAllowed(
-    const CIMOMHandle& handle);
+PEGASUS_PROVIDER_LINKAGE Boolean isProviderUnloadAllowed(const CIMOMHandle& handle);
 
 PEGASUS_NAMESPACE_END
 

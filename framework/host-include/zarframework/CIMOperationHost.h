@@ -26,144 +26,93 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE CIMOperationHost
-{
+class PEGASUS_COMMON_LINKAGE CIMOperationHost {
 public:
     virtual ~CIMOperationHost();
 
-    virtual CIMClass getClass(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList) = 0;
+    virtual CIMClass getClass(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                              const CIMName& className, Boolean localOnly,
+                              Boolean includeQualifiers, Boolean includeClassOrigin,
+                              const CIMPropertyList& propertyList) = 0;
 
-    virtual Array<CIMClass> enumerateClasses(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin) = 0;
+    virtual Array<CIMClass> enumerateClasses(const OperationContext& context,
+                                             const CIMNamespaceName& nameSpace,
+                                             const CIMName& className, Boolean deepInheritance,
+                                             Boolean localOnly, Boolean includeQualifiers,
+                                             Boolean includeClassOrigin) = 0;
 
-    virtual Array<CIMName> enumerateClassNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance) = 0;
+    virtual Array<CIMName> enumerateClassNames(const OperationContext& context,
+                                               const CIMNamespaceName& nameSpace,
+                                               const CIMName& className,
+                                               Boolean deepInheritance) = 0;
 
-    virtual CIMInstance getInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList) = 0;
+    virtual CIMInstance getInstance(const OperationContext& context,
+                                    const CIMNamespaceName& nameSpace,
+                                    const CIMObjectPath& instanceName, Boolean localOnly,
+                                    Boolean includeQualifiers, Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList) = 0;
 
     // Delivers each instance (with its path set) to handler, then calls
     // handler.complete().
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler) = 0;
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMNamespaceName& nameSpace, const CIMName& className,
+                                    Boolean deepInheritance, Boolean localOnly,
+                                    Boolean includeQualifiers, Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler) = 0;
 
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        ObjectPathResponseHandler& handler) = 0;
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMNamespaceName& nameSpace, const CIMName& className,
+                                        ObjectPathResponseHandler& handler) = 0;
 
-    virtual CIMObjectPath createInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMInstance& newInstance) = 0;
+    virtual CIMObjectPath createInstance(const OperationContext& context,
+                                         const CIMNamespaceName& nameSpace,
+                                         const CIMInstance& newInstance) = 0;
 
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMInstance& modifiedInstance,
-        Boolean includeQualifiers,
-        const CIMPropertyList& propertyList) = 0;
+    virtual void modifyInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                const CIMInstance& modifiedInstance, Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList) = 0;
 
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName) = 0;
+    virtual void deleteInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                const CIMObjectPath& instanceName) = 0;
 
-    virtual void associators(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler) = 0;
+    virtual void associators(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                             const CIMObjectPath& objectName, const CIMName& assocClass,
+                             const CIMName& resultClass, const String& role,
+                             const String& resultRole, Boolean includeQualifiers,
+                             Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+                             ObjectResponseHandler& handler) = 0;
 
-    virtual void associatorNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        ObjectPathResponseHandler& handler) = 0;
+    virtual void associatorNames(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                 const CIMObjectPath& objectName, const CIMName& assocClass,
+                                 const CIMName& resultClass, const String& role,
+                                 const String& resultRole, ObjectPathResponseHandler& handler) = 0;
 
-    virtual void references(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        ObjectResponseHandler& handler) = 0;
+    virtual void references(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                            const CIMObjectPath& objectName, const CIMName& resultClass,
+                            const String& role, Boolean includeQualifiers,
+                            Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+                            ObjectResponseHandler& handler) = 0;
 
-    virtual void referenceNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        ObjectPathResponseHandler& handler) = 0;
+    virtual void referenceNames(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                const CIMObjectPath& objectName, const CIMName& resultClass,
+                                const String& role, ObjectPathResponseHandler& handler) = 0;
 
-    virtual CIMValue getProperty(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& propertyName) = 0;
+    virtual CIMValue getProperty(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                 const CIMObjectPath& instanceName,
+                                 const CIMName& propertyName) = 0;
 
-    virtual void setProperty(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& propertyName,
-        const CIMValue& newValue) = 0;
+    virtual void setProperty(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                             const CIMObjectPath& instanceName, const CIMName& propertyName,
+                             const CIMValue& newValue) = 0;
 
     // Returns the method's return value; output parameters are appended to
     // outParameters in the order the provider delivered them.
-    virtual CIMValue invokeMethod(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        Array<CIMParamValue>& outParameters) = 0;
+    virtual CIMValue invokeMethod(const OperationContext& context,
+                                  const CIMNamespaceName& nameSpace,
+                                  const CIMObjectPath& instanceName, const CIMName& methodName,
+                                  const Array<CIMParamValue>& inParameters,
+                                  Array<CIMParamValue>& outParameters) = 0;
 };
 
 // Registers the host that default-constructed CIMOMHandles and in-process

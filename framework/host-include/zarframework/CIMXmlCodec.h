@@ -38,12 +38,12 @@ PEGASUS_NAMESPACE_BEGIN
 // not XML at all (NOT_WELL_FORMED), XML that is not valid CIM-XML
 // (NOT_VALID), a value whose text cannot be converted to its declared type
 // (BAD_VALUE), and a document beyond the parser's limits (LIMIT_EXCEEDED).
-class PEGASUS_COMMON_LINKAGE CIMXmlFormatException : public Exception
-{
+class PEGASUS_COMMON_LINKAGE CIMXmlFormatException : public Exception {
 public:
     enum Kind { NOT_WELL_FORMED, NOT_VALID, BAD_VALUE, LIMIT_EXCEEDED };
     CIMXmlFormatException(Kind kind, const String& message);
     Kind getKind() const;
+
 private:
     Kind _kind;
 };
@@ -60,8 +60,7 @@ namespace CIMXml {
 // ---------------------------------------------------------------------------
 
 // Hard limits of one parse. The defaults suit requests sent to a server.
-struct XmlLimits
-{
+struct XmlLimits {
     size_t maxDepth = 64;              // nesting of elements
     size_t maxElements = 1000000;      // elements in the document
     size_t maxTextBytes = 1 << 20;     // character data of one element
@@ -72,10 +71,9 @@ struct XmlLimits
 // One element of a parsed document. Character data is kept as UTF-8 in text
 // (with entities and character references resolved); attributes keep their
 // document order.
-struct XmlElement
-{
+struct XmlElement {
     std::string name;
-    std::vector<std::pair<std::string, std::string> > attributes;
+    std::vector<std::pair<std::string, std::string>> attributes;
     std::string text;
     std::vector<XmlElement> children;
 
@@ -93,8 +91,8 @@ struct XmlElement
 // entities are refused (no entity expansion), as are documents beyond
 // limits. Throws CIMXmlFormatException (NOT_WELL_FORMED with the parser's
 // message, line and column; LIMIT_EXCEEDED).
-PEGASUS_COMMON_LINKAGE XmlElement parseDocument(
-    const char* data, size_t size, const XmlLimits& limits = XmlLimits());
+PEGASUS_COMMON_LINKAGE XmlElement parseDocument(const char* data, size_t size,
+                                                const XmlLimits& limits = XmlLimits());
 
 // True if data[0..size) is well-formed UTF-8 (no overlong forms, no
 // surrogates, nothing above U+10FFFF).
@@ -120,28 +118,29 @@ PEGASUS_COMMON_LINKAGE std::string valueText(const CIMValue& scalarValue);
 // as escaped CIM-XML text inside VALUE.
 PEGASUS_COMMON_LINKAGE void appendValue(std::string& out, const CIMValue& value);
 
-PEGASUS_COMMON_LINKAGE void appendLocalNamespacePath(
-    std::string& out, const CIMNamespaceName& nameSpace);
-PEGASUS_COMMON_LINKAGE void appendNamespacePath(
-    std::string& out, const String& host, const CIMNamespaceName& nameSpace);
+PEGASUS_COMMON_LINKAGE void appendLocalNamespacePath(std::string& out,
+                                                     const CIMNamespaceName& nameSpace);
+PEGASUS_COMMON_LINKAGE void appendNamespacePath(std::string& out, const String& host,
+                                                const CIMNamespaceName& nameSpace);
 PEGASUS_COMMON_LINKAGE void appendClassName(std::string& out, const CIMName& name);
 // INSTANCENAME: class and keys of path (host and namespace ignored).
 PEGASUS_COMMON_LINKAGE void appendInstanceName(std::string& out, const CIMObjectPath& path);
 // INSTANCEPATH; an empty host of path is replaced by defaultHost, a null
 // namespace by defaultNameSpace.
-PEGASUS_COMMON_LINKAGE void appendInstancePath(std::string& out, const CIMObjectPath& path,
-    const String& defaultHost = String(),
+PEGASUS_COMMON_LINKAGE void appendInstancePath(
+    std::string& out, const CIMObjectPath& path, const String& defaultHost = String(),
     const CIMNamespaceName& defaultNameSpace = CIMNamespaceName());
-PEGASUS_COMMON_LINKAGE void appendLocalInstancePath(
-    std::string& out, const CIMObjectPath& path, const CIMNamespaceName& nameSpace);
-PEGASUS_COMMON_LINKAGE void appendClassPath(std::string& out, const CIMObjectPath& path,
-    const String& defaultHost = String(),
+PEGASUS_COMMON_LINKAGE void appendLocalInstancePath(std::string& out, const CIMObjectPath& path,
+                                                    const CIMNamespaceName& nameSpace);
+PEGASUS_COMMON_LINKAGE void appendClassPath(
+    std::string& out, const CIMObjectPath& path, const String& defaultHost = String(),
     const CIMNamespaceName& defaultNameSpace = CIMNamespaceName());
-PEGASUS_COMMON_LINKAGE void appendLocalClassPath(
-    std::string& out, const CIMNamespaceName& nameSpace, const CIMName& className);
+PEGASUS_COMMON_LINKAGE void appendLocalClassPath(std::string& out,
+                                                 const CIMNamespaceName& nameSpace,
+                                                 const CIMName& className);
 // OBJECTPATH holding an INSTANCEPATH (path with keys) or a CLASSPATH.
-PEGASUS_COMMON_LINKAGE void appendObjectPath(std::string& out, const CIMObjectPath& path,
-    const String& defaultHost = String(),
+PEGASUS_COMMON_LINKAGE void appendObjectPath(
+    std::string& out, const CIMObjectPath& path, const String& defaultHost = String(),
     const CIMNamespaceName& defaultNameSpace = CIMNamespaceName());
 // VALUE.REFERENCE in the most complete form the path allows: INSTANCEPATH
 // with host and namespace, LOCALINSTANCEPATH with a namespace only,
@@ -161,7 +160,8 @@ PEGASUS_COMMON_LINKAGE void appendValueNamedInstance(std::string& out, const CIM
 // VALUE.OBJECTWITHPATH; the object's path is completed with defaultHost and
 // defaultNameSpace where it lacks them.
 PEGASUS_COMMON_LINKAGE void appendValueObjectWithPath(std::string& out, const CIMObject& o,
-    const String& defaultHost, const CIMNamespaceName& defaultNameSpace);
+                                                      const String& defaultHost,
+                                                      const CIMNamespaceName& defaultNameSpace);
 
 // PARAMVALUE with PARAMTYPE (and EmbeddedObject where it applies); a null
 // value gives an empty PARAMVALUE.
@@ -179,8 +179,8 @@ PEGASUS_COMMON_LINKAGE String errorDescription(Uint32 code, const String& messag
 PEGASUS_COMMON_LINKAGE void appendError(std::string& out, Uint32 code, const String& message);
 
 // The envelope around one simple request or response.
-PEGASUS_COMMON_LINKAGE void appendMessageStart(
-    std::string& out, const std::string& messageId, bool request);
+PEGASUS_COMMON_LINKAGE void appendMessageStart(std::string& out, const std::string& messageId,
+                                               bool request);
 PEGASUS_COMMON_LINKAGE void appendMessageEnd(std::string& out, bool request);
 
 // ---------------------------------------------------------------------------
@@ -197,14 +197,14 @@ PEGASUS_COMMON_LINKAGE CIMValue scalarFromText(const std::string& text, CIMType 
 // A value from VALUE, VALUE.ARRAY, VALUE.NULL, VALUE.REFERENCE or
 // VALUE.REFARRAY, converted to type. For VALUE with embeddedObject set, the
 // text is parsed as CLASS/INSTANCE XML.
-PEGASUS_COMMON_LINKAGE CIMValue decodeValue(
-    const XmlElement& e, CIMType type, const XmlLimits& limits = XmlLimits(),
-    bool embeddedObject = false);
+PEGASUS_COMMON_LINKAGE CIMValue decodeValue(const XmlElement& e, CIMType type,
+                                            const XmlLimits& limits = XmlLimits(),
+                                            bool embeddedObject = false);
 
 PEGASUS_COMMON_LINKAGE CIMNamespaceName decodeLocalNamespacePath(const XmlElement& e);
 // Host and namespace of a NAMESPACEPATH.
-PEGASUS_COMMON_LINKAGE void decodeNamespacePath(
-    const XmlElement& e, String& host, CIMNamespaceName& nameSpace);
+PEGASUS_COMMON_LINKAGE void decodeNamespacePath(const XmlElement& e, String& host,
+                                                CIMNamespaceName& nameSpace);
 PEGASUS_COMMON_LINKAGE CIMName decodeClassName(const XmlElement& e);
 // INSTANCENAME to a path without host or namespace.
 PEGASUS_COMMON_LINKAGE CIMObjectPath decodeInstanceName(const XmlElement& e);
@@ -213,27 +213,27 @@ PEGASUS_COMMON_LINKAGE CIMObjectPath decodeInstanceName(const XmlElement& e);
 PEGASUS_COMMON_LINKAGE CIMObjectPath decodeObjectPath(const XmlElement& e);
 
 PEGASUS_COMMON_LINKAGE CIMQualifier decodeQualifier(const XmlElement& e);
-PEGASUS_COMMON_LINKAGE CIMProperty decodeProperty(
-    const XmlElement& e, const XmlLimits& limits = XmlLimits());
+PEGASUS_COMMON_LINKAGE CIMProperty decodeProperty(const XmlElement& e,
+                                                  const XmlLimits& limits = XmlLimits());
 PEGASUS_COMMON_LINKAGE CIMMethod decodeMethod(const XmlElement& e);
-PEGASUS_COMMON_LINKAGE CIMClass decodeClass(
-    const XmlElement& e, const XmlLimits& limits = XmlLimits());
-PEGASUS_COMMON_LINKAGE CIMInstance decodeInstance(
-    const XmlElement& e, const XmlLimits& limits = XmlLimits());
+PEGASUS_COMMON_LINKAGE CIMClass decodeClass(const XmlElement& e,
+                                            const XmlLimits& limits = XmlLimits());
+PEGASUS_COMMON_LINKAGE CIMInstance decodeInstance(const XmlElement& e,
+                                                  const XmlLimits& limits = XmlLimits());
 // CLASS or INSTANCE.
-PEGASUS_COMMON_LINKAGE CIMObject decodeObject(
-    const XmlElement& e, const XmlLimits& limits = XmlLimits());
+PEGASUS_COMMON_LINKAGE CIMObject decodeObject(const XmlElement& e,
+                                              const XmlLimits& limits = XmlLimits());
 // VALUE.NAMEDINSTANCE, VALUE.OBJECTWITHPATH, VALUE.OBJECTWITHLOCALPATH or
 // VALUE.INSTANCEWITHPATH: the object with its path set.
-PEGASUS_COMMON_LINKAGE CIMObject decodeObjectWithPath(
-    const XmlElement& e, const XmlLimits& limits = XmlLimits());
+PEGASUS_COMMON_LINKAGE CIMObject decodeObjectWithPath(const XmlElement& e,
+                                                      const XmlLimits& limits = XmlLimits());
 
 // PARAMVALUE (or RETURNVALUE content). With PARAMTYPE the value is typed and
 // isTyped() is true; without it a VALUE comes back as a String (an array as
 // Array<String>) with isTyped() false, for the receiver to convert from the
 // method's declaration. References and embedded objects are always typed.
-PEGASUS_COMMON_LINKAGE CIMParamValue decodeParamValue(
-    const XmlElement& e, const XmlLimits& limits = XmlLimits());
+PEGASUS_COMMON_LINKAGE CIMParamValue decodeParamValue(const XmlElement& e,
+                                                      const XmlLimits& limits = XmlLimits());
 
 // An untyped String or Array<String> value (see decodeParamValue) converted
 // to type; throws BAD_VALUE.

@@ -22,15 +22,14 @@ void CIMClient::setTimeout(Uint32 timeoutMilliseconds)
     _rep->setTimeout(timeoutMilliseconds);
 }
 
-void CIMClient::connect(const String& host, const Uint32 portNumber,
-    const String& userName, const String& password)
+void CIMClient::connect(const String& host, const Uint32 portNumber, const String& userName,
+                        const String& password)
 {
     _rep->connect(host, portNumber, 0, userName, password);
 }
 
-void CIMClient::connect(const String& host, const Uint32 portNumber,
-    const SSLContext& sslContext, const String& userName,
-    const String& password)
+void CIMClient::connect(const String& host, const Uint32 portNumber, const SSLContext& sslContext,
+                        const String& userName, const String& password)
 {
     _rep->connect(host, portNumber, &sslContext, userName, password);
 }
@@ -45,135 +44,132 @@ void CIMClient::disconnect()
     _rep->disconnect();
 }
 
-CIMClass CIMClient::getClass(const CIMNamespaceName& nameSpace,
-    const CIMName& className, Boolean localOnly, Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+CIMClass CIMClient::getClass(const CIMNamespaceName& nameSpace, const CIMName& className,
+                             Boolean localOnly, Boolean includeQualifiers,
+                             Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
-    return _rep->connection().getClass(nameSpace, className, localOnly,
-        includeQualifiers, includeClassOrigin, propertyList);
+    return _rep->connection().getClass(nameSpace, className, localOnly, includeQualifiers,
+                                       includeClassOrigin, propertyList);
 }
 
 Array<CIMClass> CIMClient::enumerateClasses(const CIMNamespaceName& nameSpace,
-    const CIMName& className, Boolean deepInheritance, Boolean localOnly,
-    Boolean includeQualifiers, Boolean includeClassOrigin)
+                                            const CIMName& className, Boolean deepInheritance,
+                                            Boolean localOnly, Boolean includeQualifiers,
+                                            Boolean includeClassOrigin)
 {
-    return _rep->connection().enumerateClasses(nameSpace, className,
-        deepInheritance, localOnly, includeQualifiers, includeClassOrigin);
+    return _rep->connection().enumerateClasses(nameSpace, className, deepInheritance, localOnly,
+                                               includeQualifiers, includeClassOrigin);
 }
 
 Array<CIMName> CIMClient::enumerateClassNames(const CIMNamespaceName& nameSpace,
-    const CIMName& className, Boolean deepInheritance)
+                                              const CIMName& className, Boolean deepInheritance)
 {
-    return _rep->connection().enumerateClassNames(
-        nameSpace, className, deepInheritance);
+    return _rep->connection().enumerateClassNames(nameSpace, className, deepInheritance);
 }
 
 CIMInstance CIMClient::getInstance(const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& instanceName, Boolean localOnly,
-    Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+                                   const CIMObjectPath& instanceName, Boolean localOnly,
+                                   Boolean includeQualifiers, Boolean includeClassOrigin,
+                                   const CIMPropertyList& propertyList)
 {
-    return _rep->connection().getInstance(nameSpace, instanceName, localOnly,
-        includeQualifiers, includeClassOrigin, propertyList);
+    return _rep->connection().getInstance(nameSpace, instanceName, localOnly, includeQualifiers,
+                                          includeClassOrigin, propertyList);
 }
 
-void CIMClient::deleteInstance(const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& instanceName)
+void CIMClient::deleteInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName)
 {
     _rep->connection().deleteInstance(nameSpace, instanceName);
 }
 
 CIMObjectPath CIMClient::createInstance(const CIMNamespaceName& nameSpace,
-    const CIMInstance& newInstance)
+                                        const CIMInstance& newInstance)
 {
     return _rep->connection().createInstance(nameSpace, newInstance);
 }
 
 void CIMClient::modifyInstance(const CIMNamespaceName& nameSpace,
-    const CIMInstance& modifiedInstance, Boolean includeQualifiers,
-    const CIMPropertyList& propertyList)
+                               const CIMInstance& modifiedInstance, Boolean includeQualifiers,
+                               const CIMPropertyList& propertyList)
 {
-    _rep->connection().modifyInstance(
-        nameSpace, modifiedInstance, includeQualifiers, propertyList);
+    _rep->connection().modifyInstance(nameSpace, modifiedInstance, includeQualifiers, propertyList);
 }
 
-Array<CIMInstance> CIMClient::enumerateInstances(
-    const CIMNamespaceName& nameSpace, const CIMName& className,
-    Boolean deepInheritance, Boolean localOnly, Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+Array<CIMInstance> CIMClient::enumerateInstances(const CIMNamespaceName& nameSpace,
+                                                 const CIMName& className, Boolean deepInheritance,
+                                                 Boolean localOnly, Boolean includeQualifiers,
+                                                 Boolean includeClassOrigin,
+                                                 const CIMPropertyList& propertyList)
 {
-    return _rep->connection().enumerateInstances(nameSpace, className,
-        deepInheritance, localOnly, includeQualifiers, includeClassOrigin,
-        propertyList);
+    return _rep->connection().enumerateInstances(nameSpace, className, deepInheritance, localOnly,
+                                                 includeQualifiers, includeClassOrigin,
+                                                 propertyList);
 }
 
-Array<CIMObjectPath> CIMClient::enumerateInstanceNames(
-    const CIMNamespaceName& nameSpace, const CIMName& className)
+Array<CIMObjectPath> CIMClient::enumerateInstanceNames(const CIMNamespaceName& nameSpace,
+                                                       const CIMName& className)
 {
     return _rep->connection().enumerateInstanceNames(nameSpace, className);
 }
 
 Array<CIMObject> CIMClient::associators(const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& objectName, const CIMName& assocClass,
-    const CIMName& resultClass, const String& role, const String& resultRole,
-    Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+                                        const CIMObjectPath& objectName, const CIMName& assocClass,
+                                        const CIMName& resultClass, const String& role,
+                                        const String& resultRole, Boolean includeQualifiers,
+                                        Boolean includeClassOrigin,
+                                        const CIMPropertyList& propertyList)
 {
-    return _rep->connection().associators(nameSpace, objectName, assocClass,
-        resultClass, role, resultRole, includeQualifiers, includeClassOrigin,
-        propertyList);
+    return _rep->connection().associators(nameSpace, objectName, assocClass, resultClass, role,
+                                          resultRole, includeQualifiers, includeClassOrigin,
+                                          propertyList);
 }
 
-Array<CIMObjectPath> CIMClient::associatorNames(
-    const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-    const CIMName& assocClass, const CIMName& resultClass, const String& role,
-    const String& resultRole)
+Array<CIMObjectPath> CIMClient::associatorNames(const CIMNamespaceName& nameSpace,
+                                                const CIMObjectPath& objectName,
+                                                const CIMName& assocClass,
+                                                const CIMName& resultClass, const String& role,
+                                                const String& resultRole)
 {
-    return _rep->connection().associatorNames(
-        nameSpace, objectName, assocClass, resultClass, role, resultRole);
+    return _rep->connection().associatorNames(nameSpace, objectName, assocClass, resultClass, role,
+                                              resultRole);
 }
 
 Array<CIMObject> CIMClient::references(const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& objectName, const CIMName& resultClass,
-    const String& role, Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+                                       const CIMObjectPath& objectName, const CIMName& resultClass,
+                                       const String& role, Boolean includeQualifiers,
+                                       Boolean includeClassOrigin,
+                                       const CIMPropertyList& propertyList)
 {
-    return _rep->connection().references(nameSpace, objectName, resultClass,
-        role, includeQualifiers, includeClassOrigin, propertyList);
+    return _rep->connection().references(nameSpace, objectName, resultClass, role,
+                                         includeQualifiers, includeClassOrigin, propertyList);
 }
 
-Array<CIMObjectPath> CIMClient::referenceNames(
-    const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-    const CIMName& resultClass, const String& role)
+Array<CIMObjectPath> CIMClient::referenceNames(const CIMNamespaceName& nameSpace,
+                                               const CIMObjectPath& objectName,
+                                               const CIMName& resultClass, const String& role)
 {
-    return _rep->connection().referenceNames(
-        nameSpace, objectName, resultClass, role);
+    return _rep->connection().referenceNames(nameSpace, objectName, resultClass, role);
 }
 
 CIMValue CIMClient::getProperty(const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& instanceName, const CIMName& propertyName)
+                                const CIMObjectPath& instanceName, const CIMName& propertyName)
 {
-    return _rep->connection().getProperty(
-        nameSpace, instanceName, propertyName);
+    return _rep->connection().getProperty(nameSpace, instanceName, propertyName);
 }
 
-void CIMClient::setProperty(const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& instanceName, const CIMName& propertyName,
-    const CIMValue& newValue)
+void CIMClient::setProperty(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
+                            const CIMName& propertyName, const CIMValue& newValue)
 {
-    _rep->connection().setProperty(
-        nameSpace, instanceName, propertyName, newValue);
+    _rep->connection().setProperty(nameSpace, instanceName, propertyName, newValue);
 }
 
 CIMValue CIMClient::invokeMethod(const CIMNamespaceName& nameSpace,
-    const CIMObjectPath& instanceName, const CIMName& methodName,
-    const Array<CIMParamValue>& inParameters,
-    Array<CIMParamValue>& outParameters)
+                                 const CIMObjectPath& instanceName, const CIMName& methodName,
+                                 const Array<CIMParamValue>& inParameters,
+                                 Array<CIMParamValue>& outParameters)
 {
-    return _rep->connection().invokeMethod(
-        nameSpace, instanceName, methodName, inParameters, outParameters);
+    return _rep->connection().invokeMethod(nameSpace, instanceName, methodName, inParameters,
+                                           outParameters);
 }
-
 
 // ---- pull operations ----------------------------------------------------
 
@@ -184,7 +180,7 @@ typedef CIMClientConnection::PullResult PullResult;
 
 // Runs an open and keeps what the context must remember.
 PullResult opened(CIMClientConnection& c, const OpenRequest& r, String& context,
-    CIMNamespaceName& nameSpace, Boolean& endOfSequence)
+                  CIMNamespaceName& nameSpace, Boolean& endOfSequence)
 {
     PullResult res = c.openEnumeration(r);
     nameSpace = r.nameSpace;
@@ -194,9 +190,8 @@ PullResult opened(CIMClientConnection& c, const OpenRequest& r, String& context,
 }
 
 // Runs a pull of an open enumeration and moves the context on.
-PullResult pulled(CIMClientConnection& c, CIMClientConnection::PullKind kind,
-    String& context, const CIMNamespaceName& nameSpace, Boolean& endOfSequence,
-    Uint32 maxObjectCount)
+PullResult pulled(CIMClientConnection& c, CIMClientConnection::PullKind kind, String& context,
+                  const CIMNamespaceName& nameSpace, Boolean& endOfSequence, Uint32 maxObjectCount)
 {
     if (context.size() == 0)
         throw InvalidEnumerationContextException();
@@ -207,9 +202,9 @@ PullResult pulled(CIMClientConnection& c, CIMClientConnection::PullKind kind,
 }
 
 OpenRequest request(OpenRequest::Kind kind, const CIMNamespaceName& nameSpace,
-    const String& filterQueryLanguage, const String& filterQuery,
-    const Uint32Arg& operationTimeout, Boolean continueOnError,
-    Uint32 maxObjectCount)
+                    const String& filterQueryLanguage, const String& filterQuery,
+                    const Uint32Arg& operationTimeout, Boolean continueOnError,
+                    Uint32 maxObjectCount)
 {
     OpenRequest r;
     r.kind = kind;
@@ -225,85 +220,77 @@ OpenRequest request(OpenRequest::Kind kind, const CIMNamespaceName& nameSpace,
 }  // namespace
 
 Array<CIMInstance> CIMClient::openEnumerateInstances(
-    CIMEnumerationContext& ec, Boolean& endOfSequence,
-    const CIMNamespaceName& nameSpace, const CIMName& className,
-    Boolean deepInheritance, Boolean includeClassOrigin,
+    CIMEnumerationContext& ec, Boolean& endOfSequence, const CIMNamespaceName& nameSpace,
+    const CIMName& className, Boolean deepInheritance, Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, const String& filterQueryLanguage,
-    const String& filterQuery, const Uint32Arg& operationTimeout,
-    Boolean continueOnError, Uint32 maxObjectCount)
+    const String& filterQuery, const Uint32Arg& operationTimeout, Boolean continueOnError,
+    Uint32 maxObjectCount)
 {
-    OpenRequest r = request(OpenRequest::INSTANCES, nameSpace, filterQueryLanguage,
-        filterQuery, operationTimeout, continueOnError, maxObjectCount);
+    OpenRequest r = request(OpenRequest::INSTANCES, nameSpace, filterQueryLanguage, filterQuery,
+                            operationTimeout, continueOnError, maxObjectCount);
     r.className = className;
     r.deepInheritance = deepInheritance;
     r.includeClassOrigin = includeClassOrigin;
     r.propertyList = propertyList;
-    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(),
-        endOfSequence).instances;
+    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(), endOfSequence)
+        .instances;
 }
 
 Array<CIMObjectPath> CIMClient::openEnumerateInstancePaths(
-    CIMEnumerationContext& ec, Boolean& endOfSequence,
-    const CIMNamespaceName& nameSpace, const CIMName& className,
-    const String& filterQueryLanguage, const String& filterQuery,
-    const Uint32Arg& operationTimeout, Boolean continueOnError,
-    Uint32 maxObjectCount)
+    CIMEnumerationContext& ec, Boolean& endOfSequence, const CIMNamespaceName& nameSpace,
+    const CIMName& className, const String& filterQueryLanguage, const String& filterQuery,
+    const Uint32Arg& operationTimeout, Boolean continueOnError, Uint32 maxObjectCount)
 {
     OpenRequest r = request(OpenRequest::INSTANCE_PATHS, nameSpace, filterQueryLanguage,
-        filterQuery, operationTimeout, continueOnError, maxObjectCount);
+                            filterQuery, operationTimeout, continueOnError, maxObjectCount);
     r.className = className;
-    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(),
-        endOfSequence).paths;
+    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(), endOfSequence)
+        .paths;
 }
 
 Array<CIMInstance> CIMClient::openReferenceInstances(
-    CIMEnumerationContext& ec, Boolean& endOfSequence,
-    const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-    const CIMName& resultClass, const String& role,
+    CIMEnumerationContext& ec, Boolean& endOfSequence, const CIMNamespaceName& nameSpace,
+    const CIMObjectPath& objectName, const CIMName& resultClass, const String& role,
     const Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-    const String& filterQueryLanguage, const String& filterQuery,
-    const Uint32Arg& operationTimeout, Boolean continueOnError,
-    Uint32 maxObjectCount)
+    const String& filterQueryLanguage, const String& filterQuery, const Uint32Arg& operationTimeout,
+    Boolean continueOnError, Uint32 maxObjectCount)
 {
-    OpenRequest r = request(OpenRequest::REFERENCES, nameSpace, filterQueryLanguage,
-        filterQuery, operationTimeout, continueOnError, maxObjectCount);
+    OpenRequest r = request(OpenRequest::REFERENCES, nameSpace, filterQueryLanguage, filterQuery,
+                            operationTimeout, continueOnError, maxObjectCount);
     r.objectName = objectName;
     r.resultClass = resultClass;
     r.role = role;
     r.includeClassOrigin = includeClassOrigin;
     r.propertyList = propertyList;
-    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(),
-        endOfSequence).instances;
+    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(), endOfSequence)
+        .instances;
 }
 
 Array<CIMObjectPath> CIMClient::openReferenceInstancePaths(
-    CIMEnumerationContext& ec, Boolean& endOfSequence,
-    const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-    const CIMName& resultClass, const String& role,
-    const String& filterQueryLanguage, const String& filterQuery,
-    const Uint32Arg& operationTimeout, Boolean continueOnError,
-    Uint32 maxObjectCount)
+    CIMEnumerationContext& ec, Boolean& endOfSequence, const CIMNamespaceName& nameSpace,
+    const CIMObjectPath& objectName, const CIMName& resultClass, const String& role,
+    const String& filterQueryLanguage, const String& filterQuery, const Uint32Arg& operationTimeout,
+    Boolean continueOnError, Uint32 maxObjectCount)
 {
     OpenRequest r = request(OpenRequest::REFERENCE_PATHS, nameSpace, filterQueryLanguage,
-        filterQuery, operationTimeout, continueOnError, maxObjectCount);
+                            filterQuery, operationTimeout, continueOnError, maxObjectCount);
     r.objectName = objectName;
     r.resultClass = resultClass;
     r.role = role;
-    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(),
-        endOfSequence).paths;
+    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(), endOfSequence)
+        .paths;
 }
 
 Array<CIMInstance> CIMClient::openAssociatorInstances(
-    CIMEnumerationContext& ec, Boolean& endOfSequence,
-    const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-    const CIMName& assocClass, const CIMName& resultClass, const String& role,
-    const String& resultRole, Boolean includeClassOrigin,
+    CIMEnumerationContext& ec, Boolean& endOfSequence, const CIMNamespaceName& nameSpace,
+    const CIMObjectPath& objectName, const CIMName& assocClass, const CIMName& resultClass,
+    const String& role, const String& resultRole, Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, const String& filterQueryLanguage,
-    const String& filterQuery, const Uint32Arg& operationTimeout,
-    Boolean continueOnError, Uint32 maxObjectCount)
+    const String& filterQuery, const Uint32Arg& operationTimeout, Boolean continueOnError,
+    Uint32 maxObjectCount)
 {
-    OpenRequest r = request(OpenRequest::ASSOCIATORS, nameSpace, filterQueryLanguage,
-        filterQuery, operationTimeout, continueOnError, maxObjectCount);
+    OpenRequest r = request(OpenRequest::ASSOCIATORS, nameSpace, filterQueryLanguage, filterQuery,
+                            operationTimeout, continueOnError, maxObjectCount);
     r.objectName = objectName;
     r.assocClass = assocClass;
     r.resultClass = resultClass;
@@ -311,48 +298,50 @@ Array<CIMInstance> CIMClient::openAssociatorInstances(
     r.resultRole = resultRole;
     r.includeClassOrigin = includeClassOrigin;
     r.propertyList = propertyList;
-    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(),
-        endOfSequence).instances;
+    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(), endOfSequence)
+        .instances;
 }
 
 Array<CIMObjectPath> CIMClient::openAssociatorInstancePaths(
-    CIMEnumerationContext& ec, Boolean& endOfSequence,
-    const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-    const CIMName& assocClass, const CIMName& resultClass, const String& role,
-    const String& resultRole, const String& filterQueryLanguage,
-    const String& filterQuery, const Uint32Arg& operationTimeout,
-    Boolean continueOnError, Uint32 maxObjectCount)
+    CIMEnumerationContext& ec, Boolean& endOfSequence, const CIMNamespaceName& nameSpace,
+    const CIMObjectPath& objectName, const CIMName& assocClass, const CIMName& resultClass,
+    const String& role, const String& resultRole, const String& filterQueryLanguage,
+    const String& filterQuery, const Uint32Arg& operationTimeout, Boolean continueOnError,
+    Uint32 maxObjectCount)
 {
     OpenRequest r = request(OpenRequest::ASSOCIATOR_PATHS, nameSpace, filterQueryLanguage,
-        filterQuery, operationTimeout, continueOnError, maxObjectCount);
+                            filterQuery, operationTimeout, continueOnError, maxObjectCount);
     r.objectName = objectName;
     r.assocClass = assocClass;
     r.resultClass = resultClass;
     r.role = role;
     r.resultRole = resultRole;
-    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(),
-        endOfSequence).paths;
+    return opened(_rep->connection(), r, ec.getContextString(), ec.getNameSpace(), endOfSequence)
+        .paths;
 }
 
-Array<CIMInstance> CIMClient::pullInstancesWithPath(
-    CIMEnumerationContext& ec, Boolean& endOfSequence, Uint32 maxObjectCount)
+Array<CIMInstance> CIMClient::pullInstancesWithPath(CIMEnumerationContext& ec,
+                                                    Boolean& endOfSequence, Uint32 maxObjectCount)
 {
     return pulled(_rep->connection(), CIMClientConnection::PULL_INSTANCES_WITH_PATH,
-        ec.getContextString(), ec.getNameSpace(), endOfSequence, maxObjectCount).instances;
+                  ec.getContextString(), ec.getNameSpace(), endOfSequence, maxObjectCount)
+        .instances;
 }
 
-Array<CIMObjectPath> CIMClient::pullInstancePaths(
-    CIMEnumerationContext& ec, Boolean& endOfSequence, Uint32 maxObjectCount)
+Array<CIMObjectPath> CIMClient::pullInstancePaths(CIMEnumerationContext& ec, Boolean& endOfSequence,
+                                                  Uint32 maxObjectCount)
 {
     return pulled(_rep->connection(), CIMClientConnection::PULL_INSTANCE_PATHS,
-        ec.getContextString(), ec.getNameSpace(), endOfSequence, maxObjectCount).paths;
+                  ec.getContextString(), ec.getNameSpace(), endOfSequence, maxObjectCount)
+        .paths;
 }
 
-Array<CIMInstance> CIMClient::pullInstances(
-    CIMEnumerationContext& ec, Boolean& endOfSequence, Uint32 maxObjectCount)
+Array<CIMInstance> CIMClient::pullInstances(CIMEnumerationContext& ec, Boolean& endOfSequence,
+                                            Uint32 maxObjectCount)
 {
-    return pulled(_rep->connection(), CIMClientConnection::PULL_INSTANCES,
-        ec.getContextString(), ec.getNameSpace(), endOfSequence, maxObjectCount).instances;
+    return pulled(_rep->connection(), CIMClientConnection::PULL_INSTANCES, ec.getContextString(),
+                  ec.getNameSpace(), endOfSequence, maxObjectCount)
+        .instances;
 }
 
 void CIMClient::closeEnumeration(CIMEnumerationContext& ec)

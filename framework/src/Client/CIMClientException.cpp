@@ -3,8 +3,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMClientHTTPErrorExceptionRep
-{
+class CIMClientHTTPErrorExceptionRep {
 public:
     Uint32 code;
     String cimError;
@@ -13,8 +12,8 @@ public:
 
 namespace {
 
-String HttpErrorMessage(Uint32 code, const String& reasonPhrase,
-    const String& cimError, const String& cimErrorDetail)
+String HttpErrorMessage(Uint32 code, const String& reasonPhrase, const String& cimError,
+                        const String& cimErrorDetail)
 {
     String message("HTTP Error (");
     message.appendPrintf("%u", code);
@@ -30,17 +29,16 @@ String HttpErrorMessage(Uint32 code, const String& reasonPhrase,
 
 }  // namespace
 
-CIMClientMalformedHTTPException::CIMClientMalformedHTTPException(
-    const String& message)
+CIMClientMalformedHTTPException::CIMClientMalformedHTTPException(const String& message)
     : Exception(message)
 {
 }
 
-CIMClientHTTPErrorException::CIMClientHTTPErrorException(
-    Uint32 httpStatusCode, const String& reasonPhrase, const String& cimError,
-    const String& cimErrorDetail)
-    : Exception(HttpErrorMessage(
-          httpStatusCode, reasonPhrase, cimError, cimErrorDetail)),
+CIMClientHTTPErrorException::CIMClientHTTPErrorException(Uint32 httpStatusCode,
+                                                         const String& reasonPhrase,
+                                                         const String& cimError,
+                                                         const String& cimErrorDetail)
+    : Exception(HttpErrorMessage(httpStatusCode, reasonPhrase, cimError, cimErrorDetail)),
       _httpRep(new CIMClientHTTPErrorExceptionRep)
 {
     _httpRep->code = httpStatusCode;
@@ -48,8 +46,7 @@ CIMClientHTTPErrorException::CIMClientHTTPErrorException(
     _httpRep->cimErrorDetail = cimErrorDetail;
 }
 
-CIMClientHTTPErrorException::CIMClientHTTPErrorException(
-    const CIMClientHTTPErrorException& e)
+CIMClientHTTPErrorException::CIMClientHTTPErrorException(const CIMClientHTTPErrorException& e)
     : Exception(e), _httpRep(new CIMClientHTTPErrorExceptionRep(*e._httpRep))
 {
 }
@@ -57,8 +54,7 @@ CIMClientHTTPErrorException::CIMClientHTTPErrorException(
 CIMClientHTTPErrorException& CIMClientHTTPErrorException::operator=(
     const CIMClientHTTPErrorException& e)
 {
-    if (this != &e)
-    {
+    if (this != &e) {
         Exception::operator=(e);
         *_httpRep = *e._httpRep;
     }
@@ -85,13 +81,9 @@ String CIMClientHTTPErrorException::getCIMErrorDetail() const
     return _httpRep->cimErrorDetail;
 }
 
-CIMClientXmlException::CIMClientXmlException(const String& message)
-    : Exception(message)
-{
-}
+CIMClientXmlException::CIMClientXmlException(const String& message) : Exception(message) {}
 
-CIMClientResponseException::CIMClientResponseException(const String& message)
-    : Exception(message)
+CIMClientResponseException::CIMClientResponseException(const String& message) : Exception(message)
 {
 }
 

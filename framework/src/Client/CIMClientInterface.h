@@ -7,8 +7,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMClientInterface
-{
+class CIMClientInterface {
 public:
     virtual ~CIMClientInterface();
 
@@ -17,9 +16,8 @@ public:
 
     // sslContext is null for plain HTTP. AlreadyConnectedException when
     // connected; CannotConnectException when the server cannot be reached.
-    virtual void connect(const String& host, Uint32 portNumber,
-        const SSLContext* sslContext, const String& userName,
-        const String& password) = 0;
+    virtual void connect(const String& host, Uint32 portNumber, const SSLContext* sslContext,
+                         const String& userName, const String& password) = 0;
     virtual void connectLocal() = 0;
     // Does nothing when not connected.
     virtual void disconnect() = 0;

@@ -23,9 +23,8 @@ String ProcessUserName()
     struct passwd entry;
     struct passwd* result = 0;
     char buffer[4096];
-    if (getpwuid_r(uid, &entry, buffer, sizeof(buffer), &result) == 0 &&
-        result && result->pw_name)
-    {
+    if (getpwuid_r(uid, &entry, buffer, sizeof(buffer), &result) == 0 && result &&
+        result->pw_name) {
         return String(result->pw_name);
     }
     String number;
@@ -33,8 +32,7 @@ String ProcessUserName()
     return number;
 }
 
-class CIMClientRep : public CIMClientInterface
-{
+class CIMClientRep : public CIMClientInterface {
 public:
     CIMClientRep() : _timeout(DEFAULT_TIMEOUT_MILLISECONDS) {}
 
@@ -47,22 +45,19 @@ public:
             _connection->setTimeout(timeoutMilliseconds);
     }
 
-    virtual void connect(const String& host, Uint32 portNumber,
-        const SSLContext* sslContext, const String& userName,
-        const String& password)
+    virtual void connect(const String& host, Uint32 portNumber, const SSLContext* sslContext,
+                         const String& userName, const String& password)
     {
         if (_connection)
             throw AlreadyConnectedException();
         RemoteConnectionFactory factory = remoteFactory.load();
-        if (!factory)
-        {
+        if (!factory) {
             String message("Cannot connect to ");
             message.append(host);
             message.appendPrintf(":%u. Connection failed.", portNumber);
             throw CannotConnectException(message);
         }
-        _connection.reset(factory(
-            host, portNumber, sslContext, userName, password, _timeout));
+        _connection.reset(factory(host, portNumber, sslContext, userName, password, _timeout));
     }
 
     virtual void connectLocal()
@@ -70,17 +65,13 @@ public:
         if (_connection)
             throw AlreadyConnectedException();
         CIMOperationHost* host = getLocalOperationHost();
-        if (host)
-        {
-            _connection.reset(
-                createLocalHostConnection(*host, ProcessUserName()));
+        if (host) {
+            _connection.reset(createLocalHostConnection(*host, ProcessUserName()));
             return;
         }
         LocalConnectionFactory factory = localFactory.load();
-        if (!factory)
-        {
-            throw CannotConnectException(
-                "Cannot connect to local CIM server. Connection failed.");
+        if (!factory) {
+            throw CannotConnectException("Cannot connect to local CIM server. Connection failed.");
         }
         _connection.reset(factory(_timeout));
     }

@@ -2,8 +2,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMEnumerationContextRep
-{
+class CIMEnumerationContextRep {
 public:
     CIMNamespaceName nameSpace;
     String context;  // the server's EnumerationContext; empty when none

@@ -97,7 +97,7 @@ auto decoding(F f) -> decltype(f())
 }  // namespace
 
 CIMXmlClient::CIMXmlClient(const String& host, Uint32 port, const SSLContext* ssl,
-    const String& user, const String& password, Uint32 timeoutMs)
+                           const String& user, const String& password, Uint32 timeoutMs)
     : _conn(new HttpClientConnection(u8(host), port)), _timeoutMs(timeoutMs)
 {
     if (ssl)
@@ -117,38 +117,36 @@ CIMXmlClient::CIMXmlClient(const std::string& socketPath, Uint32 timeoutMs)
     _conn->open(int(_timeoutMs));
 }
 
-CIMXmlClient::~CIMXmlClient()
-{
-}
+CIMXmlClient::~CIMXmlClient() {}
 
 CIMXml::XmlElement CIMXmlClient::_send(const std::string& method, const std::string& object,
-    const std::string& body)
+                                       const std::string& body)
 {
     std::string head = "POST /cimom HTTP/1.1\r\nHost: " + _conn->endpoint() +
-        "\r\nContent-Type: application/xml; charset=utf-8\r\nContent-Length: " +
-        std::to_string(body.size()) +
-        "\r\nCIMProtocolVersion: 1.0\r\nCIMOperation: MethodCall\r\nCIMMethod: " +
-        clientUriEncode(method) + "\r\nCIMObject: " + clientUriEncode(object) +
-        "\r\nTE: trailers\r\n";
+                       "\r\nContent-Type: application/xml; charset=utf-8\r\nContent-Length: " +
+                       std::to_string(body.size()) +
+                       "\r\nCIMProtocolVersion: 1.0\r\nCIMOperation: MethodCall\r\nCIMMethod: " +
+                       clientUriEncode(method) + "\r\nCIMObject: " + clientUriEncode(object) +
+                       "\r\nTE: trailers\r\n";
     if (!_authorization.empty())
         head += "Authorization: " + _authorization + "\r\n";
     HttpClientResponse r = _conn->roundTrip(head, body, int(_timeoutMs));
     if (r.status != 200) {
         const std::string* ce = r.header("CIMError");
         const std::string* d = r.header("PGErrorDetail");
-        throw CIMClientHTTPErrorException(Uint32(r.status), str(r.reason),
-            ce ? str(*ce) : String(), d ? str(clientUriDecode(*d)) : String());
+        throw CIMClientHTTPErrorException(Uint32(r.status), str(r.reason), ce ? str(*ce) : String(),
+                                          d ? str(clientUriDecode(*d)) : String());
     }
     if (const std::string* code = r.header("CIMStatusCode", true)) {
         const std::string* d = r.header("CIMStatusCodeDescription", true);
         throw CIMException(CIMStatusCode(std::atoi(code->c_str())),
-            d ? str(clientUriDecode(*d)) : String());
+                           d ? str(clientUriDecode(*d)) : String());
     }
     return decoding([&] { return CIMXml::parseDocument(r.body.data(), r.body.size(), _limits); });
 }
 
 CIMXml::XmlElement CIMXmlClient::_call(const char* method, const CIMNamespaceName& ns,
-    const std::string& params, const CIMXml::XmlElement*& resp)
+                                       const std::string& params, const CIMXml::XmlElement*& resp)
 {
     resp = 0;
     std::string body;
@@ -162,10 +160,12 @@ CIMXml::XmlElement CIMXmlClient::_call(const char* method, const CIMNamespaceNam
     CIMXml::appendMessageEnd(body, true);
     CIMXml::XmlElement doc = _send(method, u8(ns.getString()), body);
     decoding([&] {
-        const CIMXml::XmlElement& r = doc.requiredChild("MESSAGE").requiredChild("SIMPLERSP")
+        const CIMXml::XmlElement& r = doc.requiredChild("MESSAGE")
+                                          .requiredChild("SIMPLERSP")
                                           .requiredChild("IMETHODRESPONSE");
         if (const CIMXml::XmlElement* err = r.child("ERROR")) {
-            throw CIMException(CIMStatusCode(std::atoi(err->requiredAttribute("CODE").c_str())),
+            throw CIMException(
+                CIMStatusCode(std::atoi(err->requiredAttribute("CODE").c_str())),
                 str(err->attribute("DESCRIPTION") ? *err->attribute("DESCRIPTION") : ""));
         }
         return 0;
@@ -177,13 +177,15 @@ CIMXml::XmlElement CIMXmlClient::_call(const char* method, const CIMNamespaceNam
 namespace {
 const CIMXml::XmlElement* responseOf(const CIMXml::XmlElement& doc)
 {
-    return &doc.requiredChild("MESSAGE").requiredChild("SIMPLERSP").requiredChild("IMETHODRESPONSE");
+    return &doc.requiredChild("MESSAGE")
+                .requiredChild("SIMPLERSP")
+                .requiredChild("IMETHODRESPONSE");
 }
 }  // namespace
 
 CIMClass CIMXmlClient::getClass(const CIMNamespaceName& ns, const CIMName& className,
-    Boolean localOnly, Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+                                Boolean localOnly, Boolean includeQualifiers,
+                                Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
     std::string p;
     classNameParam(p, "ClassName", className);
@@ -201,9 +203,10 @@ CIMClass CIMXmlClient::getClass(const CIMNamespaceName& ns, const CIMName& class
     });
 }
 
-Array<CIMClass> CIMXmlClient::enumerateClasses(const CIMNamespaceName& ns,
-    const CIMName& className, Boolean deepInheritance, Boolean localOnly,
-    Boolean includeQualifiers, Boolean includeClassOrigin)
+Array<CIMClass> CIMXmlClient::enumerateClasses(const CIMNamespaceName& ns, const CIMName& className,
+                                               Boolean deepInheritance, Boolean localOnly,
+                                               Boolean includeQualifiers,
+                                               Boolean includeClassOrigin)
 {
     std::string p;
     classNameParam(p, "ClassName", className);
@@ -222,7 +225,7 @@ Array<CIMClass> CIMXmlClient::enumerateClasses(const CIMNamespaceName& ns,
 }
 
 Array<CIMName> CIMXmlClient::enumerateClassNames(const CIMNamespaceName& ns,
-    const CIMName& className, Boolean deepInheritance)
+                                                 const CIMName& className, Boolean deepInheritance)
 {
     std::string p;
     classNameParam(p, "ClassName", className);
@@ -237,9 +240,10 @@ Array<CIMName> CIMXmlClient::enumerateClassNames(const CIMNamespaceName& ns,
     });
 }
 
-CIMInstance CIMXmlClient::getInstance(const CIMNamespaceName& ns,
-    const CIMObjectPath& instanceName, Boolean localOnly, Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+CIMInstance CIMXmlClient::getInstance(const CIMNamespaceName& ns, const CIMObjectPath& instanceName,
+                                      Boolean localOnly, Boolean includeQualifiers,
+                                      Boolean includeClassOrigin,
+                                      const CIMPropertyList& propertyList)
 {
     std::string p;
     instanceNameParam(p, "InstanceName", instanceName);
@@ -266,7 +270,7 @@ void CIMXmlClient::deleteInstance(const CIMNamespaceName& ns, const CIMObjectPat
 }
 
 CIMObjectPath CIMXmlClient::createInstance(const CIMNamespaceName& ns,
-    const CIMInstance& newInstance)
+                                           const CIMInstance& newInstance)
 {
     std::string p = "<IPARAMVALUE NAME=\"NewInstance\">";
     CIMXml::appendInstance(p, newInstance);
@@ -282,7 +286,7 @@ CIMObjectPath CIMXmlClient::createInstance(const CIMNamespaceName& ns,
 }
 
 void CIMXmlClient::modifyInstance(const CIMNamespaceName& ns, const CIMInstance& inst,
-    Boolean includeQualifiers, const CIMPropertyList& propertyList)
+                                  Boolean includeQualifiers, const CIMPropertyList& propertyList)
 {
     std::string p = "<IPARAMVALUE NAME=\"ModifiedInstance\">";
     CIMXml::appendValueNamedInstance(p, inst);
@@ -294,8 +298,11 @@ void CIMXmlClient::modifyInstance(const CIMNamespaceName& ns, const CIMInstance&
 }
 
 Array<CIMInstance> CIMXmlClient::enumerateInstances(const CIMNamespaceName& ns,
-    const CIMName& className, Boolean deepInheritance, Boolean localOnly,
-    Boolean includeQualifiers, Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+                                                    const CIMName& className,
+                                                    Boolean deepInheritance, Boolean localOnly,
+                                                    Boolean includeQualifiers,
+                                                    Boolean includeClassOrigin,
+                                                    const CIMPropertyList& propertyList)
 {
     std::string p;
     classNameParam(p, "ClassName", className);
@@ -315,7 +322,7 @@ Array<CIMInstance> CIMXmlClient::enumerateInstances(const CIMNamespaceName& ns,
 }
 
 Array<CIMObjectPath> CIMXmlClient::enumerateInstanceNames(const CIMNamespaceName& ns,
-    const CIMName& className)
+                                                          const CIMName& className)
 {
     std::string p;
     classNameParam(p, "ClassName", className);
@@ -330,9 +337,11 @@ Array<CIMObjectPath> CIMXmlClient::enumerateInstanceNames(const CIMNamespaceName
 }
 
 Array<CIMObject> CIMXmlClient::associators(const CIMNamespaceName& ns,
-    const CIMObjectPath& objectName, const CIMName& assocClass, const CIMName& resultClass,
-    const String& role, const String& resultRole, Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+                                           const CIMObjectPath& objectName,
+                                           const CIMName& assocClass, const CIMName& resultClass,
+                                           const String& role, const String& resultRole,
+                                           Boolean includeQualifiers, Boolean includeClassOrigin,
+                                           const CIMPropertyList& propertyList)
 {
     std::string p;
     objectNameParam(p, objectName);
@@ -354,8 +363,10 @@ Array<CIMObject> CIMXmlClient::associators(const CIMNamespaceName& ns,
 }
 
 Array<CIMObjectPath> CIMXmlClient::associatorNames(const CIMNamespaceName& ns,
-    const CIMObjectPath& objectName, const CIMName& assocClass, const CIMName& resultClass,
-    const String& role, const String& resultRole)
+                                                   const CIMObjectPath& objectName,
+                                                   const CIMName& assocClass,
+                                                   const CIMName& resultClass, const String& role,
+                                                   const String& resultRole)
 {
     std::string p;
     objectNameParam(p, objectName);
@@ -374,8 +385,10 @@ Array<CIMObjectPath> CIMXmlClient::associatorNames(const CIMNamespaceName& ns,
 }
 
 Array<CIMObject> CIMXmlClient::references(const CIMNamespaceName& ns,
-    const CIMObjectPath& objectName, const CIMName& resultClass, const String& role,
-    Boolean includeQualifiers, Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+                                          const CIMObjectPath& objectName,
+                                          const CIMName& resultClass, const String& role,
+                                          Boolean includeQualifiers, Boolean includeClassOrigin,
+                                          const CIMPropertyList& propertyList)
 {
     std::string p;
     objectNameParam(p, objectName);
@@ -395,7 +408,8 @@ Array<CIMObject> CIMXmlClient::references(const CIMNamespaceName& ns,
 }
 
 Array<CIMObjectPath> CIMXmlClient::referenceNames(const CIMNamespaceName& ns,
-    const CIMObjectPath& objectName, const CIMName& resultClass, const String& role)
+                                                  const CIMObjectPath& objectName,
+                                                  const CIMName& resultClass, const String& role)
 {
     std::string p;
     objectNameParam(p, objectName);
@@ -412,7 +426,7 @@ Array<CIMObjectPath> CIMXmlClient::referenceNames(const CIMNamespaceName& ns,
 }
 
 CIMValue CIMXmlClient::getProperty(const CIMNamespaceName& ns, const CIMObjectPath& instanceName,
-    const CIMName& propertyName)
+                                   const CIMName& propertyName)
 {
     std::string p;
     instanceNameParam(p, "InstanceName", instanceName);
@@ -429,7 +443,7 @@ CIMValue CIMXmlClient::getProperty(const CIMNamespaceName& ns, const CIMObjectPa
 }
 
 void CIMXmlClient::setProperty(const CIMNamespaceName& ns, const CIMObjectPath& instanceName,
-    const CIMName& propertyName, const CIMValue& newValue)
+                               const CIMName& propertyName, const CIMValue& newValue)
 {
     std::string p;
     instanceNameParam(p, "InstanceName", instanceName);
@@ -444,12 +458,14 @@ void CIMXmlClient::setProperty(const CIMNamespaceName& ns, const CIMObjectPath& 
 }
 
 CIMValue CIMXmlClient::invokeMethod(const CIMNamespaceName& ns, const CIMObjectPath& instanceName,
-    const CIMName& methodName, const Array<CIMParamValue>& inParameters,
-    Array<CIMParamValue>& outParameters)
+                                    const CIMName& methodName,
+                                    const Array<CIMParamValue>& inParameters,
+                                    Array<CIMParamValue>& outParameters)
 {
-    CIMNamespaceName target = instanceName.getNameSpace().isNull() ? ns : instanceName.getNameSpace();
+    CIMNamespaceName target =
+        instanceName.getNameSpace().isNull() ? ns : instanceName.getNameSpace();
     CIMObjectPath local(String(), CIMNamespaceName(), instanceName.getClassName(),
-        instanceName.getKeyBindings());
+                        instanceName.getKeyBindings());
     std::string body;
     CIMXml::appendMessageStart(body, std::to_string(++_messageId), true);
     body += "<METHODCALL NAME=\"";
@@ -469,10 +485,11 @@ CIMValue CIMXmlClient::invokeMethod(const CIMNamespaceName& ns, const CIMObjectP
     headerPath.setNameSpace(target);
     CIMXml::XmlElement doc = _send(u8(methodName.getString()), u8(headerPath.toString()), body);
     return decoding([&] {
-        const CIMXml::XmlElement& r = doc.requiredChild("MESSAGE").requiredChild("SIMPLERSP")
-                                          .requiredChild("METHODRESPONSE");
+        const CIMXml::XmlElement& r =
+            doc.requiredChild("MESSAGE").requiredChild("SIMPLERSP").requiredChild("METHODRESPONSE");
         if (const CIMXml::XmlElement* err = r.child("ERROR")) {
-            throw CIMException(CIMStatusCode(std::atoi(err->requiredAttribute("CODE").c_str())),
+            throw CIMException(
+                CIMStatusCode(std::atoi(err->requiredAttribute("CODE").c_str())),
                 str(err->attribute("DESCRIPTION") ? *err->attribute("DESCRIPTION") : ""));
         }
         CIMValue rv;
@@ -497,7 +514,8 @@ CIMValue CIMXmlClient::invokeMethod(const CIMNamespaceName& ns, const CIMObjectP
 namespace {
 
 CIMClientConnection* createHttpConnection(const String& host, Uint32 port,
-    const SSLContext* sslContext, const String& user, const String& password, Uint32 timeoutMs)
+                                          const SSLContext* sslContext, const String& user,
+                                          const String& password, Uint32 timeoutMs)
 {
     return new CIMXmlClient(host, port, sslContext, user, password, timeoutMs);
 }
@@ -510,11 +528,9 @@ CIMClientConnection* createLocalSocketConnection(Uint32 timeoutMs)
 }
 
 const bool registered = (registerRemoteConnectionFactory(&createHttpConnection),
-    registerLocalConnectionFactory(&createLocalSocketConnection), true);
+                         registerLocalConnectionFactory(&createLocalSocketConnection), true);
 
 }  // namespace
-
-
 
 // ---- pull operations ----------------------------------------------------
 
@@ -545,8 +561,8 @@ const std::string* outputValue(const CIMXml::XmlElement& resp, const char* name)
 
 }  // namespace
 
-CIMClientConnection::PullResult CIMXmlClient::_pull(const char* method,
-    const CIMNamespaceName& ns, const std::string& params)
+CIMClientConnection::PullResult CIMXmlClient::_pull(const char* method, const CIMNamespaceName& ns,
+                                                    const std::string& params)
 {
     const CIMXml::XmlElement* r;
     CIMXml::XmlElement doc = _call(method, ns, params, r);
@@ -556,7 +572,7 @@ CIMClientConnection::PullResult CIMXmlClient::_pull(const char* method,
         const std::string* eos = outputValue(resp, "EndOfSequence");
         if (!eos)
             throw CIMXmlFormatException(CIMXmlFormatException::NOT_VALID,
-                String(method) + " answer without EndOfSequence");
+                                        String(method) + " answer without EndOfSequence");
         Boolean end = false;
         CIMXml::scalarFromText(*eos, CIMTYPE_BOOLEAN).get(end);
         res.endOfSequence = end;
@@ -564,7 +580,7 @@ CIMClientConnection::PullResult CIMXmlClient::_pull(const char* method,
             res.context = str(*ctx);
         if (!end && res.context.size() == 0)
             throw CIMXmlFormatException(CIMXmlFormatException::NOT_VALID,
-                String(method) + " answer without EnumerationContext");
+                                        String(method) + " answer without EnumerationContext");
         for (const auto& e : returned(&resp)) {
             if (e.name == "INSTANCEPATH")
                 res.paths.append(CIMXml::decodeObjectPath(e));
@@ -579,9 +595,9 @@ CIMClientConnection::PullResult CIMXmlClient::_pull(const char* method,
 
 CIMClientConnection::PullResult CIMXmlClient::openEnumeration(const OpenRequest& q)
 {
-    static const char* const methods[] = {"OpenEnumerateInstances", "OpenEnumerateInstancePaths",
-        "OpenReferenceInstances", "OpenReferenceInstancePaths", "OpenAssociatorInstances",
-        "OpenAssociatorInstancePaths"};
+    static const char* const methods[] = {"OpenEnumerateInstances",  "OpenEnumerateInstancePaths",
+                                          "OpenReferenceInstances",  "OpenReferenceInstancePaths",
+                                          "OpenAssociatorInstances", "OpenAssociatorInstancePaths"};
     bool paths = q.kind == OpenRequest::INSTANCE_PATHS || q.kind == OpenRequest::REFERENCE_PATHS ||
                  q.kind == OpenRequest::ASSOCIATOR_PATHS;
     bool assoc = q.kind == OpenRequest::ASSOCIATORS || q.kind == OpenRequest::ASSOCIATOR_PATHS;
@@ -614,10 +630,10 @@ CIMClientConnection::PullResult CIMXmlClient::openEnumeration(const OpenRequest&
 }
 
 CIMClientConnection::PullResult CIMXmlClient::pull(PullKind kind, const CIMNamespaceName& ns,
-    const String& context, Uint32 maxObjectCount)
+                                                   const String& context, Uint32 maxObjectCount)
 {
     static const char* const methods[] = {"PullInstancesWithPath", "PullInstancePaths",
-        "PullInstances"};
+                                          "PullInstances"};
     std::string p;
     stringParam(p, "EnumerationContext", context);
     uint32Param(p, "MaxObjectCount", maxObjectCount);

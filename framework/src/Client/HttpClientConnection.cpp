@@ -28,7 +28,8 @@ using Clock = std::chrono::steady_clock;
 
 int msLeft(Clock::time_point deadline)
 {
-    auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+    auto ms =
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
     return ms < 0 ? 0 : int(ms);
 }
 
@@ -92,7 +93,7 @@ HttpClientConnection::~HttpClientConnection()
 }
 
 void HttpClientConnection::useTls(const std::string& trustStore, const std::string& certFile,
-    const std::string& keyFile)
+                                  const std::string& keyFile)
 {
     _tls = true;
     _trustStore = trustStore;
@@ -115,7 +116,7 @@ void HttpClientConnection::_handshake(int timeoutMs)
             struct stat st;
             bool dir = ::stat(_trustStore.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
             if (SSL_CTX_load_verify_locations(ctx, dir ? 0 : _trustStore.c_str(),
-                    dir ? _trustStore.c_str() : 0) != 1)
+                                              dir ? _trustStore.c_str() : 0) != 1)
                 throw SSLException(String("cannot read the trust store ") + _trustStore.c_str());
             SSL_CTX_set_verify(ctx, SSL_VERIFY_PEER, 0);
         }
@@ -137,10 +138,12 @@ void HttpClientConnection::_handshake(int timeoutMs)
         if (!ev) {
             unsigned long e = ERR_get_error();
             char buf[256] = "";
-            if (e) ERR_error_string_n(e, buf, sizeof buf);
+            if (e)
+                ERR_error_string_n(e, buf, sizeof buf);
             ERR_clear_error();
             close();
-            throw SSLException(String("TLS handshake with ") + _endpoint.c_str() + " failed: " + buf);
+            throw SSLException(String("TLS handshake with ") + _endpoint.c_str() +
+                               " failed: " + buf);
         }
         if (waitFd(_fd, ev, msLeft(deadline)) != 1) {
             close();
@@ -154,14 +157,20 @@ long HttpClientConnection::_read(char* buf, size_t n, bool& wantWrite)
     wantWrite = false;
     if (!_ssl) {
         ssize_t r = ::recv(_fd, buf, n, 0);
-        if (r >= 0) return long(r);
+        if (r >= 0)
+            return long(r);
         return (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR) ? -1 : -2;
     }
     int r = SSL_read(static_cast<SSL*>(_ssl), buf, int(n));
-    if (r > 0) return r;
+    if (r > 0)
+        return r;
     int err = SSL_get_error(static_cast<SSL*>(_ssl), r);
-    if (err == SSL_ERROR_WANT_READ) return -1;
-    if (err == SSL_ERROR_WANT_WRITE) { wantWrite = true; return -1; }
+    if (err == SSL_ERROR_WANT_READ)
+        return -1;
+    if (err == SSL_ERROR_WANT_WRITE) {
+        wantWrite = true;
+        return -1;
+    }
     ERR_clear_error();
     return err == SSL_ERROR_ZERO_RETURN || (err == SSL_ERROR_SYSCALL && r == 0) ? 0 : -2;
 }
@@ -171,14 +180,20 @@ long HttpClientConnection::_write(const char* buf, size_t n, bool& wantWrite)
     wantWrite = true;
     if (!_ssl) {
         ssize_t w = ::send(_fd, buf, n, MSG_NOSIGNAL);
-        if (w >= 0) return long(w);
+        if (w >= 0)
+            return long(w);
         return (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR) ? -1 : -2;
     }
     int w = SSL_write(static_cast<SSL*>(_ssl), buf, int(n));
-    if (w > 0) return w;
+    if (w > 0)
+        return w;
     int err = SSL_get_error(static_cast<SSL*>(_ssl), w);
-    if (err == SSL_ERROR_WANT_WRITE) return -1;
-    if (err == SSL_ERROR_WANT_READ) { wantWrite = false; return -1; }
+    if (err == SSL_ERROR_WANT_WRITE)
+        return -1;
+    if (err == SSL_ERROR_WANT_READ) {
+        wantWrite = false;
+        return -1;
+    }
     ERR_clear_error();
     return -2;
 }
@@ -269,8 +284,10 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
         }
         if (w == -1) {
             int r = waitFd(_fd, wantWrite ? POLLOUT : POLLIN, msLeft(deadline));
-            if (r == 0) throw Timeout();
-            if (r < 0) throw Closed();
+            if (r == 0)
+                throw Timeout();
+            if (r < 0)
+                throw Closed();
             continue;
         }
         throw Closed();
@@ -289,8 +306,10 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
             if (n == 0 || n == -2)
                 throw Closed();
             int r = waitFd(_fd, wantWrite ? POLLOUT : POLLIN, msLeft(deadline));
-            if (r == 0) throw Timeout();
-            if (r < 0) throw Closed();
+            if (r == 0)
+                throw Timeout();
+            if (r < 0)
+                throw Closed();
         }
     };
     auto line = [&](std::string& out) {
@@ -301,10 +320,11 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
             more();
         }
         out = _in.substr(0, nl);
-        if (!out.empty() && out.back() == '\r') out.pop_back();
+        if (!out.empty() && out.back() == '\r')
+            out.pop_back();
         _in.erase(0, nl + 1);
     };
-    auto fields = [&](std::vector<std::pair<std::string, std::string> >& into) {
+    auto fields = [&](std::vector<std::pair<std::string, std::string>>& into) {
         std::string l;
         for (;;) {
             line(l);
@@ -312,7 +332,8 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
                 return;
             size_t c = l.find(':');
             if (c == std::string::npos)
-                throw CIMClientMalformedHTTPException(String("malformed header line: ") + l.c_str());
+                throw CIMClientMalformedHTTPException(String("malformed header line: ") +
+                                                      l.c_str());
             into.emplace_back(l.substr(0, c), trimmed(l.substr(c + 1)));
         }
     };
@@ -321,7 +342,8 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
         std::string status;
         line(status);
         if (status.compare(0, 5, "HTTP/") != 0 || status.size() < 12)
-            throw CIMClientMalformedHTTPException(String("malformed status line: ") + status.c_str());
+            throw CIMClientMalformedHTTPException(String("malformed status line: ") +
+                                                  status.c_str());
         resp = HttpClientResponse();
         resp.status = std::atoi(status.c_str() + 9);
         resp.reason = status.size() > 13 ? status.substr(13) : std::string();
@@ -357,7 +379,8 @@ bool HttpClientConnection::exchange(const std::string& request, HttpClientRespon
         _in.erase(0, n);
     } else {
         try {
-            for (;;) more();
+            for (;;)
+                more();
         } catch (Closed&) {
         }
         resp.body.swap(_in);

@@ -11,12 +11,11 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-struct HttpClientResponse
-{
+struct HttpClientResponse {
     int status = 0;
     std::string reason;
-    std::vector<std::pair<std::string, std::string> > headers;
-    std::vector<std::pair<std::string, std::string> > trailers;
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::vector<std::pair<std::string, std::string>> trailers;
     std::string body;
 
     // First header (or trailer, when inTrailers) with that name, ignoring
@@ -24,8 +23,7 @@ struct HttpClientResponse
     const std::string* header(const char* name, bool inTrailers = false) const;
 };
 
-class HttpClientConnection
-{
+class HttpClientConnection {
 public:
     // A TCP connection to host:port (not yet opened).
     HttpClientConnection(const std::string& host, unsigned port);

@@ -18,32 +18,25 @@ namespace {
 
 // Runs call like CallHost, then rewrites a CIMException's message into the
 // description a client receives ("CIM_ERR_xxx: <message>").
-template<class F>
+template <class F>
 auto CallAsClient(F call) -> decltype(call())
 {
-    try
-    {
+    try {
         return CallHost(call);
-    }
-    catch (const CIMException& e)
-    {
-        throw CIMException(e.getCode(),
-            CIMXml::errorDescription(e.getCode(), e.getMessage()));
+    } catch (const CIMException& e) {
+        throw CIMException(e.getCode(), CIMXml::errorDescription(e.getCode(), e.getMessage()));
     }
 }
 
 // The instance name as CIM-XML carries it: class and keys.
 CIMObjectPath InstanceName(const CIMObjectPath& path)
 {
-    return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(),
-        path.getKeyBindings());
+    return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(), path.getKeyBindings());
 }
 
-class LocalHostConnection : public CIMClientConnection
-{
+class LocalHostConnection : public CIMClientConnection {
 public:
-    LocalHostConnection(CIMOperationHost& host, const String& userName)
-        : _host(host)
+    LocalHostConnection(CIMOperationHost& host, const String& userName) : _host(host)
     {
         _context.insert(IdentityContainer(userName));
         _context.insert(AcceptLanguageListContainer(AcceptLanguageList()));
@@ -52,24 +45,27 @@ public:
 
     virtual void setTimeout(Uint32) {}
 
-    virtual CIMClass getClass(const CIMNamespaceName& nameSpace,
-        const CIMName& className, Boolean localOnly, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+    virtual CIMClass getClass(const CIMNamespaceName& nameSpace, const CIMName& className,
+                              Boolean localOnly, Boolean includeQualifiers,
+                              Boolean includeClassOrigin, const CIMPropertyList& propertyList)
     {
         return CallAsClient([&] {
-            return _host.getClass(_context, nameSpace, className, localOnly,
-                includeQualifiers, includeClassOrigin, propertyList).clone();
+            return _host
+                .getClass(_context, nameSpace, className, localOnly, includeQualifiers,
+                          includeClassOrigin, propertyList)
+                .clone();
         });
     }
 
     virtual Array<CIMClass> enumerateClasses(const CIMNamespaceName& nameSpace,
-        const CIMName& className, Boolean deepInheritance, Boolean localOnly,
-        Boolean includeQualifiers, Boolean includeClassOrigin)
+                                             const CIMName& className, Boolean deepInheritance,
+                                             Boolean localOnly, Boolean includeQualifiers,
+                                             Boolean includeClassOrigin)
     {
         return CallAsClient([&] {
-            Array<CIMClass> classes = _host.enumerateClasses(_context,
-                nameSpace, className, deepInheritance, localOnly,
-                includeQualifiers, includeClassOrigin);
+            Array<CIMClass> classes =
+                _host.enumerateClasses(_context, nameSpace, className, deepInheritance, localOnly,
+                                       includeQualifiers, includeClassOrigin);
             Array<CIMClass> result;
             result.reserveCapacity(classes.size());
             for (Uint32 i = 0; i < classes.size(); i++)
@@ -78,70 +74,64 @@ public:
         });
     }
 
-    virtual Array<CIMName> enumerateClassNames(
-        const CIMNamespaceName& nameSpace, const CIMName& className,
-        Boolean deepInheritance)
+    virtual Array<CIMName> enumerateClassNames(const CIMNamespaceName& nameSpace,
+                                               const CIMName& className, Boolean deepInheritance)
     {
         return CallAsClient([&] {
-            return _host.enumerateClassNames(
-                _context, nameSpace, className, deepInheritance);
+            return _host.enumerateClassNames(_context, nameSpace, className, deepInheritance);
         });
     }
 
     virtual CIMInstance getInstance(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName, Boolean localOnly,
-        Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList)
+                                    const CIMObjectPath& instanceName, Boolean localOnly,
+                                    Boolean includeQualifiers, Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList)
     {
         return CallAsClient([&] {
-            CIMInstance instance = _host.getInstance(_context, nameSpace,
-                instanceName, localOnly, includeQualifiers,
-                includeClassOrigin, propertyList).clone();
-            instance.setPath(CIMObjectPath(
-                String(), CIMNamespaceName(), instance.getClassName()));
+            CIMInstance instance =
+                _host
+                    .getInstance(_context, nameSpace, instanceName, localOnly, includeQualifiers,
+                                 includeClassOrigin, propertyList)
+                    .clone();
+            instance.setPath(CIMObjectPath(String(), CIMNamespaceName(), instance.getClassName()));
             return instance;
         });
     }
 
     virtual void deleteInstance(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName)
+                                const CIMObjectPath& instanceName)
     {
-        CallAsClient([&] {
-            _host.deleteInstance(_context, nameSpace, instanceName);
-        });
+        CallAsClient([&] { _host.deleteInstance(_context, nameSpace, instanceName); });
     }
 
     virtual CIMObjectPath createInstance(const CIMNamespaceName& nameSpace,
-        const CIMInstance& newInstance)
+                                         const CIMInstance& newInstance)
     {
-        return CallAsClient([&] {
-            return InstanceName(
-                _host.createInstance(_context, nameSpace, newInstance));
-        });
+        return CallAsClient(
+            [&] { return InstanceName(_host.createInstance(_context, nameSpace, newInstance)); });
     }
 
     virtual void modifyInstance(const CIMNamespaceName& nameSpace,
-        const CIMInstance& modifiedInstance, Boolean includeQualifiers,
-        const CIMPropertyList& propertyList)
+                                const CIMInstance& modifiedInstance, Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList)
     {
         CallAsClient([&] {
-            _host.modifyInstance(_context, nameSpace, modifiedInstance,
-                includeQualifiers, propertyList);
+            _host.modifyInstance(_context, nameSpace, modifiedInstance, includeQualifiers,
+                                 propertyList);
         });
     }
 
-    virtual Array<CIMInstance> enumerateInstances(
-        const CIMNamespaceName& nameSpace, const CIMName& className,
-        Boolean deepInheritance, Boolean localOnly, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+    virtual Array<CIMInstance> enumerateInstances(const CIMNamespaceName& nameSpace,
+                                                  const CIMName& className, Boolean deepInheritance,
+                                                  Boolean localOnly, Boolean includeQualifiers,
+                                                  Boolean includeClassOrigin,
+                                                  const CIMPropertyList& propertyList)
     {
         return CallAsClient([&] {
             CollectingInstanceHandler handler;
-            _host.enumerateInstances(_context, nameSpace, className,
-                deepInheritance, localOnly, includeQualifiers,
-                includeClassOrigin, propertyList, handler);
-            for (Uint32 i = 0; i < handler.instances.size(); i++)
-            {
+            _host.enumerateInstances(_context, nameSpace, className, deepInheritance, localOnly,
+                                     includeQualifiers, includeClassOrigin, propertyList, handler);
+            for (Uint32 i = 0; i < handler.instances.size(); i++) {
                 CIMInstance& instance = handler.instances[i];
                 instance.setPath(InstanceName(instance.getPath()));
             }
@@ -149,13 +139,12 @@ public:
         });
     }
 
-    virtual Array<CIMObjectPath> enumerateInstanceNames(
-        const CIMNamespaceName& nameSpace, const CIMName& className)
+    virtual Array<CIMObjectPath> enumerateInstanceNames(const CIMNamespaceName& nameSpace,
+                                                        const CIMName& className)
     {
         return CallAsClient([&] {
             CollectingObjectPathHandler handler;
-            _host.enumerateInstanceNames(
-                _context, nameSpace, className, handler);
+            _host.enumerateInstanceNames(_context, nameSpace, className, handler);
             Array<CIMObjectPath> names;
             names.reserveCapacity(handler.paths.size());
             for (Uint32 i = 0; i < handler.paths.size(); i++)
@@ -165,87 +154,83 @@ public:
     }
 
     virtual Array<CIMObject> associators(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName, const CIMName& assocClass,
-        const CIMName& resultClass, const String& role,
-        const String& resultRole, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+                                         const CIMObjectPath& objectName, const CIMName& assocClass,
+                                         const CIMName& resultClass, const String& role,
+                                         const String& resultRole, Boolean includeQualifiers,
+                                         Boolean includeClassOrigin,
+                                         const CIMPropertyList& propertyList)
     {
         return CallAsClient([&] {
             CollectingObjectHandler handler;
-            _host.associators(_context, nameSpace, objectName, assocClass,
-                resultClass, role, resultRole, includeQualifiers,
-                includeClassOrigin, propertyList, handler);
+            _host.associators(_context, nameSpace, objectName, assocClass, resultClass, role,
+                              resultRole, includeQualifiers, includeClassOrigin, propertyList,
+                              handler);
             return handler.objects;
         });
     }
 
-    virtual Array<CIMObjectPath> associatorNames(
-        const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-        const CIMName& assocClass, const CIMName& resultClass,
-        const String& role, const String& resultRole)
+    virtual Array<CIMObjectPath> associatorNames(const CIMNamespaceName& nameSpace,
+                                                 const CIMObjectPath& objectName,
+                                                 const CIMName& assocClass,
+                                                 const CIMName& resultClass, const String& role,
+                                                 const String& resultRole)
     {
         return CallAsClient([&] {
             CollectingObjectPathHandler handler;
-            _host.associatorNames(_context, nameSpace, objectName, assocClass,
-                resultClass, role, resultRole, handler);
+            _host.associatorNames(_context, nameSpace, objectName, assocClass, resultClass, role,
+                                  resultRole, handler);
             return handler.paths;
         });
     }
 
     virtual Array<CIMObject> references(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName, const CIMName& resultClass,
-        const String& role, Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+                                        const CIMObjectPath& objectName, const CIMName& resultClass,
+                                        const String& role, Boolean includeQualifiers,
+                                        Boolean includeClassOrigin,
+                                        const CIMPropertyList& propertyList)
     {
         return CallAsClient([&] {
             CollectingObjectHandler handler;
-            _host.references(_context, nameSpace, objectName, resultClass,
-                role, includeQualifiers, includeClassOrigin, propertyList,
-                handler);
+            _host.references(_context, nameSpace, objectName, resultClass, role, includeQualifiers,
+                             includeClassOrigin, propertyList, handler);
             return handler.objects;
         });
     }
 
-    virtual Array<CIMObjectPath> referenceNames(
-        const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
-        const CIMName& resultClass, const String& role)
+    virtual Array<CIMObjectPath> referenceNames(const CIMNamespaceName& nameSpace,
+                                                const CIMObjectPath& objectName,
+                                                const CIMName& resultClass, const String& role)
     {
         return CallAsClient([&] {
             CollectingObjectPathHandler handler;
-            _host.referenceNames(_context, nameSpace, objectName, resultClass,
-                role, handler);
+            _host.referenceNames(_context, nameSpace, objectName, resultClass, role, handler);
             return handler.paths;
         });
     }
 
     virtual CIMValue getProperty(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName, const CIMName& propertyName)
+                                 const CIMObjectPath& instanceName, const CIMName& propertyName)
     {
-        return CallAsClient([&] {
-            return _host.getProperty(
-                _context, nameSpace, instanceName, propertyName);
-        });
+        return CallAsClient(
+            [&] { return _host.getProperty(_context, nameSpace, instanceName, propertyName); });
     }
 
-    virtual void setProperty(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName, const CIMName& propertyName,
-        const CIMValue& newValue)
+    virtual void setProperty(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
+                             const CIMName& propertyName, const CIMValue& newValue)
     {
-        CallAsClient([&] {
-            _host.setProperty(
-                _context, nameSpace, instanceName, propertyName, newValue);
-        });
+        CallAsClient(
+            [&] { _host.setProperty(_context, nameSpace, instanceName, propertyName, newValue); });
     }
 
     virtual CIMValue invokeMethod(const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName, const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        Array<CIMParamValue>& outParameters)
+                                  const CIMObjectPath& instanceName, const CIMName& methodName,
+                                  const Array<CIMParamValue>& inParameters,
+                                  Array<CIMParamValue>& outParameters)
     {
         return CallAsClient([&] {
             Array<CIMParamValue> out;
-            CIMValue result = _host.invokeMethod(_context, nameSpace,
-                instanceName, methodName, inParameters, out);
+            CIMValue result = _host.invokeMethod(_context, nameSpace, instanceName, methodName,
+                                                 inParameters, out);
             outParameters.clear();
             for (Uint32 i = 0; i < out.size(); i++)
                 outParameters.append(out[i].clone());
@@ -259,43 +244,38 @@ public:
     {
         if (q.filterQueryLanguage.size() || q.filterQuery.size())
             fail(CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED,
-                "Filtered enumerations are not supported.");
+                 "Filtered enumerations are not supported.");
         if (q.continueOnError)
-            fail(CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED,
-                "ContinueOnError is not supported.");
+            fail(CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED, "ContinueOnError is not supported.");
         Enumeration e;
         e.nameSpace = q.nameSpace;
-        e.paths = q.kind == OpenRequest::INSTANCE_PATHS ||
-            q.kind == OpenRequest::REFERENCE_PATHS ||
-            q.kind == OpenRequest::ASSOCIATOR_PATHS;
+        e.paths = q.kind == OpenRequest::INSTANCE_PATHS || q.kind == OpenRequest::REFERENCE_PATHS ||
+                  q.kind == OpenRequest::ASSOCIATOR_PATHS;
         Array<CIMObject> objects;
-        switch (q.kind)
-        {
-        case OpenRequest::INSTANCES:
-            e.instances = enumerateInstances(q.nameSpace, q.className,
-                q.deepInheritance, false, false, q.includeClassOrigin,
-                q.propertyList);
-            break;
-        case OpenRequest::INSTANCE_PATHS:
-            e.names = enumerateInstanceNames(q.nameSpace, q.className);
-            break;
-        case OpenRequest::REFERENCES:
-            objects = references(q.nameSpace, q.objectName, q.resultClass,
-                q.role, false, q.includeClassOrigin, q.propertyList);
-            break;
-        case OpenRequest::REFERENCE_PATHS:
-            e.names = referenceNames(q.nameSpace, q.objectName, q.resultClass,
-                q.role);
-            break;
-        case OpenRequest::ASSOCIATORS:
-            objects = associators(q.nameSpace, q.objectName, q.assocClass,
-                q.resultClass, q.role, q.resultRole, false,
-                q.includeClassOrigin, q.propertyList);
-            break;
-        case OpenRequest::ASSOCIATOR_PATHS:
-            e.names = associatorNames(q.nameSpace, q.objectName, q.assocClass,
-                q.resultClass, q.role, q.resultRole);
-            break;
+        switch (q.kind) {
+            case OpenRequest::INSTANCES:
+                e.instances = enumerateInstances(q.nameSpace, q.className, q.deepInheritance, false,
+                                                 false, q.includeClassOrigin, q.propertyList);
+                break;
+            case OpenRequest::INSTANCE_PATHS:
+                e.names = enumerateInstanceNames(q.nameSpace, q.className);
+                break;
+            case OpenRequest::REFERENCES:
+                objects = references(q.nameSpace, q.objectName, q.resultClass, q.role, false,
+                                     q.includeClassOrigin, q.propertyList);
+                break;
+            case OpenRequest::REFERENCE_PATHS:
+                e.names = referenceNames(q.nameSpace, q.objectName, q.resultClass, q.role);
+                break;
+            case OpenRequest::ASSOCIATORS:
+                objects =
+                    associators(q.nameSpace, q.objectName, q.assocClass, q.resultClass, q.role,
+                                q.resultRole, false, q.includeClassOrigin, q.propertyList);
+                break;
+            case OpenRequest::ASSOCIATOR_PATHS:
+                e.names = associatorNames(q.nameSpace, q.objectName, q.assocClass, q.resultClass,
+                                          q.role, q.resultRole);
+                break;
         }
         for (Uint32 i = 0; i < objects.size(); i++)
             e.instances.append(CIMInstance(objects[i]));
@@ -306,37 +286,31 @@ public:
         return take(id, q.maxObjectCount);
     }
 
-    virtual PullResult pull(PullKind kind, const CIMNamespaceName& nameSpace,
-        const String& context, Uint32 maxObjectCount)
+    virtual PullResult pull(PullKind kind, const CIMNamespaceName& nameSpace, const String& context,
+                            Uint32 maxObjectCount)
     {
         Enumeration& e = find(nameSpace, context);
-        if (kind == PULL_INSTANCES ||
-            (kind == PULL_INSTANCE_PATHS) != e.paths)
-        {
+        if (kind == PULL_INSTANCES || (kind == PULL_INSTANCE_PATHS) != e.paths) {
             _enumerations.erase(context);
             fail(CIM_ERR_FAILED, "Open and Pull Message types do not match.");
         }
         return take(context, maxObjectCount);
     }
 
-    virtual void closeEnumeration(const CIMNamespaceName& nameSpace,
-        const String& context)
+    virtual void closeEnumeration(const CIMNamespaceName& nameSpace, const String& context)
     {
         find(nameSpace, context);
         _enumerations.erase(context);
     }
 
-    virtual Uint64Arg enumerationCount(const CIMNamespaceName& nameSpace,
-        const String& context)
+    virtual Uint64Arg enumerationCount(const CIMNamespaceName& nameSpace, const String& context)
     {
         Enumeration& e = find(nameSpace, context);
-        return Uint64Arg(Uint64(
-            (e.paths ? e.names.size() : e.instances.size()) - e.next));
+        return Uint64Arg(Uint64((e.paths ? e.names.size() : e.instances.size()) - e.next));
     }
 
 private:
-    struct Enumeration
-    {
+    struct Enumeration {
         CIMNamespaceName nameSpace;
         bool paths = false;
         Array<CIMInstance> instances;
@@ -353,8 +327,7 @@ private:
     {
         auto it = _enumerations.find(context);
         if (it == _enumerations.end() || !it->second.nameSpace.equal(nameSpace))
-            fail(CIM_ERR_INVALID_ENUMERATION_CONTEXT,
-                "The enumeration context is not open.");
+            fail(CIM_ERR_INVALID_ENUMERATION_CONTEXT, "The enumeration context is not open.");
         return it->second;
     }
 
@@ -364,8 +337,7 @@ private:
         Enumeration& e = _enumerations[id];
         PullResult r;
         Uint32 size = e.paths ? e.names.size() : e.instances.size();
-        for (; e.next < size && max > 0; e.next++, max--)
-        {
+        for (; e.next < size && max > 0; e.next++, max--) {
             if (e.paths)
                 r.paths.append(e.names[e.next]);
             else
@@ -387,8 +359,7 @@ private:
 
 }  // namespace
 
-CIMClientConnection* createLocalHostConnection(
-    CIMOperationHost& host, const String& userName)
+CIMClientConnection* createLocalHostConnection(CIMOperationHost& host, const String& userName)
 {
     return new LocalHostConnection(host, userName);
 }

@@ -5,8 +5,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace {
 
-CIMClassRep* NewClassRep(const CIMName& className,
-    const CIMName& superClassName)
+CIMClassRep* NewClassRep(const CIMName& className, const CIMName& superClassName)
 {
     if (className.isNull())
         throw UninitializedObjectException();
@@ -217,11 +216,10 @@ Boolean CIMClass::isUninitialized() const
     return _rep == 0;
 }
 
-CIMInstance CIMClass::buildInstance(Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList) const
+CIMInstance CIMClass::buildInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList) const
 {
-    return CheckRep(_rep)->buildInstance(
-        includeQualifiers, includeClassOrigin, propertyList);
+    return CheckRep(_rep)->buildInstance(includeQualifiers, includeClassOrigin, propertyList);
 }
 
 CIMConstClass::CIMConstClass() : _rep(0) {}
@@ -232,13 +230,9 @@ CIMConstClass::CIMConstClass(const CIMClass& x) : _rep(Ref(x._rep)) {}
 
 CIMConstClass::CIMConstClass(const CIMObject& x) : _rep(CastToClass(x._rep)) {}
 
-CIMConstClass::CIMConstClass(const CIMConstObject& x)
-    : _rep(CastToClass(x._rep))
-{
-}
+CIMConstClass::CIMConstClass(const CIMConstObject& x) : _rep(CastToClass(x._rep)) {}
 
-CIMConstClass::CIMConstClass(const CIMName& className,
-    const CIMName& superClassName)
+CIMConstClass::CIMConstClass(const CIMName& className, const CIMName& superClassName)
     : _rep(NewClassRep(className, superClassName))
 {
 }
@@ -344,8 +338,7 @@ Boolean CIMConstClass::hasKeys() const
 
 CIMClass CIMConstClass::clone() const
 {
-    return CIMObjectModelAccess::adopt(
-        static_cast<CIMClassRep*>(CheckRep(_rep)->clone()));
+    return CIMObjectModelAccess::adopt(static_cast<CIMClassRep*>(CheckRep(_rep)->clone()));
 }
 
 Boolean CIMConstClass::identical(const CIMConstClass& x) const

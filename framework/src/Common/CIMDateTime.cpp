@@ -15,17 +15,15 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-struct CIMDateTimeRep
-{
+struct CIMDateTimeRep {
     char text[26];
     bool interval;
     bool wildcards;
-    Sint64 usec;   // interval length, or UTC microseconds since year 0
-    Sint32 offset; // minutes east of UTC (timestamps)
+    Sint64 usec;    // interval length, or UTC microseconds since year 0
+    Sint32 offset;  // minutes east of UTC (timestamps)
 };
 
-namespace
-{
+namespace {
 
 const Sint64 USEC_PER_SEC = 1000000;
 const Sint64 USEC_PER_DAY = 86400 * USEC_PER_SEC;
@@ -65,27 +63,28 @@ bool _leap(Sint64 y)
 
 unsigned _daysInMonth(Sint64 y, unsigned m)
 {
-    static const unsigned days[] = { 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
+    static const unsigned days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     return (m == 2 && _leap(y)) ? 29 : days[m - 1];
 }
 
-bool _digit(char c) { return c >= '0' && c <= '9'; }
+bool _digit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 // Reads text[pos, pos+len): all digits (value returned, wild false) or all
 // '*' (wild true). Anything else fails.
 bool _field(const char* t, int pos, int len, Uint32& value, bool& wild)
 {
     value = 0;
-    if (t[pos] == '*')
-    {
+    if (t[pos] == '*') {
         for (int i = pos; i < pos + len; i++)
             if (t[i] != '*')
                 return false;
         wild = true;
         return true;
     }
-    for (int i = pos; i < pos + len; i++)
-    {
+    for (int i = pos; i < pos + len; i++) {
         if (!_digit(t[i]))
             return false;
         value = value * 10 + Uint32(t[i] - '0');
@@ -100,8 +99,7 @@ bool _parse(const String& str, CIMDateTimeRep& rep)
     if (str.size() != 25)
         return false;
     char t[26];
-    for (Uint32 i = 0; i < 25; i++)
-    {
+    for (Uint32 i = 0; i < 25; i++) {
         Uint16 c = str[i];
         if (c > 0x7F)
             return false;
@@ -119,8 +117,7 @@ bool _parse(const String& str, CIMDateTimeRep& rep)
     Uint32 usec = 0;
     bool seenWild = false;
     bool anyWild = false;
-    for (int i = 15; i < 21; i++)
-    {
+    for (int i = 15; i < 21; i++) {
         if (t[i] == '*')
             seenWild = true;
         else if (!_digit(t[i]) || seenWild)
@@ -139,16 +136,14 @@ bool _parse(const String& str, CIMDateTimeRep& rep)
 
     Uint32 hh, mi, ss;
     bool wh, wmi, wss;
-    if (!_field(t, 8, 2, hh, wh) || !_field(t, 10, 2, mi, wmi) ||
-        !_field(t, 12, 2, ss, wss))
+    if (!_field(t, 8, 2, hh, wh) || !_field(t, 10, 2, mi, wmi) || !_field(t, 12, 2, ss, wss))
         return false;
     if (hh > 23 || mi > 59 || ss > 59)
         return false;
     anyWild = anyWild || wh || wmi || wss;
     Sint64 timeOfDay = (Sint64(hh) * 3600 + mi * 60 + ss) * USEC_PER_SEC + usec;
 
-    if (interval)
-    {
+    if (interval) {
         if (off != 0)
             return false;
         Uint32 days;
@@ -158,13 +153,10 @@ bool _parse(const String& str, CIMDateTimeRep& rep)
         anyWild = anyWild || wd;
         rep.usec = Sint64(days) * USEC_PER_DAY + timeOfDay;
         rep.offset = 0;
-    }
-    else
-    {
+    } else {
         Uint32 y, mo, d;
         bool wy, wmo, wd;
-        if (!_field(t, 0, 4, y, wy) || !_field(t, 4, 2, mo, wmo) ||
-            !_field(t, 6, 2, d, wd))
+        if (!_field(t, 0, 4, y, wy) || !_field(t, 4, 2, mo, wmo) || !_field(t, 6, 2, d, wd))
             return false;
         if (!wmo && (mo < 1 || mo > 12))
             return false;
@@ -173,11 +165,13 @@ bool _parse(const String& str, CIMDateTimeRep& rep)
         if (!wy && !wmo && !wd && d > _daysInMonth(y, mo))
             return false;
         anyWild = anyWild || wy || wmo || wd;
-        if (wmo) mo = 1;
-        if (wd) d = 1;
+        if (wmo)
+            mo = 1;
+        if (wd)
+            d = 1;
         Sint32 offset = Sint32(off) * (sign == '-' ? -1 : 1);
         rep.usec = _daysFromCivil(y, mo, d) * USEC_PER_DAY + timeOfDay -
-            Sint64(offset) * 60 * USEC_PER_SEC;
+                   Sint64(offset) * 60 * USEC_PER_SEC;
         rep.offset = offset;
     }
     std::memcpy(rep.text, t, 26);
@@ -195,8 +189,8 @@ void _makeInterval(Uint64 usec, CIMDateTimeRep& rep)
     Uint64 rest = usec % Uint64(USEC_PER_DAY);
     Uint64 secs = rest / USEC_PER_SEC;
     char buf[64];
-    std::snprintf(buf, sizeof(buf), "%08llu%02llu%02llu%02llu.%06llu:000",
-        days, secs / 3600, (secs / 60) % 60, secs % 60, rest % USEC_PER_SEC);
+    std::snprintf(buf, sizeof(buf), "%08llu%02llu%02llu%02llu.%06llu:000", days, secs / 3600,
+                  (secs / 60) % 60, secs % 60, rest % USEC_PER_SEC);
     std::memcpy(rep.text, buf, 25);
     rep.text[25] = 0;
     rep.interval = true;
@@ -221,10 +215,9 @@ void _makeTimeStamp(Sint64 utc, Sint32 offset, CIMDateTimeRep& rep)
     Sint64 secs = rest / USEC_PER_SEC;
     Sint32 a = offset < 0 ? -offset : offset;
     char buf[64];
-    std::snprintf(buf, sizeof(buf),
-        "%04lld%02u%02u%02lld%02lld%02lld.%06lld%c%03d",
-        y, m, d, secs / 3600, (secs / 60) % 60, secs % 60, rest % USEC_PER_SEC,
-        offset < 0 ? '-' : '+', int(a));
+    std::snprintf(buf, sizeof(buf), "%04lld%02u%02u%02lld%02lld%02lld.%06lld%c%03d", y, m, d,
+                  secs / 3600, (secs / 60) % 60, secs % 60, rest % USEC_PER_SEC,
+                  offset < 0 ? '-' : '+', int(a));
     std::memcpy(rep.text, buf, 25);
     rep.text[25] = 0;
     rep.interval = false;
@@ -236,13 +229,11 @@ void _makeTimeStamp(Sint64 utc, Sint32 offset, CIMDateTimeRep& rep)
 // Writes value in width digits at t, or '*'s for WILDCARD.
 void _put(char* t, Uint32 value, int width)
 {
-    if (value == CIMDateTime::WILDCARD)
-    {
+    if (value == CIMDateTime::WILDCARD) {
         std::memset(t, '*', size_t(width));
         return;
     }
-    for (int i = width - 1; i >= 0; i--)
-    {
+    for (int i = width - 1; i >= 0; i--) {
         t[i] = char('0' + value % 10);
         value /= 10;
     }
@@ -263,7 +254,7 @@ void _requireSameKind(const CIMDateTimeRep& a, const CIMDateTimeRep& b)
         throw TypeMismatchException();
 }
 
-} // namespace
+}  // namespace
 
 const Uint32 CIMDateTime::WILDCARD = Uint32(-1);
 
@@ -272,12 +263,11 @@ CIMDateTime::CIMDateTime() : _rep(new CIMDateTimeRep)
     _makeInterval(0, *_rep);
 }
 
-CIMDateTime::CIMDateTime(const CIMDateTime& x) : _rep(new CIMDateTimeRep(*x._rep)) { }
+CIMDateTime::CIMDateTime(const CIMDateTime& x) : _rep(new CIMDateTimeRep(*x._rep)) {}
 
 CIMDateTime::CIMDateTime(const String& str) : _rep(new CIMDateTimeRep)
 {
-    if (!_parse(str, *_rep))
-    {
+    if (!_parse(str, *_rep)) {
         delete _rep;
         throw InvalidDateTimeFormatException();
     }
@@ -285,54 +275,42 @@ CIMDateTime::CIMDateTime(const String& str) : _rep(new CIMDateTimeRep)
 
 CIMDateTime::CIMDateTime(Uint64 usec, Boolean isInterval) : _rep(new CIMDateTimeRep)
 {
-    try
-    {
+    try {
         if (isInterval)
             _makeInterval(usec, *_rep);
         else if (usec > Uint64(_daysFromCivil(10000, 1, 1)) * Uint64(USEC_PER_DAY))
             throw DateTimeOutOfRangeException("beyond year 9999");
         else
             _makeTimeStamp(Sint64(usec), 0, *_rep);
-    }
-    catch (...)
-    {
+    } catch (...) {
         delete _rep;
         throw;
     }
 }
 
-CIMDateTime::CIMDateTime(
-    Uint32 year, Uint32 month, Uint32 day, Uint32 hours, Uint32 minutes,
-    Uint32 seconds, Uint32 microseconds, Uint32 numSignificantMicrosecondDigits,
-    Sint32 utcOffset)
+CIMDateTime::CIMDateTime(Uint32 year, Uint32 month, Uint32 day, Uint32 hours, Uint32 minutes,
+                         Uint32 seconds, Uint32 microseconds,
+                         Uint32 numSignificantMicrosecondDigits, Sint32 utcOffset)
     : _rep(new CIMDateTimeRep)
 {
     _makeInterval(0, *_rep);
-    try
-    {
+    try {
         setTimeStamp(year, month, day, hours, minutes, seconds, microseconds,
-            numSignificantMicrosecondDigits, utcOffset);
-    }
-    catch (...)
-    {
+                     numSignificantMicrosecondDigits, utcOffset);
+    } catch (...) {
         delete _rep;
         throw;
     }
 }
 
-CIMDateTime::CIMDateTime(
-    Uint32 days, Uint32 hours, Uint32 minutes, Uint32 seconds,
-    Uint32 microseconds, Uint32 numSignificantMicrosecondDigits)
+CIMDateTime::CIMDateTime(Uint32 days, Uint32 hours, Uint32 minutes, Uint32 seconds,
+                         Uint32 microseconds, Uint32 numSignificantMicrosecondDigits)
     : _rep(new CIMDateTimeRep)
 {
     _makeInterval(0, *_rep);
-    try
-    {
-        setInterval(days, hours, minutes, seconds, microseconds,
-            numSignificantMicrosecondDigits);
-    }
-    catch (...)
-    {
+    try {
+        setInterval(days, hours, minutes, seconds, microseconds, numSignificantMicrosecondDigits);
+    } catch (...) {
         delete _rep;
         throw;
     }
@@ -362,17 +340,14 @@ void CIMDateTime::set(const String& str)
     *_rep = r;
 }
 
-void CIMDateTime::setTimeStamp(
-    Uint32 year, Uint32 month, Uint32 day, Uint32 hours, Uint32 minutes,
-    Uint32 seconds, Uint32 microseconds, Uint32 numSignificantMicrosecondDigits,
-    Sint32 utcOffset)
+void CIMDateTime::setTimeStamp(Uint32 year, Uint32 month, Uint32 day, Uint32 hours, Uint32 minutes,
+                               Uint32 seconds, Uint32 microseconds,
+                               Uint32 numSignificantMicrosecondDigits, Sint32 utcOffset)
 {
-    auto bad = [](Uint32 v, Uint32 lo, Uint32 hi)
-    { return v != WILDCARD && (v < lo || v > hi); };
-    if (bad(year, 0, 9999) || bad(month, 1, 12) || bad(day, 1, 31) ||
-        bad(hours, 0, 23) || bad(minutes, 0, 59) || bad(seconds, 0, 59) ||
-        microseconds > 999999 || utcOffset < -999 || utcOffset > 999)
-    {
+    auto bad = [](Uint32 v, Uint32 lo, Uint32 hi) { return v != WILDCARD && (v < lo || v > hi); };
+    if (bad(year, 0, 9999) || bad(month, 1, 12) || bad(day, 1, 31) || bad(hours, 0, 23) ||
+        bad(minutes, 0, 59) || bad(seconds, 0, 59) || microseconds > 999999 || utcOffset < -999 ||
+        utcOffset > 999) {
         throw DateTimeOutOfRangeException("timestamp field out of range");
     }
     char t[26];
@@ -393,14 +368,12 @@ void CIMDateTime::setTimeStamp(
     *_rep = r;
 }
 
-void CIMDateTime::setInterval(
-    Uint32 days, Uint32 hours, Uint32 minutes, Uint32 seconds,
-    Uint32 microseconds, Uint32 numSignificantMicrosecondDigits)
+void CIMDateTime::setInterval(Uint32 days, Uint32 hours, Uint32 minutes, Uint32 seconds,
+                              Uint32 microseconds, Uint32 numSignificantMicrosecondDigits)
 {
     auto bad = [](Uint32 v, Uint32 hi) { return v != WILDCARD && v > hi; };
-    if (bad(days, MAX_INTERVAL_DAYS) || bad(hours, 23) || bad(minutes, 59) ||
-        bad(seconds, 59) || microseconds > 999999)
-    {
+    if (bad(days, MAX_INTERVAL_DAYS) || bad(hours, 23) || bad(minutes, 59) || bad(seconds, 59) ||
+        microseconds > 999999) {
         throw DateTimeOutOfRangeException("interval field out of range");
     }
     char t[26];
@@ -430,8 +403,8 @@ CIMDateTime CIMDateTime::getCurrentDateTime()
     struct tm local;
     localtime_r(&secs, &local);
     Sint32 offset = Sint32(local.tm_gmtoff / 60);
-    Sint64 utc = (_daysFromCivil(1970, 1, 1) * 86400 + Sint64(tv.tv_sec)) *
-        USEC_PER_SEC + tv.tv_usec;
+    Sint64 utc =
+        (_daysFromCivil(1970, 1, 1) * 86400 + Sint64(tv.tv_sec)) * USEC_PER_SEC + tv.tv_usec;
     CIMDateTime result;
     _makeTimeStamp(utc, offset, *result._rep);
     return result;
@@ -467,8 +440,7 @@ Boolean CIMDateTime::equal(const CIMDateTime& x) const
     // With wildcards, compare the fields that both give, as written.
     if (_rep->offset != x._rep->offset)
         return false;
-    for (int i = 0; i < 21; i++)
-    {
+    for (int i = 0; i < 21; i++) {
         char a = _rep->text[i], b = x._rep->text[i];
         if (a != '*' && b != '*' && a != b)
             return false;
@@ -505,15 +477,12 @@ CIMDateTime CIMDateTime::operator-(const CIMDateTime& x) const
         throw TypeMismatchException();
     Sint64 d = _rep->usec - x._rep->usec;
     CIMDateTime r;
-    if (_rep->interval || !x._rep->interval)
-    {
+    if (_rep->interval || !x._rep->interval) {
         // interval - interval, or timestamp - timestamp: an interval.
         if (d < 0)
             throw DateTimeOutOfRangeException("negative interval");
         _makeInterval(Uint64(d), *r._rep);
-    }
-    else
-    {
+    } else {
         _makeTimeStamp(d, _rep->offset, *r._rep);
     }
     return r;

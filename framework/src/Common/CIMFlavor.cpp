@@ -53,15 +53,16 @@ CIMFlavor CIMFlavor::operator+(const CIMFlavor& flavor) const
 
 String CIMFlavor::toString() const
 {
-    static const struct { Uint32 bit; const char* word; } words[] = {
-        { 1, "OVERRIDABLE" }, { 2, "TOSUBCLASS" }, { 4, "TOINSTANCE" },
-        { 8, "TRANSLATABLE" }, { 16, "DISABLEOVERRIDE" }, { 32, "RESTRICTED" },
+    static const struct {
+        Uint32 bit;
+        const char* word;
+    } words[] = {
+        {1, "OVERRIDABLE"},  {2, "TOSUBCLASS"},       {4, "TOINSTANCE"},
+        {8, "TRANSLATABLE"}, {16, "DISABLEOVERRIDE"}, {32, "RESTRICTED"},
     };
     String result;
-    for (size_t i = 0; i < sizeof(words) / sizeof(words[0]); i++)
-    {
-        if (cimFlavor & words[i].bit)
-        {
+    for (size_t i = 0; i < sizeof(words) / sizeof(words[0]); i++) {
+        if (cimFlavor & words[i].bit) {
             if (result.size())
                 result.append(Char16(' '));
             result.append(words[i].word);

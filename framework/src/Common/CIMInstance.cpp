@@ -30,10 +30,7 @@ CIMInstance::CIMInstance(const CIMInstance& x) : _rep(Ref(x._rep)) {}
 
 CIMInstance::CIMInstance(const CIMObject& x) : _rep(CastToInstance(x._rep)) {}
 
-CIMInstance::CIMInstance(const CIMName& className)
-    : _rep(NewInstanceRep(className))
-{
-}
+CIMInstance::CIMInstance(const CIMName& className) : _rep(NewInstanceRep(className)) {}
 
 CIMInstance::CIMInstance(CIMInstanceRep* rep) : _rep(rep) {}
 
@@ -146,40 +143,28 @@ Boolean CIMInstance::isUninitialized() const
 }
 
 void CIMInstance::filter(Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+                         const CIMPropertyList& propertyList)
 {
     CheckRep(_rep)->filter(includeQualifiers, includeClassOrigin, propertyList);
 }
 
-void CIMInstance::instanceFilter(Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+void CIMInstance::instanceFilter(Boolean includeQualifiers, Boolean includeClassOrigin,
+                                 const CIMPropertyList& propertyList)
 {
     CheckRep(_rep)->filter(includeQualifiers, includeClassOrigin, propertyList);
 }
 
 CIMConstInstance::CIMConstInstance() : _rep(0) {}
 
-CIMConstInstance::CIMConstInstance(const CIMConstInstance& x)
-    : _rep(Ref(x._rep))
-{
-}
+CIMConstInstance::CIMConstInstance(const CIMConstInstance& x) : _rep(Ref(x._rep)) {}
 
 CIMConstInstance::CIMConstInstance(const CIMInstance& x) : _rep(Ref(x._rep)) {}
 
-CIMConstInstance::CIMConstInstance(const CIMObject& x)
-    : _rep(CastToInstance(x._rep))
-{
-}
+CIMConstInstance::CIMConstInstance(const CIMObject& x) : _rep(CastToInstance(x._rep)) {}
 
-CIMConstInstance::CIMConstInstance(const CIMConstObject& x)
-    : _rep(CastToInstance(x._rep))
-{
-}
+CIMConstInstance::CIMConstInstance(const CIMConstObject& x) : _rep(CastToInstance(x._rep)) {}
 
-CIMConstInstance::CIMConstInstance(const CIMName& className)
-    : _rep(NewInstanceRep(className))
-{
-}
+CIMConstInstance::CIMConstInstance(const CIMName& className) : _rep(NewInstanceRep(className)) {}
 
 CIMConstInstance& CIMConstInstance::operator=(const CIMConstInstance& x)
 {
@@ -240,14 +225,12 @@ Uint32 CIMConstInstance::getPropertyCount() const
 
 CIMObjectPath CIMConstInstance::buildPath(const CIMConstClass& cimClass) const
 {
-    return CheckRep(_rep)->buildPath(
-        CheckRep(CIMObjectModelAccess::rep(cimClass)));
+    return CheckRep(_rep)->buildPath(CheckRep(CIMObjectModelAccess::rep(cimClass)));
 }
 
 CIMInstance CIMConstInstance::clone() const
 {
-    return CIMObjectModelAccess::adopt(
-        static_cast<CIMInstanceRep*>(CheckRep(_rep)->clone()));
+    return CIMObjectModelAccess::adopt(static_cast<CIMInstanceRep*>(CheckRep(_rep)->clone()));
 }
 
 Boolean CIMConstInstance::identical(const CIMConstInstance& x) const

@@ -5,8 +5,8 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace {
 
-CIMMethodRep* NewMethodRep(const CIMName& name, CIMType type,
-    const CIMName& classOrigin, Boolean propagated)
+CIMMethodRep* NewMethodRep(const CIMName& name, CIMType type, const CIMName& classOrigin,
+                           Boolean propagated)
 {
     if (name.isNull())
         throw UninitializedObjectException();
@@ -33,14 +33,11 @@ Boolean CIMMethodRep::identical(const CIMMethodRep* x) const
 {
     if (this == x)
         return true;
-    if (!name.equal(x->name) || type != x->type ||
-        !qualifiers.identical(x->qualifiers) ||
-        parameters.size() != x->parameters.size())
-    {
+    if (!name.equal(x->name) || type != x->type || !qualifiers.identical(x->qualifiers) ||
+        parameters.size() != x->parameters.size()) {
         return false;
     }
-    for (Uint32 i = 0; i < parameters.size(); i++)
-    {
+    for (Uint32 i = 0; i < parameters.size(); i++) {
         if (!parameters.get(i).identical(x->parameters.get(i)))
             return false;
     }
@@ -51,8 +48,8 @@ CIMMethod::CIMMethod() : _rep(0) {}
 
 CIMMethod::CIMMethod(const CIMMethod& x) : _rep(Ref(x._rep)) {}
 
-CIMMethod::CIMMethod(const CIMName& name, CIMType type,
-    const CIMName& classOrigin, Boolean propagated)
+CIMMethod::CIMMethod(const CIMName& name, CIMType type, const CIMName& classOrigin,
+                     Boolean propagated)
     : _rep(NewMethodRep(name, type, classOrigin, propagated))
 {
 }
@@ -80,10 +77,9 @@ void CIMMethod::setName(const CIMName& name)
     CheckRep(_rep);
     if (name.isNull())
         throw UninitializedObjectException();
-    if (_rep->ownerCount != 0 && !_rep->name.equal(name))
-    {
+    if (_rep->ownerCount != 0 && !_rep->name.equal(name)) {
         throw Exception("The name of method \"" + _rep->name.getString() +
-            "\" cannot change while it belongs to a class");
+                        "\" cannot change while it belongs to a class");
     }
     _rep->name = name;
 }
@@ -153,10 +149,8 @@ CIMMethod& CIMMethod::addParameter(const CIMParameter& x)
 {
     CheckRep(_rep);
     CIMParameterRep* p = CheckRep(CIMObjectModelAccess::rep(x));
-    if (_rep->parameters.find(p->name) != PEG_NOT_FOUND)
-    {
-        throw AlreadyExistsException(
-            "parameter \"" + p->name.getString() + "\"");
+    if (_rep->parameters.find(p->name) != PEG_NOT_FOUND) {
+        throw AlreadyExistsException("parameter \"" + p->name.getString() + "\"");
     }
     _rep->parameters.append(x);
     return *this;
@@ -208,8 +202,8 @@ CIMConstMethod::CIMConstMethod(const CIMConstMethod& x) : _rep(Ref(x._rep)) {}
 
 CIMConstMethod::CIMConstMethod(const CIMMethod& x) : _rep(Ref(x._rep)) {}
 
-CIMConstMethod::CIMConstMethod(const CIMName& name, CIMType type,
-    const CIMName& classOrigin, Boolean propagated)
+CIMConstMethod::CIMConstMethod(const CIMName& name, CIMType type, const CIMName& classOrigin,
+                               Boolean propagated)
     : _rep(NewMethodRep(name, type, classOrigin, propagated))
 {
 }

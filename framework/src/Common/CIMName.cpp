@@ -9,8 +9,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 inline bool _isAlpha(Uint16 c)
 {
@@ -37,8 +36,7 @@ bool _legalName(const Char16* p, Uint32 n)
 {
     if (n == 0 || !_firstOk(p[0]))
         return false;
-    for (Uint32 i = 1; i < n; i++)
-    {
+    for (Uint32 i = 1; i < n; i++) {
         if (!_nextOk(p[i]))
             return false;
     }
@@ -53,13 +51,13 @@ bool _equalLiteral(const String& name, const char* literal)
     return String::equalNoCase(name, String(literal));
 }
 
-} // namespace
+}  // namespace
 
 //------------------------------------------------------------------------------
 // CIMName
 //------------------------------------------------------------------------------
 
-CIMName::CIMName() { }
+CIMName::CIMName() {}
 
 CIMName::CIMName(const String& name) : cimName(name)
 {
@@ -73,7 +71,7 @@ CIMName::CIMName(const char* name) : cimName(name)
         throw InvalidNameException(cimName);
 }
 
-CIMName::CIMName(const CIMName& name) : cimName(name.cimName) { }
+CIMName::CIMName(const CIMName& name) : cimName(name.cimName) {}
 
 CIMName& CIMName::operator=(const CIMName& name)
 {
@@ -162,8 +160,7 @@ Uint32 CIMNameLegalASCII(const char* str)
     if (!(_isAlpha(p[0]) || p[0] == '_'))
         return 0;
     Uint32 n = 1;
-    for (; p[n]; n++)
-    {
+    for (; p[n]; n++) {
         Uint16 c = p[n];
         if (!(_isAlpha(c) || c == '_' || (c >= '0' && c <= '9')))
             return 0;
@@ -175,8 +172,7 @@ Uint32 CIMNameLegalASCII(const char* str)
 // CIMNamespaceName
 //------------------------------------------------------------------------------
 
-namespace
-{
+namespace {
 
 // The name without its one optional leading '/'.
 String _stripSlash(const String& name)
@@ -186,9 +182,9 @@ String _stripSlash(const String& name)
     return name;
 }
 
-} // namespace
+}  // namespace
 
-CIMNamespaceName::CIMNamespaceName() { }
+CIMNamespaceName::CIMNamespaceName() {}
 
 CIMNamespaceName::CIMNamespaceName(const String& name)
 {
@@ -206,7 +202,9 @@ CIMNamespaceName::CIMNamespaceName(const char* name)
 }
 
 CIMNamespaceName::CIMNamespaceName(const CIMNamespaceName& name)
-    : cimNamespaceName(name.cimNamespaceName) { }
+    : cimNamespaceName(name.cimNamespaceName)
+{
+}
 
 CIMNamespaceName& CIMNamespaceName::operator=(const CIMNamespaceName& name)
 {
@@ -265,8 +263,7 @@ Boolean CIMNamespaceName::legal(const String& name)
         i = 1;
     if (i == n)
         return false;
-    while (true)
-    {
+    while (true) {
         Uint32 start = i;
         while (i < n && p[i] != '/')
             i++;

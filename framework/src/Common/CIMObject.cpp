@@ -126,8 +126,8 @@ Boolean CIMObject::isInstance() const
     return !CheckRep(_rep)->isClass();
 }
 
-void CIMObject::instanceFilter(Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+void CIMObject::instanceFilter(Boolean includeQualifiers, Boolean includeClassOrigin,
+                               const CIMPropertyList& propertyList)
 {
     CheckRep(_rep)->filter(includeQualifiers, includeClassOrigin, propertyList);
 }
@@ -144,9 +144,7 @@ CIMConstObject::CIMConstObject(const CIMInstance& x) : _rep(Ref(x._rep)) {}
 
 CIMConstObject::CIMConstObject(const CIMConstClass& x) : _rep(Ref(x._rep)) {}
 
-CIMConstObject::CIMConstObject(const CIMConstInstance& x) : _rep(Ref(x._rep))
-{
-}
+CIMConstObject::CIMConstObject(const CIMConstInstance& x) : _rep(Ref(x._rep)) {}
 
 CIMConstObject& CIMConstObject::operator=(const CIMConstObject& x)
 {

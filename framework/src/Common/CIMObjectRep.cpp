@@ -16,10 +16,8 @@ void CIMObjectRep::setPath(const CIMObjectPath& path)
 void CIMObjectRep::addProperty(const CIMProperty& property)
 {
     CIMPropertyRep* rep = CheckRep(CIMObjectModelAccess::rep(property));
-    if (properties.find(rep->name) != PEG_NOT_FOUND)
-    {
-        throw AlreadyExistsException(
-            "property \"" + rep->name.getString() + "\"");
+    if (properties.find(rep->name) != PEG_NOT_FOUND) {
+        throw AlreadyExistsException("property \"" + rep->name.getString() + "\"");
     }
     properties.append(property);
 }
@@ -29,35 +27,27 @@ Boolean CIMObjectRep::identical(const CIMObjectRep* x) const
     if (this == x)
         return true;
     if (isClass() != x->isClass() || !reference.identical(x->reference) ||
-        !qualifiers.identical(x->qualifiers) ||
-        properties.size() != x->properties.size())
-    {
+        !qualifiers.identical(x->qualifiers) || properties.size() != x->properties.size()) {
         return false;
     }
-    for (Uint32 i = 0; i < properties.size(); i++)
-    {
-        const CIMPropertyRep* p =
-            CIMObjectModelAccess::rep(properties.get(i));
+    for (Uint32 i = 0; i < properties.size(); i++) {
+        const CIMPropertyRep* p = CIMObjectModelAccess::rep(properties.get(i));
         Uint32 j = x->properties.find(p->name);
-        if (j == PEG_NOT_FOUND ||
-            !p->identical(CIMObjectModelAccess::rep(x->properties.get(j))))
-        {
+        if (j == PEG_NOT_FOUND || !p->identical(CIMObjectModelAccess::rep(x->properties.get(j)))) {
             return false;
         }
     }
     return true;
 }
 
-void CIMObjectRep::filter(Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList)
+void CIMObjectRep::filter(Boolean includeQualifiers, Boolean includeClassOrigin,
+                          const CIMPropertyList& propertyList)
 {
     if (!includeQualifiers)
         qualifiers.clear();
-    for (Uint32 i = properties.size(); i-- > 0;)
-    {
+    for (Uint32 i = properties.size(); i-- > 0;) {
         CIMPropertyRep* p = CIMObjectModelAccess::rep(properties.get(i));
-        if (!propertyList.useThisProperty(p->name))
-        {
+        if (!propertyList.useThisProperty(p->name)) {
             properties.remove(i);
             continue;
         }
@@ -89,9 +79,7 @@ CIMObjectRep* CIMClassRep::clone() const
 void CIMClassRep::addProperty(const CIMProperty& property)
 {
     CIMPropertyRep* rep = CheckRep(CIMObjectModelAccess::rep(property));
-    if (rep->value.getType() == CIMTYPE_REFERENCE &&
-        rep->referenceClassName.isNull())
-    {
+    if (rep->value.getType() == CIMTYPE_REFERENCE && rep->referenceClassName.isNull()) {
         throw TypeMismatchException();
     }
     CIMObjectRep::addProperty(property);
@@ -102,18 +90,13 @@ Boolean CIMClassRep::identical(const CIMObjectRep* x) const
     if (!CIMObjectRep::identical(x))
         return false;
     const CIMClassRep* c = static_cast<const CIMClassRep*>(x);
-    if (!superClassName.equal(c->superClassName) ||
-        methods.size() != c->methods.size())
-    {
+    if (!superClassName.equal(c->superClassName) || methods.size() != c->methods.size()) {
         return false;
     }
-    for (Uint32 i = 0; i < methods.size(); i++)
-    {
+    for (Uint32 i = 0; i < methods.size(); i++) {
         const CIMMethodRep* m = CIMObjectModelAccess::rep(methods.get(i));
         Uint32 j = c->methods.find(m->name);
-        if (j == PEG_NOT_FOUND ||
-            !m->identical(CIMObjectModelAccess::rep(c->methods.get(j))))
-        {
+        if (j == PEG_NOT_FOUND || !m->identical(CIMObjectModelAccess::rep(c->methods.get(j)))) {
             return false;
         }
     }
@@ -123,35 +106,30 @@ Boolean CIMClassRep::identical(const CIMObjectRep* x) const
 void CIMClassRep::addMethod(const CIMMethod& method)
 {
     CIMMethodRep* rep = CheckRep(CIMObjectModelAccess::rep(method));
-    if (methods.find(rep->name) != PEG_NOT_FOUND)
-    {
-        throw AlreadyExistsException(
-            "method \"" + rep->name.getString() + "\"");
+    if (methods.find(rep->name) != PEG_NOT_FOUND) {
+        throw AlreadyExistsException("method \"" + rep->name.getString() + "\"");
     }
     methods.append(method);
 }
 
 void CIMClassRep::getKeyNames(Array<CIMName>& keyNames) const
 {
-    for (Uint32 i = 0; i < properties.size(); i++)
-    {
+    for (Uint32 i = 0; i < properties.size(); i++) {
         const CIMPropertyRep* p = CIMObjectModelAccess::rep(properties.get(i));
         if (p->isKey())
             keyNames.append(p->name);
     }
 }
 
-CIMInstance CIMClassRep::buildInstance(Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList) const
+CIMInstance CIMClassRep::buildInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
+                                       const CIMPropertyList& propertyList) const
 {
     CIMInstanceRep* rep = new CIMInstanceRep;
     CIMInstance instance = CIMObjectModelAccess::adopt(rep);
-    rep->reference =
-        CIMObjectPath(String(), CIMNamespaceName(), getClassName());
+    rep->reference = CIMObjectPath(String(), CIMNamespaceName(), getClassName());
     if (includeQualifiers)
         qualifiers.cloneTo(rep->qualifiers);
-    for (Uint32 i = 0; i < properties.size(); i++)
-    {
+    for (Uint32 i = 0; i < properties.size(); i++) {
         const CIMPropertyRep* p = CIMObjectModelAccess::rep(properties.get(i));
         if (!propertyList.useThisProperty(p->name))
             continue;
@@ -187,13 +165,12 @@ CIMObjectPath CIMInstanceRep::buildPath(const CIMClassRep* cimClass) const
     Array<CIMName> keyNames;
     cimClass->getKeyNames(keyNames);
     Array<CIMKeyBinding> keys;
-    for (Uint32 i = 0; i < keyNames.size(); i++)
-    {
+    for (Uint32 i = 0; i < keyNames.size(); i++) {
         Uint32 pos = properties.find(keyNames[i]);
         if (pos == PEG_NOT_FOUND)
             throw NoSuchProperty(keyNames[i].getString());
-        keys.append(CIMKeyBinding(keyNames[i],
-            CIMObjectModelAccess::rep(properties.get(pos))->value));
+        keys.append(
+            CIMKeyBinding(keyNames[i], CIMObjectModelAccess::rep(properties.get(pos))->value));
     }
     return CIMObjectPath(String(), CIMNamespaceName(), getClassName(), keys);
 }

@@ -15,9 +15,7 @@ CIMParamValue& CIMParamValue::operator=(const CIMParamValue& x)
     return *this;
 }
 
-CIMParamValue::CIMParamValue(String parameterName, CIMValue value,
-    Boolean isTyped)
-    : _rep(0)
+CIMParamValue::CIMParamValue(String parameterName, CIMValue value, Boolean isTyped) : _rep(0)
 {
     if (parameterName.size() == 0)
         throw UninitializedObjectException();

@@ -5,8 +5,8 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace {
 
-CIMParameterRep* NewParameterRep(const CIMName& name, CIMType type,
-    Boolean isArray, Uint32 arraySize, const CIMName& referenceClassName)
+CIMParameterRep* NewParameterRep(const CIMName& name, CIMType type, Boolean isArray,
+                                 Uint32 arraySize, const CIMName& referenceClassName)
 {
     if (name.isNull())
         throw UninitializedObjectException();
@@ -27,26 +27,25 @@ CIMParameterRep* NewParameterRep(const CIMName& name, CIMType type,
 
 CIMParameterRep* CIMParameterRep::clone() const
 {
-    CIMParameterRep* rep =
-        NewParameterRep(name, type, isArray, arraySize, referenceClassName);
+    CIMParameterRep* rep = NewParameterRep(name, type, isArray, arraySize, referenceClassName);
     qualifiers.cloneTo(rep->qualifiers);
     return rep;
 }
 
 Boolean CIMParameterRep::identical(const CIMParameterRep* x) const
 {
-    return this == x || (name.equal(x->name) && type == x->type &&
-        isArray == x->isArray && arraySize == x->arraySize &&
-        referenceClassName.equal(x->referenceClassName) &&
-        qualifiers.identical(x->qualifiers));
+    return this == x ||
+           (name.equal(x->name) && type == x->type && isArray == x->isArray &&
+            arraySize == x->arraySize && referenceClassName.equal(x->referenceClassName) &&
+            qualifiers.identical(x->qualifiers));
 }
 
 CIMParameter::CIMParameter() : _rep(0) {}
 
 CIMParameter::CIMParameter(const CIMParameter& x) : _rep(Ref(x._rep)) {}
 
-CIMParameter::CIMParameter(const CIMName& name, CIMType type, Boolean isArray,
-    Uint32 arraySize, const CIMName& referenceClassName)
+CIMParameter::CIMParameter(const CIMName& name, CIMType type, Boolean isArray, Uint32 arraySize,
+                           const CIMName& referenceClassName)
     : _rep(NewParameterRep(name, type, isArray, arraySize, referenceClassName))
 {
 }
@@ -145,18 +144,12 @@ CIMParameter CIMParameter::clone() const
 
 CIMConstParameter::CIMConstParameter() : _rep(0) {}
 
-CIMConstParameter::CIMConstParameter(const CIMConstParameter& x)
-    : _rep(Ref(x._rep))
-{
-}
+CIMConstParameter::CIMConstParameter(const CIMConstParameter& x) : _rep(Ref(x._rep)) {}
 
-CIMConstParameter::CIMConstParameter(const CIMParameter& x)
-    : _rep(Ref(x._rep))
-{
-}
+CIMConstParameter::CIMConstParameter(const CIMParameter& x) : _rep(Ref(x._rep)) {}
 
-CIMConstParameter::CIMConstParameter(const CIMName& name, CIMType type,
-    Boolean isArray, Uint32 arraySize, const CIMName& referenceClassName)
+CIMConstParameter::CIMConstParameter(const CIMName& name, CIMType type, Boolean isArray,
+                                     Uint32 arraySize, const CIMName& referenceClassName)
     : _rep(NewParameterRep(name, type, isArray, arraySize, referenceClassName))
 {
 }

@@ -10,16 +10,14 @@ void CheckPropertyValue(const CIMValue& value, Uint32 arraySize)
 {
     if (value.isArray() && value.getType() == CIMTYPE_REFERENCE)
         throw TypeMismatchException();
-    if (arraySize && (!value.isArray() ||
-        (!value.isNull() && value.getArraySize() != arraySize)))
-    {
+    if (arraySize && (!value.isArray() || (!value.isNull() && value.getArraySize() != arraySize))) {
         throw TypeMismatchException();
     }
 }
 
-CIMPropertyRep* NewPropertyRep(const CIMName& name, const CIMValue& value,
-    Uint32 arraySize, const CIMName& referenceClassName,
-    const CIMName& classOrigin, Boolean propagated)
+CIMPropertyRep* NewPropertyRep(const CIMName& name, const CIMValue& value, Uint32 arraySize,
+                               const CIMName& referenceClassName, const CIMName& classOrigin,
+                               Boolean propagated)
 {
     if (name.isNull())
         throw UninitializedObjectException();
@@ -59,22 +57,20 @@ CIMPropertyRep* CIMPropertyRep::clone() const
 
 Boolean CIMPropertyRep::identical(const CIMPropertyRep* x) const
 {
-    return this == x || (name.equal(x->name) && value == x->value &&
-        arraySize == x->arraySize &&
-        referenceClassName.equal(x->referenceClassName) &&
-        classOrigin.equal(x->classOrigin) && propagated == x->propagated &&
-        qualifiers.identical(x->qualifiers));
+    return this == x ||
+           (name.equal(x->name) && value == x->value && arraySize == x->arraySize &&
+            referenceClassName.equal(x->referenceClassName) && classOrigin.equal(x->classOrigin) &&
+            propagated == x->propagated && qualifiers.identical(x->qualifiers));
 }
 
 CIMProperty::CIMProperty() : _rep(0) {}
 
 CIMProperty::CIMProperty(const CIMProperty& x) : _rep(Ref(x._rep)) {}
 
-CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value,
-    Uint32 arraySize, const CIMName& referenceClassName,
-    const CIMName& classOrigin, Boolean propagated)
-    : _rep(NewPropertyRep(name, value, arraySize, referenceClassName,
-          classOrigin, propagated))
+CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize,
+                         const CIMName& referenceClassName, const CIMName& classOrigin,
+                         Boolean propagated)
+    : _rep(NewPropertyRep(name, value, arraySize, referenceClassName, classOrigin, propagated))
 {
 }
 
@@ -101,10 +97,9 @@ void CIMProperty::setName(const CIMName& name)
     CheckRep(_rep);
     if (name.isNull())
         throw UninitializedObjectException();
-    if (_rep->ownerCount != 0 && !_rep->name.equal(name))
-    {
+    if (_rep->ownerCount != 0 && !_rep->name.equal(name)) {
         throw Exception("The name of property \"" + _rep->name.getString() +
-            "\" cannot change while it belongs to a class or instance");
+                        "\" cannot change while it belongs to a class or instance");
     }
     _rep->name = name;
 }
@@ -211,18 +206,14 @@ Boolean CIMProperty::isUninitialized() const
 
 CIMConstProperty::CIMConstProperty() : _rep(0) {}
 
-CIMConstProperty::CIMConstProperty(const CIMConstProperty& x)
-    : _rep(Ref(x._rep))
-{
-}
+CIMConstProperty::CIMConstProperty(const CIMConstProperty& x) : _rep(Ref(x._rep)) {}
 
 CIMConstProperty::CIMConstProperty(const CIMProperty& x) : _rep(Ref(x._rep)) {}
 
-CIMConstProperty::CIMConstProperty(const CIMName& name, const CIMValue& value,
-    Uint32 arraySize, const CIMName& referenceClassName,
-    const CIMName& classOrigin, Boolean propagated)
-    : _rep(NewPropertyRep(name, value, arraySize, referenceClassName,
-          classOrigin, propagated))
+CIMConstProperty::CIMConstProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize,
+                                   const CIMName& referenceClassName, const CIMName& classOrigin,
+                                   Boolean propagated)
+    : _rep(NewPropertyRep(name, value, arraySize, referenceClassName, classOrigin, propagated))
 {
 }
 

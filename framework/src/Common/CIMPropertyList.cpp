@@ -4,8 +4,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMPropertyListRep
-{
+class CIMPropertyListRep {
 public:
     CIMPropertyListRep() : isNull(true) {}
     Boolean isNull;
@@ -18,8 +17,7 @@ namespace {
 
 void CheckNames(const Array<CIMName>& names)
 {
-    for (Uint32 i = 0; i < names.size(); i++)
-    {
+    for (Uint32 i = 0; i < names.size(); i++) {
         if (names[i].isNull())
             throw UninitializedObjectException();
     }
@@ -30,8 +28,7 @@ Uint32 NameTag(const CIMName& name)
 {
     const String& s = name.getString();
     Uint32 hash = 2166136261u;
-    for (Uint32 i = 0; i < s.size(); i++)
-    {
+    for (Uint32 i = 0; i < s.size(); i++) {
         Uint16 c = s[i];
         if (c >= 'A' && c <= 'Z')
             c = Uint16(c + ('a' - 'A'));
@@ -44,20 +41,15 @@ Uint32 NameTag(const CIMName& name)
 
 CIMPropertyList::CIMPropertyList() : _rep(new CIMPropertyListRep) {}
 
-CIMPropertyList::CIMPropertyList(const CIMPropertyList& x)
-    : _rep(new CIMPropertyListRep(*x._rep))
+CIMPropertyList::CIMPropertyList(const CIMPropertyList& x) : _rep(new CIMPropertyListRep(*x._rep))
 {
 }
 
-CIMPropertyList::CIMPropertyList(const Array<CIMName>& propertyNames)
-    : _rep(new CIMPropertyListRep)
+CIMPropertyList::CIMPropertyList(const Array<CIMName>& propertyNames) : _rep(new CIMPropertyListRep)
 {
-    try
-    {
+    try {
         set(propertyNames);
-    }
-    catch (...)
-    {
+    } catch (...) {
         delete _rep;
         throw;
     }
@@ -135,8 +127,7 @@ void CIMPropertyList::appendCIMNameTag(Uint32 nameTag)
 
 Boolean CIMPropertyList::contains(const CIMName& name) const
 {
-    for (Uint32 i = 0; i < _rep->names.size(); i++)
-    {
+    for (Uint32 i = 0; i < _rep->names.size(); i++) {
         if (_rep->names[i].equal(name))
             return true;
     }
@@ -155,8 +146,7 @@ String CIMPropertyList::toString() const
     if (_rep->names.size() == 0)
         return String("EMPTY");
     String result;
-    for (Uint32 i = 0; i < _rep->names.size(); i++)
-    {
+    for (Uint32 i = 0; i < _rep->names.size(); i++) {
         if (i)
             result.append(", ");
         result.append(_rep->names[i].getString());

@@ -6,7 +6,7 @@ PEGASUS_NAMESPACE_BEGIN
 namespace {
 
 CIMQualifierRep* NewQualifierRep(const CIMName& name, const CIMValue& value,
-    const CIMFlavor& flavor, Boolean propagated)
+                                 const CIMFlavor& flavor, Boolean propagated)
 {
     if (name.isNull())
         throw UninitializedObjectException();
@@ -21,13 +21,13 @@ CIMQualifierRep* NewQualifierRep(const CIMName& name, const CIMValue& value,
 Boolean IdenticalReps(const CIMQualifierRep* a, const CIMQualifierRep* b)
 {
     return a == b || (a->name.equal(b->name) && a->value == b->value &&
-        a->flavor.equal(b->flavor) && a->propagated == b->propagated);
+                      a->flavor.equal(b->flavor) && a->propagated == b->propagated);
 }
 
 CIMQualifier CloneRep(const CIMQualifierRep* rep)
 {
-    return CIMObjectModelAccess::adopt(NewQualifierRep(rep->name, rep->value,
-        rep->flavor, rep->propagated));
+    return CIMObjectModelAccess::adopt(
+        NewQualifierRep(rep->name, rep->value, rep->flavor, rep->propagated));
 }
 
 }  // namespace
@@ -36,8 +36,8 @@ CIMQualifier::CIMQualifier() : _rep(0) {}
 
 CIMQualifier::CIMQualifier(const CIMQualifier& x) : _rep(Ref(x._rep)) {}
 
-CIMQualifier::CIMQualifier(const CIMName& name, const CIMValue& value,
-    const CIMFlavor& flavor, Boolean propagated)
+CIMQualifier::CIMQualifier(const CIMName& name, const CIMValue& value, const CIMFlavor& flavor,
+                           Boolean propagated)
     : _rep(NewQualifierRep(name, value, flavor, propagated))
 {
 }
@@ -130,17 +130,12 @@ CIMQualifier CIMQualifier::clone() const
 
 CIMConstQualifier::CIMConstQualifier() : _rep(0) {}
 
-CIMConstQualifier::CIMConstQualifier(const CIMConstQualifier& x)
-    : _rep(Ref(x._rep))
-{
-}
+CIMConstQualifier::CIMConstQualifier(const CIMConstQualifier& x) : _rep(Ref(x._rep)) {}
 
-CIMConstQualifier::CIMConstQualifier(const CIMQualifier& x) : _rep(Ref(x._rep))
-{
-}
+CIMConstQualifier::CIMConstQualifier(const CIMQualifier& x) : _rep(Ref(x._rep)) {}
 
-CIMConstQualifier::CIMConstQualifier(const CIMName& name,
-    const CIMValue& value, const CIMFlavor& flavor, Boolean propagated)
+CIMConstQualifier::CIMConstQualifier(const CIMName& name, const CIMValue& value,
+                                     const CIMFlavor& flavor, Boolean propagated)
     : _rep(NewQualifierRep(name, value, flavor, propagated))
 {
 }

@@ -7,18 +7,15 @@ PEGASUS_NAMESPACE_BEGIN
 void CIMQualifierList::add(const CIMQualifier& qualifier)
 {
     CIMQualifierRep* rep = CheckRep(CIMObjectModelAccess::rep(qualifier));
-    if (find(rep->name) != PEG_NOT_FOUND)
-    {
-        throw AlreadyExistsException(
-            "qualifier \"" + rep->name.getString() + "\"");
+    if (find(rep->name) != PEG_NOT_FOUND) {
+        throw AlreadyExistsException("qualifier \"" + rep->name.getString() + "\"");
     }
     _items.push_back(qualifier);
 }
 
 Uint32 CIMQualifierList::find(const CIMName& name) const
 {
-    for (size_t i = 0; i < _items.size(); i++)
-    {
+    for (size_t i = 0; i < _items.size(); i++) {
         if (CIMObjectModelAccess::rep(_items[i])->name.equal(name))
             return Uint32(i);
     }
@@ -50,8 +47,7 @@ Boolean CIMQualifierList::identical(const CIMQualifierList& x) const
 {
     if (_items.size() != x._items.size())
         return false;
-    for (size_t i = 0; i < _items.size(); i++)
-    {
+    for (size_t i = 0; i < _items.size(); i++) {
         Uint32 j = x.find(CIMObjectModelAccess::rep(_items[i])->name);
         if (j == PEG_NOT_FOUND || !_items[i].identical(x._items[j]))
             return false;

@@ -6,11 +6,9 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
-const char* const _names[] =
-{
+const char* const _names[] = {
     "CIM_ERR_SUCCESS",
     "CIM_ERR_FAILED",
     "CIM_ERR_ACCESS_DENIED",
@@ -50,7 +48,7 @@ bool _known(Uint32 code)
     return code < _count && code != 18 && code != 19;
 }
 
-} // namespace
+}  // namespace
 
 const char* cimStatusCodeToString(CIMStatusCode code)
 {
@@ -60,8 +58,7 @@ const char* cimStatusCodeToString(CIMStatusCode code)
     return "Unrecognized CIM status code";
 }
 
-String cimStatusCodeToString(
-    CIMStatusCode code, const ContentLanguageList& contentLanguages)
+String cimStatusCodeToString(CIMStatusCode code, const ContentLanguageList& contentLanguages)
 {
     (void)contentLanguages;
     Uint32 c = Uint32(code);

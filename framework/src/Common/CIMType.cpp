@@ -6,12 +6,10 @@ PEGASUS_NAMESPACE_BEGIN
 
 const char* cimTypeToString(const CIMType type)
 {
-    static const char* const names[] =
-    {
-        "boolean", "uint8", "sint8", "uint16", "sint16", "uint32", "sint32",
-        "uint64", "sint64", "real32", "real64", "char16", "string", "datetime",
-        "reference", "object", "instance"
-    };
+    static const char* const names[] = {"boolean", "uint8",   "sint8",  "uint16",   "sint16",
+                                        "uint32",  "sint32",  "uint64", "sint64",   "real32",
+                                        "real64",  "char16",  "string", "datetime", "reference",
+                                        "object",  "instance"};
     Uint32 t = Uint32(type);
     if (t < sizeof(names) / sizeof(names[0]))
         return names[t];

@@ -36,16 +36,11 @@ String str(const std::string& s)
 template <class F>
 auto guarded(const char* what, F f) -> decltype(f())
 {
-    try
-    {
+    try {
         return f();
-    }
-    catch (CIMXmlFormatException&)
-    {
+    } catch (CIMXmlFormatException&) {
         throw;
-    }
-    catch (Exception& e)
-    {
+    } catch (Exception& e) {
         CString m = e.getMessage().getCString();
         badValue(std::string(what) + ": " + (const char*)m);
     }
@@ -118,17 +113,14 @@ bool parseSigned(const std::string& t, long long lo, long long hi, long long& ou
     bool neg = *s == '-';
     const char* digits = (*s == '-' || *s == '+') ? s + 1 : s;
     long long v;
-    if (digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X'))
-    {
+    if (digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X')) {
         if (!digits[2])
             return false;
         unsigned long long u = std::strtoull(digits + 2, &end, 16);
         if (errno || u > (unsigned long long)LLONG_MAX + (neg ? 1 : 0))
             return false;
         v = neg ? (long long)(0 - u) : (long long)u;
-    }
-    else
-    {
+    } else {
         if (!(*digits >= '0' && *digits <= '9'))
             return false;
         v = std::strtoll(s, &end, 10);
@@ -155,14 +147,11 @@ bool parseUnsigned(const std::string& t, unsigned long long hi, unsigned long lo
     char* end = 0;
     errno = 0;
     unsigned long long v;
-    if (s[0] == '0' && (s[1] == 'x' || s[1] == 'X'))
-    {
+    if (s[0] == '0' && (s[1] == 'x' || s[1] == 'X')) {
         if (!s[2])
             return false;
         v = std::strtoull(s + 2, &end, 16);
-    }
-    else
-    {
+    } else {
         v = std::strtoull(s, &end, 10);
     }
     if (errno)
@@ -181,8 +170,7 @@ CIMKeyBinding keyFromKeyValue(const CIMName& keyName, const XmlElement& kv)
     const std::string* vt = kv.attribute("VALUETYPE");
     CIMKeyBinding::Type type = CIMKeyBinding::STRING;
     std::string text = kv.text;
-    if (vt && *vt == "boolean")
-    {
+    if (vt && *vt == "boolean") {
         type = CIMKeyBinding::BOOLEAN;
         if (strcasecmp(text.c_str(), "true") == 0)
             text = "TRUE";
@@ -190,14 +178,10 @@ CIMKeyBinding keyFromKeyValue(const CIMName& keyName, const XmlElement& kv)
             text = "FALSE";
         else
             badValue("boolean key " + std::string((const char*)keyName.getString().getCString()) +
-                " is neither true nor false: " + text);
-    }
-    else if (vt && *vt == "numeric")
-    {
+                     " is neither true nor false: " + text);
+    } else if (vt && *vt == "numeric") {
         type = CIMKeyBinding::NUMERIC;
-    }
-    else if (vt && *vt != "string")
-    {
+    } else if (vt && *vt != "string") {
         invalid("unknown VALUETYPE " + *vt);
     }
     return CIMKeyBinding(keyName, str(text), type);
@@ -207,15 +191,18 @@ CIMKeyBinding keyFromKeyValue(const CIMName& keyName, const XmlElement& kv)
 
 CIMType typeFromName(const std::string& n)
 {
-    static const struct { const char* name; CIMType type; } table[] = {
-        { "boolean", CIMTYPE_BOOLEAN }, { "uint8", CIMTYPE_UINT8 }, { "sint8", CIMTYPE_SINT8 },
-        { "uint16", CIMTYPE_UINT16 }, { "sint16", CIMTYPE_SINT16 },
-        { "uint32", CIMTYPE_UINT32 }, { "sint32", CIMTYPE_SINT32 },
-        { "uint64", CIMTYPE_UINT64 }, { "sint64", CIMTYPE_SINT64 },
-        { "real32", CIMTYPE_REAL32 }, { "real64", CIMTYPE_REAL64 },
-        { "char16", CIMTYPE_CHAR16 }, { "string", CIMTYPE_STRING },
-        { "datetime", CIMTYPE_DATETIME }, { "reference", CIMTYPE_REFERENCE },
-        { "object", CIMTYPE_OBJECT }, { "instance", CIMTYPE_INSTANCE } };
+    static const struct {
+        const char* name;
+        CIMType type;
+    } table[] = {{"boolean", CIMTYPE_BOOLEAN},     {"uint8", CIMTYPE_UINT8},
+                 {"sint8", CIMTYPE_SINT8},         {"uint16", CIMTYPE_UINT16},
+                 {"sint16", CIMTYPE_SINT16},       {"uint32", CIMTYPE_UINT32},
+                 {"sint32", CIMTYPE_SINT32},       {"uint64", CIMTYPE_UINT64},
+                 {"sint64", CIMTYPE_SINT64},       {"real32", CIMTYPE_REAL32},
+                 {"real64", CIMTYPE_REAL64},       {"char16", CIMTYPE_CHAR16},
+                 {"string", CIMTYPE_STRING},       {"datetime", CIMTYPE_DATETIME},
+                 {"reference", CIMTYPE_REFERENCE}, {"object", CIMTYPE_OBJECT},
+                 {"instance", CIMTYPE_INSTANCE}};
     for (const auto& t : table)
         if (n == t.name)
             return t.type;
@@ -226,83 +213,84 @@ CIMValue scalarFromText(const std::string& text, CIMType type)
 {
     long long s = 0;
     unsigned long long u = 0;
-    switch (type)
-    {
-    case CIMTYPE_BOOLEAN:
-    {
-        std::string t = text;
-        size_t b = t.find_first_not_of(" \t\r\n");
-        size_t e = t.find_last_not_of(" \t\r\n");
-        t = b == std::string::npos ? std::string() : t.substr(b, e - b + 1);
-        if (strcasecmp(t.c_str(), "true") == 0)
-            return CIMValue(Boolean(true));
-        if (strcasecmp(t.c_str(), "false") == 0)
-            return CIMValue(Boolean(false));
-        badValue("not a boolean: " + text);
-    }
-    case CIMTYPE_UINT8:
-        if (!parseUnsigned(text, 0xFF, u)) badValue("not a uint8: " + text);
-        return CIMValue(Uint8(u));
-    case CIMTYPE_UINT16:
-        if (!parseUnsigned(text, 0xFFFF, u)) badValue("not a uint16: " + text);
-        return CIMValue(Uint16(u));
-    case CIMTYPE_UINT32:
-        if (!parseUnsigned(text, 0xFFFFFFFFull, u)) badValue("not a uint32: " + text);
-        return CIMValue(Uint32(u));
-    case CIMTYPE_UINT64:
-        if (!parseUnsigned(text, ~0ull, u)) badValue("not a uint64: " + text);
-        return CIMValue(Uint64(u));
-    case CIMTYPE_SINT8:
-        if (!parseSigned(text, -128, 127, s)) badValue("not a sint8: " + text);
-        return CIMValue(Sint8(s));
-    case CIMTYPE_SINT16:
-        if (!parseSigned(text, -32768, 32767, s)) badValue("not a sint16: " + text);
-        return CIMValue(Sint16(s));
-    case CIMTYPE_SINT32:
-        if (!parseSigned(text, INT_MIN, INT_MAX, s)) badValue("not a sint32: " + text);
-        return CIMValue(Sint32(s));
-    case CIMTYPE_SINT64:
-        if (!parseSigned(text, LLONG_MIN, LLONG_MAX, s)) badValue("not a sint64: " + text);
-        return CIMValue(Sint64(s));
-    case CIMTYPE_REAL32:
-    case CIMTYPE_REAL64:
-    {
-        char* end = 0;
-        errno = 0;
-        const char* p = text.c_str();
-        double d = std::strtod(p, &end);
-        while (*end == ' ' || *end == '\t' || *end == '\n' || *end == '\r')
-            end++;
-        if (end == p || *end)
-            badValue("not a real number: " + text);
-        if (type == CIMTYPE_REAL32)
-            return CIMValue(Real32(d));
-        return CIMValue(Real64(d));
-    }
-    case CIMTYPE_CHAR16:
-    {
-        String s16 = guarded("invalid char16", [&] { return str(text); });
-        if (s16.size() != 1)
-            badValue("not a single char16: " + text);
-        return CIMValue(s16[0]);
-    }
-    case CIMTYPE_STRING:
-        return CIMValue(str(text));
-    case CIMTYPE_DATETIME:
-        return guarded("invalid datetime", [&] { return CIMValue(CIMDateTime(str(text))); });
-    case CIMTYPE_REFERENCE:
-        return guarded("invalid reference",
-            [&] { return CIMValue(CIMObjectPath(str(text))); });
-    case CIMTYPE_OBJECT:
-    case CIMTYPE_INSTANCE:
-    {
-        XmlElement doc = parseDocument(text.data(), text.size());
-        if (type == CIMTYPE_INSTANCE)
-            return guarded("invalid embedded instance",
-                [&] { return CIMValue(decodeInstance(doc)); });
-        return guarded("invalid embedded object",
-            [&] { return CIMValue(decodeObject(doc)); });
-    }
+    switch (type) {
+        case CIMTYPE_BOOLEAN: {
+            std::string t = text;
+            size_t b = t.find_first_not_of(" \t\r\n");
+            size_t e = t.find_last_not_of(" \t\r\n");
+            t = b == std::string::npos ? std::string() : t.substr(b, e - b + 1);
+            if (strcasecmp(t.c_str(), "true") == 0)
+                return CIMValue(Boolean(true));
+            if (strcasecmp(t.c_str(), "false") == 0)
+                return CIMValue(Boolean(false));
+            badValue("not a boolean: " + text);
+        }
+        case CIMTYPE_UINT8:
+            if (!parseUnsigned(text, 0xFF, u))
+                badValue("not a uint8: " + text);
+            return CIMValue(Uint8(u));
+        case CIMTYPE_UINT16:
+            if (!parseUnsigned(text, 0xFFFF, u))
+                badValue("not a uint16: " + text);
+            return CIMValue(Uint16(u));
+        case CIMTYPE_UINT32:
+            if (!parseUnsigned(text, 0xFFFFFFFFull, u))
+                badValue("not a uint32: " + text);
+            return CIMValue(Uint32(u));
+        case CIMTYPE_UINT64:
+            if (!parseUnsigned(text, ~0ull, u))
+                badValue("not a uint64: " + text);
+            return CIMValue(Uint64(u));
+        case CIMTYPE_SINT8:
+            if (!parseSigned(text, -128, 127, s))
+                badValue("not a sint8: " + text);
+            return CIMValue(Sint8(s));
+        case CIMTYPE_SINT16:
+            if (!parseSigned(text, -32768, 32767, s))
+                badValue("not a sint16: " + text);
+            return CIMValue(Sint16(s));
+        case CIMTYPE_SINT32:
+            if (!parseSigned(text, INT_MIN, INT_MAX, s))
+                badValue("not a sint32: " + text);
+            return CIMValue(Sint32(s));
+        case CIMTYPE_SINT64:
+            if (!parseSigned(text, LLONG_MIN, LLONG_MAX, s))
+                badValue("not a sint64: " + text);
+            return CIMValue(Sint64(s));
+        case CIMTYPE_REAL32:
+        case CIMTYPE_REAL64: {
+            char* end = 0;
+            errno = 0;
+            const char* p = text.c_str();
+            double d = std::strtod(p, &end);
+            while (*end == ' ' || *end == '\t' || *end == '\n' || *end == '\r')
+                end++;
+            if (end == p || *end)
+                badValue("not a real number: " + text);
+            if (type == CIMTYPE_REAL32)
+                return CIMValue(Real32(d));
+            return CIMValue(Real64(d));
+        }
+        case CIMTYPE_CHAR16: {
+            String s16 = guarded("invalid char16", [&] { return str(text); });
+            if (s16.size() != 1)
+                badValue("not a single char16: " + text);
+            return CIMValue(s16[0]);
+        }
+        case CIMTYPE_STRING:
+            return CIMValue(str(text));
+        case CIMTYPE_DATETIME:
+            return guarded("invalid datetime", [&] { return CIMValue(CIMDateTime(str(text))); });
+        case CIMTYPE_REFERENCE:
+            return guarded("invalid reference", [&] { return CIMValue(CIMObjectPath(str(text))); });
+        case CIMTYPE_OBJECT:
+        case CIMTYPE_INSTANCE: {
+            XmlElement doc = parseDocument(text.data(), text.size());
+            if (type == CIMTYPE_INSTANCE)
+                return guarded("invalid embedded instance",
+                               [&] { return CIMValue(decodeInstance(doc)); });
+            return guarded("invalid embedded object", [&] { return CIMValue(decodeObject(doc)); });
+        }
     }
     invalid("unsupported type");
 }
@@ -313,21 +301,15 @@ template <class T>
 CIMValue arrayOf(const XmlElement& arr, CIMType type)
 {
     Array<T> a;
-    for (size_t i = 0; i < arr.children.size(); i++)
-    {
+    for (size_t i = 0; i < arr.children.size(); i++) {
         const XmlElement& c = arr.children[i];
-        if (c.name == "VALUE")
-        {
+        if (c.name == "VALUE") {
             T x;
             scalarFromText(c.text, type).get(x);
             a.append(x);
-        }
-        else if (c.name == "VALUE.NULL")
-        {
+        } else if (c.name == "VALUE.NULL") {
             badValue("null elements are not supported in arrays of this type");
-        }
-        else
-        {
+        } else {
             invalid("unexpected " + c.name + " in VALUE.ARRAY");
         }
     }
@@ -336,25 +318,41 @@ CIMValue arrayOf(const XmlElement& arr, CIMType type)
 
 CIMValue arrayValue(const XmlElement& arr, CIMType type)
 {
-    switch (type)
-    {
-    case CIMTYPE_BOOLEAN: return arrayOf<Boolean>(arr, type);
-    case CIMTYPE_UINT8: return arrayOf<Uint8>(arr, type);
-    case CIMTYPE_SINT8: return arrayOf<Sint8>(arr, type);
-    case CIMTYPE_UINT16: return arrayOf<Uint16>(arr, type);
-    case CIMTYPE_SINT16: return arrayOf<Sint16>(arr, type);
-    case CIMTYPE_UINT32: return arrayOf<Uint32>(arr, type);
-    case CIMTYPE_SINT32: return arrayOf<Sint32>(arr, type);
-    case CIMTYPE_UINT64: return arrayOf<Uint64>(arr, type);
-    case CIMTYPE_SINT64: return arrayOf<Sint64>(arr, type);
-    case CIMTYPE_REAL32: return arrayOf<Real32>(arr, type);
-    case CIMTYPE_REAL64: return arrayOf<Real64>(arr, type);
-    case CIMTYPE_CHAR16: return arrayOf<Char16>(arr, type);
-    case CIMTYPE_STRING: return arrayOf<String>(arr, type);
-    case CIMTYPE_DATETIME: return arrayOf<CIMDateTime>(arr, type);
-    case CIMTYPE_OBJECT: return arrayOf<CIMObject>(arr, type);
-    case CIMTYPE_INSTANCE: return arrayOf<CIMInstance>(arr, type);
-    default: break;
+    switch (type) {
+        case CIMTYPE_BOOLEAN:
+            return arrayOf<Boolean>(arr, type);
+        case CIMTYPE_UINT8:
+            return arrayOf<Uint8>(arr, type);
+        case CIMTYPE_SINT8:
+            return arrayOf<Sint8>(arr, type);
+        case CIMTYPE_UINT16:
+            return arrayOf<Uint16>(arr, type);
+        case CIMTYPE_SINT16:
+            return arrayOf<Sint16>(arr, type);
+        case CIMTYPE_UINT32:
+            return arrayOf<Uint32>(arr, type);
+        case CIMTYPE_SINT32:
+            return arrayOf<Sint32>(arr, type);
+        case CIMTYPE_UINT64:
+            return arrayOf<Uint64>(arr, type);
+        case CIMTYPE_SINT64:
+            return arrayOf<Sint64>(arr, type);
+        case CIMTYPE_REAL32:
+            return arrayOf<Real32>(arr, type);
+        case CIMTYPE_REAL64:
+            return arrayOf<Real64>(arr, type);
+        case CIMTYPE_CHAR16:
+            return arrayOf<Char16>(arr, type);
+        case CIMTYPE_STRING:
+            return arrayOf<String>(arr, type);
+        case CIMTYPE_DATETIME:
+            return arrayOf<CIMDateTime>(arr, type);
+        case CIMTYPE_OBJECT:
+            return arrayOf<CIMObject>(arr, type);
+        case CIMTYPE_INSTANCE:
+            return arrayOf<CIMInstance>(arr, type);
+        default:
+            break;
     }
     invalid("VALUE.ARRAY for a reference type");
 }
@@ -373,11 +371,9 @@ CIMValue decodeValue(const XmlElement& e, CIMType type, const XmlLimits&, bool e
         return arrayValue(e, type);
     if (e.name == "VALUE.REFERENCE")
         return CIMValue(decodeObjectPath(e));
-    if (e.name == "VALUE.REFARRAY")
-    {
+    if (e.name == "VALUE.REFARRAY") {
         Array<CIMObjectPath> a;
-        for (size_t i = 0; i < e.children.size(); i++)
-        {
+        for (size_t i = 0; i < e.children.size(); i++) {
             if (e.children[i].name != "VALUE.REFERENCE")
                 invalid("unexpected " + e.children[i].name + " in VALUE.REFARRAY");
             a.append(decodeObjectPath(e.children[i]));
@@ -392,8 +388,7 @@ CIMNamespaceName decodeLocalNamespacePath(const XmlElement& e)
     if (e.name != "LOCALNAMESPACEPATH")
         invalid("expected LOCALNAMESPACEPATH, found " + e.name);
     std::string ns;
-    for (size_t i = 0; i < e.children.size(); i++)
-    {
+    for (size_t i = 0; i < e.children.size(); i++) {
         if (e.children[i].name != "NAMESPACE")
             invalid("unexpected " + e.children[i].name + " in LOCALNAMESPACEPATH");
         if (!ns.empty())
@@ -426,8 +421,7 @@ CIMObjectPath decodeInstanceName(const XmlElement& e)
         invalid("expected INSTANCENAME, found " + e.name);
     CIMName cls = name(e, "CLASSNAME");
     Array<CIMKeyBinding> keys;
-    for (size_t i = 0; i < e.children.size(); i++)
-    {
+    for (size_t i = 0; i < e.children.size(); i++) {
         const XmlElement& kb = e.children[i];
         if (kb.name != "KEYBINDING")
             invalid("unexpected " + kb.name + " in INSTANCENAME");
@@ -437,25 +431,20 @@ CIMObjectPath decodeInstanceName(const XmlElement& e)
         const XmlElement& v = kb.children[0];
         if (v.name == "KEYVALUE")
             keys.append(keyFromKeyValue(keyName, v));
-        else if (v.name == "VALUE.REFERENCE")
-        {
+        else if (v.name == "VALUE.REFERENCE") {
             CIMObjectPath ref = decodeObjectPath(v);
-            keys.append(guarded("invalid reference key", [&] {
-                return CIMKeyBinding(keyName, CIMValue(ref));
-            }));
-        }
-        else
+            keys.append(guarded("invalid reference key",
+                                [&] { return CIMKeyBinding(keyName, CIMValue(ref)); }));
+        } else
             invalid("unexpected " + v.name + " in KEYBINDING");
     }
-    return guarded("invalid instance name", [&] {
-        return CIMObjectPath(String(), CIMNamespaceName(), cls, keys);
-    });
+    return guarded("invalid instance name",
+                   [&] { return CIMObjectPath(String(), CIMNamespaceName(), cls, keys); });
 }
 
 CIMObjectPath decodeObjectPath(const XmlElement& e)
 {
-    if (e.name == "VALUE.REFERENCE" || e.name == "OBJECTPATH")
-    {
+    if (e.name == "VALUE.REFERENCE" || e.name == "OBJECTPATH") {
         if (e.children.size() != 1)
             invalid(e.name + " needs exactly one path");
         return decodeObjectPath(e.children[0]);
@@ -466,26 +455,27 @@ CIMObjectPath decodeObjectPath(const XmlElement& e)
         return guarded("invalid class path", [&] {
             return CIMObjectPath(String(), CIMNamespaceName(), decodeClassName(e));
         });
-    if (e.name == "INSTANCEPATH" || e.name == "CLASSPATH")
-    {
+    if (e.name == "INSTANCEPATH" || e.name == "CLASSPATH") {
         String host;
         CIMNamespaceName ns;
         decodeNamespacePath(e.requiredChild("NAMESPACEPATH"), host, ns);
         CIMObjectPath p = e.name == "INSTANCEPATH"
-            ? decodeInstanceName(e.requiredChild("INSTANCENAME"))
-            : CIMObjectPath(String(), CIMNamespaceName(),
-                  decodeClassName(e.requiredChild("CLASSNAME")));
-        guarded("invalid host", [&] { p.setHost(host); return 0; });
+                              ? decodeInstanceName(e.requiredChild("INSTANCENAME"))
+                              : CIMObjectPath(String(), CIMNamespaceName(),
+                                              decodeClassName(e.requiredChild("CLASSNAME")));
+        guarded("invalid host", [&] {
+            p.setHost(host);
+            return 0;
+        });
         p.setNameSpace(ns);
         return p;
     }
-    if (e.name == "LOCALINSTANCEPATH" || e.name == "LOCALCLASSPATH")
-    {
+    if (e.name == "LOCALINSTANCEPATH" || e.name == "LOCALCLASSPATH") {
         CIMNamespaceName ns = decodeLocalNamespacePath(e.requiredChild("LOCALNAMESPACEPATH"));
         CIMObjectPath p = e.name == "LOCALINSTANCEPATH"
-            ? decodeInstanceName(e.requiredChild("INSTANCENAME"))
-            : CIMObjectPath(String(), CIMNamespaceName(),
-                  decodeClassName(e.requiredChild("CLASSNAME")));
+                              ? decodeInstanceName(e.requiredChild("INSTANCENAME"))
+                              : CIMObjectPath(String(), CIMNamespaceName(),
+                                              decodeClassName(e.requiredChild("CLASSNAME")));
         p.setNameSpace(ns);
         return p;
     }
@@ -499,8 +489,7 @@ CIMQualifier decodeQualifier(const XmlElement& e)
     CIMName qn = name(e, "NAME");
     CIMType type = typeFromName(e.requiredAttribute("TYPE"));
     CIMValue v(type, false);
-    for (size_t i = 0; i < e.children.size(); i++)
-    {
+    for (size_t i = 0; i < e.children.size(); i++) {
         const XmlElement& c = e.children[i];
         if (c.name == "VALUE" || c.name == "VALUE.ARRAY")
             v = decodeValue(c, type);
@@ -526,12 +515,10 @@ CIMProperty decodeProperty(const XmlElement& e, const XmlLimits& limits)
     CIMName refClass;
     Uint32 arraySize = 0;
     std::vector<const XmlElement*> quals;
-    if (e.name == "PROPERTY.REFERENCE")
-    {
+    if (e.name == "PROPERTY.REFERENCE") {
         refClass = optName(e, "REFERENCECLASS");
         value = CIMValue(CIMTYPE_REFERENCE, false);
-        for (size_t i = 0; i < e.children.size(); i++)
-        {
+        for (size_t i = 0; i < e.children.size(); i++) {
             const XmlElement& c = e.children[i];
             if (c.name == "QUALIFIER")
                 quals.push_back(&c);
@@ -540,9 +527,7 @@ CIMProperty decodeProperty(const XmlElement& e, const XmlLimits& limits)
             else
                 invalid("unexpected " + c.name + " in PROPERTY.REFERENCE");
         }
-    }
-    else if (e.name == "PROPERTY" || e.name == "PROPERTY.ARRAY")
-    {
+    } else if (e.name == "PROPERTY" || e.name == "PROPERTY.ARRAY") {
         bool isArray = e.name == "PROPERTY.ARRAY";
         const std::string* tn = e.attribute("TYPE");
         CIMType type = tn ? typeFromName(*tn) : CIMTYPE_STRING;
@@ -550,8 +535,7 @@ CIMProperty decodeProperty(const XmlElement& e, const XmlLimits& limits)
             type = embeddedType(e);
         arraySize = isArray ? arraySizeAttr(e) : 0;
         value = CIMValue(type, isArray, arraySize);
-        for (size_t i = 0; i < e.children.size(); i++)
-        {
+        for (size_t i = 0; i < e.children.size(); i++) {
             const XmlElement& c = e.children[i];
             if (c.name == "QUALIFIER")
                 quals.push_back(&c);
@@ -564,10 +548,8 @@ CIMProperty decodeProperty(const XmlElement& e, const XmlLimits& limits)
         }
         if (isArray && arraySize && !value.isNull() && value.getArraySize() != arraySize)
             badValue("array of property " + e.requiredAttribute("NAME") +
-                " does not have ARRAYSIZE elements");
-    }
-    else
-    {
+                     " does not have ARRAYSIZE elements");
+    } else {
         invalid("expected a property, found " + e.name);
     }
     return guarded("invalid property", [&] {
@@ -587,11 +569,9 @@ CIMMethod decodeMethod(const XmlElement& e)
     CIMType rt = tn ? typeFromName(*tn) : CIMTYPE_UINT32;
     return guarded("invalid method", [&] {
         CIMMethod m(mn, rt, optName(e, "CLASSORIGIN"), boolAttr(e, "PROPAGATED", false));
-        for (size_t i = 0; i < e.children.size(); i++)
-        {
+        for (size_t i = 0; i < e.children.size(); i++) {
             const XmlElement& c = e.children[i];
-            if (c.name == "QUALIFIER")
-            {
+            if (c.name == "QUALIFIER") {
                 m.addQualifier(decodeQualifier(c));
                 continue;
             }
@@ -599,14 +579,14 @@ CIMMethod decodeMethod(const XmlElement& e)
             if (c.name == "PARAMETER")
                 p = CIMParameter(name(c, "NAME"), typeFromName(c.requiredAttribute("TYPE")));
             else if (c.name == "PARAMETER.ARRAY")
-                p = CIMParameter(name(c, "NAME"), typeFromName(c.requiredAttribute("TYPE")),
-                    true, arraySizeAttr(c));
+                p = CIMParameter(name(c, "NAME"), typeFromName(c.requiredAttribute("TYPE")), true,
+                                 arraySizeAttr(c));
             else if (c.name == "PARAMETER.REFERENCE")
                 p = CIMParameter(name(c, "NAME"), CIMTYPE_REFERENCE, false, 0,
-                    optName(c, "REFERENCECLASS"));
+                                 optName(c, "REFERENCECLASS"));
             else if (c.name == "PARAMETER.REFARRAY")
                 p = CIMParameter(name(c, "NAME"), CIMTYPE_REFERENCE, true, arraySizeAttr(c),
-                    optName(c, "REFERENCECLASS"));
+                                 optName(c, "REFERENCECLASS"));
             else
                 invalid("unexpected " + c.name + " in METHOD");
             for (size_t k = 0; k < c.children.size(); k++)
@@ -625,8 +605,7 @@ CIMClass decodeClass(const XmlElement& e, const XmlLimits& limits)
     CIMName super = optName(e, "SUPERCLASS");
     return guarded("invalid class", [&] {
         CIMClass c(cn, super);
-        for (size_t i = 0; i < e.children.size(); i++)
-        {
+        for (size_t i = 0; i < e.children.size(); i++) {
             const XmlElement& ch = e.children[i];
             if (ch.name == "QUALIFIER")
                 c.addQualifier(decodeQualifier(ch));
@@ -646,8 +625,7 @@ CIMInstance decodeInstance(const XmlElement& e, const XmlLimits& limits)
     CIMName cn = name(e, "CLASSNAME");
     return guarded("invalid instance", [&] {
         CIMInstance inst(cn);
-        for (size_t i = 0; i < e.children.size(); i++)
-        {
+        for (size_t i = 0; i < e.children.size(); i++) {
             const XmlElement& ch = e.children[i];
             if (ch.name == "QUALIFIER")
                 inst.addQualifier(decodeQualifier(ch));
@@ -680,7 +658,10 @@ CIMObject decodeObjectWithPath(const XmlElement& e, const XmlLimits& limits)
     else
         invalid("expected an object with its path, found " + e.name);
     CIMObject o = decodeObject(e.children[1], limits);
-    guarded("path does not match object", [&] { o.setPath(path); return 0; });
+    guarded("path does not match object", [&] {
+        o.setPath(path);
+        return 0;
+    });
     return o;
 }
 
@@ -693,8 +674,7 @@ CIMParamValue decodeParamValue(const XmlElement& e, const XmlLimits& limits)
     bool embedded = isEmbedded(e);
     if (e.children.size() > 1)
         invalid(e.name + " holds more than one value");
-    if (e.children.empty())
-    {
+    if (e.children.empty()) {
         CIMType t = pt ? typeFromName(*pt) : CIMTYPE_STRING;
         if (embedded && t == CIMTYPE_STRING)
             t = embeddedType(e);
@@ -710,10 +690,8 @@ CIMParamValue decodeParamValue(const XmlElement& e, const XmlLimits& limits)
     if (c.name == "CLASS")
         return CIMParamValue(pname, CIMValue(CIMObject(decodeClass(c, limits))), true);
     if (c.name == "VALUE.NAMEDINSTANCE")
-        return CIMParamValue(pname,
-            CIMValue(CIMInstance(decodeObjectWithPath(c, limits))), true);
-    if (pt || embedded)
-    {
+        return CIMParamValue(pname, CIMValue(CIMInstance(decodeObjectWithPath(c, limits))), true);
+    if (pt || embedded) {
         CIMType t = pt ? typeFromName(*pt) : CIMTYPE_STRING;
         if (embedded && t == CIMTYPE_STRING)
             t = embeddedType(e);
@@ -728,8 +706,7 @@ CIMValue convertUntyped(const CIMValue& untyped, CIMType type)
         return untyped;
     if (untyped.isNull())
         return CIMValue(type, untyped.isArray());
-    if (!untyped.isArray())
-    {
+    if (!untyped.isArray()) {
         String s;
         untyped.get(s);
         CString c = s.getCString();
@@ -739,19 +716,16 @@ CIMValue convertUntyped(const CIMValue& untyped, CIMType type)
     untyped.get(a);
     XmlElement arr;
     arr.name = "VALUE.ARRAY";
-    for (Uint32 i = 0; i < a.size(); i++)
-    {
+    for (Uint32 i = 0; i < a.size(); i++) {
         XmlElement v;
         v.name = "VALUE";
         CString c = a[i].getCString();
         v.text = (const char*)c;
         arr.children.push_back(std::move(v));
     }
-    if (type == CIMTYPE_REFERENCE)
-    {
+    if (type == CIMTYPE_REFERENCE) {
         Array<CIMObjectPath> refs;
-        for (Uint32 i = 0; i < a.size(); i++)
-        {
+        for (Uint32 i = 0; i < a.size(); i++) {
             CIMObjectPath p;
             scalarFromText(arr.children[i].text, CIMTYPE_REFERENCE).get(p);
             refs.append(p);
@@ -771,8 +745,7 @@ CIMPropertyList decodePropertyList(const XmlElement& iparam)
     if (c.name != "VALUE.ARRAY")
         invalid("PropertyList must be a VALUE.ARRAY");
     Array<CIMName> names;
-    for (size_t i = 0; i < c.children.size(); i++)
-    {
+    for (size_t i = 0; i < c.children.size(); i++) {
         if (c.children[i].name != "VALUE")
             invalid("unexpected " + c.children[i].name + " in PropertyList");
         const std::string& t = c.children[i].text;

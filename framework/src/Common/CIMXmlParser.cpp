@@ -31,9 +31,9 @@ const std::string* XmlElement::attribute(const char* attrName) const
 const std::string& XmlElement::requiredAttribute(const char* attrName) const
 {
     const std::string* v = attribute(attrName);
-    if (!v)
-    {
-        throw CIMXmlFormatException(CIMXmlFormatException::NOT_VALID,
+    if (!v) {
+        throw CIMXmlFormatException(
+            CIMXmlFormatException::NOT_VALID,
             String("missing attribute ") + attrName + " on element " + name.c_str());
     }
     return *v;
@@ -50,18 +50,16 @@ const XmlElement* XmlElement::child(const char* childName) const
 const XmlElement& XmlElement::requiredChild(const char* childName) const
 {
     const XmlElement* c = child(childName);
-    if (!c)
-    {
+    if (!c) {
         throw CIMXmlFormatException(CIMXmlFormatException::NOT_VALID,
-            String("missing element ") + childName + " in " + name.c_str());
+                                    String("missing element ") + childName + " in " + name.c_str());
     }
     return *c;
 }
 
 namespace {
 
-struct ParseState
-{
+struct ParseState {
     XML_Parser parser;
     const XmlLimits* limits;
     XmlElement root;
@@ -84,42 +82,34 @@ void XMLCALL onStart(void* data, const XML_Char* name, const XML_Char** atts)
     ParseState* st = static_cast<ParseState*>(data);
     if (!st->limitError.empty())
         return;
-    if (st->stack.size() >= st->limits->maxDepth)
-    {
+    if (st->stack.size() >= st->limits->maxDepth) {
         st->fail("elements nested deeper than " + std::to_string(st->limits->maxDepth));
         return;
     }
-    if (++st->elements > st->limits->maxElements)
-    {
+    if (++st->elements > st->limits->maxElements) {
         st->fail("more than " + std::to_string(st->limits->maxElements) + " elements");
         return;
     }
     XmlElement* e;
-    if (st->stack.empty())
-    {
+    if (st->stack.empty()) {
         st->haveRoot = true;
         e = &st->root;
-    }
-    else
-    {
+    } else {
         XmlElement* parent = st->stack.back();
         parent->children.emplace_back();
         e = &parent->children.back();
     }
     e->name = name;
     size_t n = 0;
-    for (const XML_Char** a = atts; *a; a += 2)
-    {
-        if (++n > st->limits->maxAttributes)
-        {
+    for (const XML_Char** a = atts; *a; a += 2) {
+        if (++n > st->limits->maxAttributes) {
             st->fail("too many attributes on element " + e->name);
             return;
         }
         size_t len = std::strlen(a[1]);
-        if (len > st->limits->maxAttributeBytes)
-        {
+        if (len > st->limits->maxAttributeBytes) {
             st->fail("attribute " + std::string(a[0]) + " longer than " +
-                std::to_string(st->limits->maxAttributeBytes) + " bytes");
+                     std::to_string(st->limits->maxAttributeBytes) + " bytes");
             return;
         }
         e->attributes.emplace_back(a[0], std::string(a[1], len));
@@ -143,17 +133,16 @@ void XMLCALL onText(void* data, const XML_Char* s, int len)
     // Whitespace between child elements carries no data.
     if (!e->children.empty())
         return;
-    if (e->text.size() + size_t(len) > st->limits->maxTextBytes)
-    {
+    if (e->text.size() + size_t(len) > st->limits->maxTextBytes) {
         st->fail("text of element " + e->name + " longer than " +
-            std::to_string(st->limits->maxTextBytes) + " bytes");
+                 std::to_string(st->limits->maxTextBytes) + " bytes");
         return;
     }
     e->text.append(s, size_t(len));
 }
 
-void XMLCALL onEntityDecl(void* data, const XML_Char*, int, const XML_Char*, int,
-    const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*)
+void XMLCALL onEntityDecl(void* data, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
+                          const XML_Char*, const XML_Char*, const XML_Char*)
 {
     ParseState* st = static_cast<ParseState*>(data);
     st->refusedDtd = true;
@@ -179,33 +168,27 @@ XmlElement parseDocument(const char* data, size_t size, const XmlLimits& limits)
     XML_Status status = XML_STATUS_OK;
     size_t off = 0;
     const size_t slice = 1 << 24;
-    do
-    {
+    do {
         size_t n = size - off < slice ? size - off : slice;
         bool last = off + n == size;
         status = XML_Parse(st.parser, data + off, int(n), last ? XML_TRUE : XML_FALSE);
         off += n;
     } while (status == XML_STATUS_OK && off < size);
 
-    if (!st.limitError.empty())
-    {
+    if (!st.limitError.empty()) {
         XML_ParserFree(st.parser);
         throw CIMXmlFormatException(st.refusedDtd ? CIMXmlFormatException::NOT_VALID
                                                   : CIMXmlFormatException::LIMIT_EXCEEDED,
-            String(st.limitError.c_str()));
+                                    String(st.limitError.c_str()));
     }
-    if (status != XML_STATUS_OK || !st.haveRoot)
-    {
+    if (status != XML_STATUS_OK || !st.haveRoot) {
         char buf[512];
-        if (status != XML_STATUS_OK)
-        {
+        if (status != XML_STATUS_OK) {
             std::snprintf(buf, sizeof buf, "%s at line %lu, column %lu",
-                XML_ErrorString(XML_GetErrorCode(st.parser)),
-                (unsigned long)XML_GetCurrentLineNumber(st.parser),
-                (unsigned long)XML_GetCurrentColumnNumber(st.parser) + 1);
-        }
-        else
-        {
+                          XML_ErrorString(XML_GetErrorCode(st.parser)),
+                          (unsigned long)XML_GetCurrentLineNumber(st.parser),
+                          (unsigned long)XML_GetCurrentColumnNumber(st.parser) + 1);
+        } else {
             std::snprintf(buf, sizeof buf, "no element found");
         }
         XML_ParserFree(st.parser);
@@ -219,22 +202,26 @@ bool isValidUtf8(const char* data, size_t size)
 {
     const unsigned char* p = reinterpret_cast<const unsigned char*>(data);
     size_t i = 0;
-    while (i < size)
-    {
+    while (i < size) {
         unsigned c = p[i];
-        if (c < 0x80)
-        {
+        if (c < 0x80) {
             i++;
             continue;
         }
         size_t n;
         unsigned cp;
-        if (c >= 0xC2 && c <= 0xDF) { n = 1; cp = c & 0x1F; }
-        else if (c >= 0xE0 && c <= 0xEF) { n = 2; cp = c & 0x0F; }
-        else if (c >= 0xF0 && c <= 0xF4) { n = 3; cp = c & 0x07; }
-        else return false;
-        for (size_t k = 1; k <= n; k++)
-        {
+        if (c >= 0xC2 && c <= 0xDF) {
+            n = 1;
+            cp = c & 0x1F;
+        } else if (c >= 0xE0 && c <= 0xEF) {
+            n = 2;
+            cp = c & 0x0F;
+        } else if (c >= 0xF0 && c <= 0xF4) {
+            n = 3;
+            cp = c & 0x07;
+        } else
+            return false;
+        for (size_t k = 1; k <= n; k++) {
             if (i + k >= size || (p[i + k] & 0xC0) != 0x80)
                 return false;
             cp = (cp << 6) | (p[i + k] & 0x3F);

@@ -21,19 +21,38 @@ std::string utf8(const String& s)
 
 void escapeInto(std::string& out, const char* p, size_t n, bool attr)
 {
-    for (size_t i = 0; i < n; i++)
-    {
+    for (size_t i = 0; i < n; i++) {
         char ch = p[i];
-        switch (ch)
-        {
-        case '&': out += "&amp;"; break;
-        case '<': out += "&lt;"; break;
-        case '>': out += "&gt;"; break;
-        case '"': out += "&quot;"; break;
-        case '\n': if (attr) out += "&#10;"; else out += ch; break;
-        case '\r': out += "&#13;"; break;
-        case '\t': if (attr) out += "&#9;"; else out += ch; break;
-        default: out += ch;
+        switch (ch) {
+            case '&':
+                out += "&amp;";
+                break;
+            case '<':
+                out += "&lt;";
+                break;
+            case '>':
+                out += "&gt;";
+                break;
+            case '"':
+                out += "&quot;";
+                break;
+            case '\n':
+                if (attr)
+                    out += "&#10;";
+                else
+                    out += ch;
+                break;
+            case '\r':
+                out += "&#13;";
+                break;
+            case '\t':
+                if (attr)
+                    out += "&#9;";
+                else
+                    out += ch;
+                break;
+            default:
+                out += ch;
         }
     }
 }
@@ -44,11 +63,9 @@ void appendEscaped(std::string& out, const String& s, bool attr)
 {
     const Char16* p = s.getChar16Data();
     const Uint32 n = s.size();
-    for (Uint32 i = 0; i < n; i++)
-    {
+    for (Uint32 i = 0; i < n; i++) {
         // Beyond ASCII, and NUL (where the UTF-8 copy ends the text).
-        if (Uint16(p[i]) >= 0x80 || Uint16(p[i]) == 0)
-        {
+        if (Uint16(p[i]) >= 0x80 || Uint16(p[i]) == 0) {
             std::string u = utf8(s);
             escapeInto(out, u.data(), u.size(), attr);
             return;
@@ -57,12 +74,10 @@ void appendEscaped(std::string& out, const String& s, bool attr)
     size_t start = out.size();
     out.resize(start + n);
     char* w = &out[start];
-    for (Uint32 i = 0; i < n; i++)
-    {
+    for (Uint32 i = 0; i < n; i++) {
         char ch = char(Uint16(p[i]));
         if (ch == '&' || ch == '<' || ch == '>' || ch == '"' || ch == '\r' ||
-            (attr && (ch == '\n' || ch == '\t')))
-        {
+            (attr && (ch == '\n' || ch == '\t'))) {
             // Rare: finish this string the careful way.
             out.resize(start + i);
             std::string rest;
@@ -114,8 +129,7 @@ void appendArrayItems(std::string& out, const CIMValue& v)
     Array<T> a;
     v.get(a);
     out += "<VALUE.ARRAY>";
-    for (Uint32 i = 0; i < a.size(); i++)
-    {
+    for (Uint32 i = 0; i < a.size(); i++) {
         out += "<VALUE>";
         std::string t = valueText(CIMValue(a[i]));
         escapeInto(out, t.data(), t.size(), false);
@@ -127,30 +141,28 @@ void appendArrayItems(std::string& out, const CIMValue& v)
 void appendKeyBindings(std::string& out, const CIMObjectPath& path)
 {
     const Array<CIMKeyBinding>& keys = path.getKeyBindings();
-    for (Uint32 i = 0; i < keys.size(); i++)
-    {
+    for (Uint32 i = 0; i < keys.size(); i++) {
         out += "<KEYBINDING";
         appendName(out, "NAME", keys[i].getName());
         out += '>';
-        switch (keys[i].getType())
-        {
-        case CIMKeyBinding::REFERENCE:
-            appendValueReference(out, CIMObjectPath(keys[i].getValue()));
-            break;
-        case CIMKeyBinding::BOOLEAN:
-            out += "<KEYVALUE VALUETYPE=\"boolean\">";
-            appendText(out, keys[i].getValue());
-            out += "</KEYVALUE>";
-            break;
-        case CIMKeyBinding::NUMERIC:
-            out += "<KEYVALUE VALUETYPE=\"numeric\">";
-            appendText(out, keys[i].getValue());
-            out += "</KEYVALUE>";
-            break;
-        default:
-            out += "<KEYVALUE VALUETYPE=\"string\">";
-            appendText(out, keys[i].getValue());
-            out += "</KEYVALUE>";
+        switch (keys[i].getType()) {
+            case CIMKeyBinding::REFERENCE:
+                appendValueReference(out, CIMObjectPath(keys[i].getValue()));
+                break;
+            case CIMKeyBinding::BOOLEAN:
+                out += "<KEYVALUE VALUETYPE=\"boolean\">";
+                appendText(out, keys[i].getValue());
+                out += "</KEYVALUE>";
+                break;
+            case CIMKeyBinding::NUMERIC:
+                out += "<KEYVALUE VALUETYPE=\"numeric\">";
+                appendText(out, keys[i].getValue());
+                out += "</KEYVALUE>";
+                break;
+            default:
+                out += "<KEYVALUE VALUETYPE=\"string\">";
+                appendText(out, keys[i].getValue());
+                out += "</KEYVALUE>";
         }
         out += "</KEYBINDING>";
     }
@@ -175,45 +187,97 @@ void appendAttribute(std::string& out, const std::string& u)
 
 std::string valueText(const CIMValue& v)
 {
-    switch (v.getType())
-    {
-    case CIMTYPE_BOOLEAN: { Boolean b = false; v.get(b); return b ? "TRUE" : "FALSE"; }
-    case CIMTYPE_UINT8: { Uint8 x = 0; v.get(x); return std::to_string(unsigned(x)); }
-    case CIMTYPE_SINT8: { Sint8 x = 0; v.get(x); return std::to_string(int(x)); }
-    case CIMTYPE_UINT16: { Uint16 x = 0; v.get(x); return std::to_string(x); }
-    case CIMTYPE_SINT16: { Sint16 x = 0; v.get(x); return std::to_string(x); }
-    case CIMTYPE_UINT32: { Uint32 x = 0; v.get(x); return std::to_string(x); }
-    case CIMTYPE_SINT32: { Sint32 x = 0; v.get(x); return std::to_string(x); }
-    case CIMTYPE_UINT64: { Uint64 x = 0; v.get(x); return std::to_string(x); }
-    case CIMTYPE_SINT64: { Sint64 x = 0; v.get(x); return std::to_string(x); }
-    case CIMTYPE_REAL32: { Real32 x = 0; v.get(x); return realText(x, 9); }
-    case CIMTYPE_REAL64: { Real64 x = 0; v.get(x); return realText(x, 17); }
-    case CIMTYPE_CHAR16:
-    {
-        Char16 c;
-        v.get(c);
-        Char16 buf[2] = { c, Char16(0) };
-        return utf8(String(buf, 1));
-    }
-    case CIMTYPE_STRING: { String s; v.get(s); return utf8(s); }
-    case CIMTYPE_DATETIME: { CIMDateTime d; v.get(d); return utf8(d.toString()); }
-    case CIMTYPE_REFERENCE: { CIMObjectPath p; v.get(p); return utf8(p.toString()); }
-    case CIMTYPE_OBJECT:
-    {
-        CIMObject o;
-        v.get(o);
-        std::string s;
-        appendObject(s, o);
-        return s;
-    }
-    case CIMTYPE_INSTANCE:
-    {
-        CIMInstance inst;
-        v.get(inst);
-        std::string s;
-        appendInstance(s, inst);
-        return s;
-    }
+    switch (v.getType()) {
+        case CIMTYPE_BOOLEAN: {
+            Boolean b = false;
+            v.get(b);
+            return b ? "TRUE" : "FALSE";
+        }
+        case CIMTYPE_UINT8: {
+            Uint8 x = 0;
+            v.get(x);
+            return std::to_string(unsigned(x));
+        }
+        case CIMTYPE_SINT8: {
+            Sint8 x = 0;
+            v.get(x);
+            return std::to_string(int(x));
+        }
+        case CIMTYPE_UINT16: {
+            Uint16 x = 0;
+            v.get(x);
+            return std::to_string(x);
+        }
+        case CIMTYPE_SINT16: {
+            Sint16 x = 0;
+            v.get(x);
+            return std::to_string(x);
+        }
+        case CIMTYPE_UINT32: {
+            Uint32 x = 0;
+            v.get(x);
+            return std::to_string(x);
+        }
+        case CIMTYPE_SINT32: {
+            Sint32 x = 0;
+            v.get(x);
+            return std::to_string(x);
+        }
+        case CIMTYPE_UINT64: {
+            Uint64 x = 0;
+            v.get(x);
+            return std::to_string(x);
+        }
+        case CIMTYPE_SINT64: {
+            Sint64 x = 0;
+            v.get(x);
+            return std::to_string(x);
+        }
+        case CIMTYPE_REAL32: {
+            Real32 x = 0;
+            v.get(x);
+            return realText(x, 9);
+        }
+        case CIMTYPE_REAL64: {
+            Real64 x = 0;
+            v.get(x);
+            return realText(x, 17);
+        }
+        case CIMTYPE_CHAR16: {
+            Char16 c;
+            v.get(c);
+            Char16 buf[2] = {c, Char16(0)};
+            return utf8(String(buf, 1));
+        }
+        case CIMTYPE_STRING: {
+            String s;
+            v.get(s);
+            return utf8(s);
+        }
+        case CIMTYPE_DATETIME: {
+            CIMDateTime d;
+            v.get(d);
+            return utf8(d.toString());
+        }
+        case CIMTYPE_REFERENCE: {
+            CIMObjectPath p;
+            v.get(p);
+            return utf8(p.toString());
+        }
+        case CIMTYPE_OBJECT: {
+            CIMObject o;
+            v.get(o);
+            std::string s;
+            appendObject(s, o);
+            return s;
+        }
+        case CIMTYPE_INSTANCE: {
+            CIMInstance inst;
+            v.get(inst);
+            std::string s;
+            appendInstance(s, inst);
+            return s;
+        }
     }
     return std::string();
 }
@@ -222,61 +286,85 @@ void appendValue(std::string& out, const CIMValue& v)
 {
     if (v.isNull())
         return;
-    if (v.getType() == CIMTYPE_REFERENCE)
-    {
-        if (v.isArray())
-        {
+    if (v.getType() == CIMTYPE_REFERENCE) {
+        if (v.isArray()) {
             Array<CIMObjectPath> a;
             v.get(a);
             out += "<VALUE.REFARRAY>";
             for (Uint32 i = 0; i < a.size(); i++)
                 appendValueReference(out, a[i]);
             out += "</VALUE.REFARRAY>";
-        }
-        else
-        {
+        } else {
             CIMObjectPath p;
             v.get(p);
             appendValueReference(out, p);
         }
         return;
     }
-    if (!v.isArray())
-    {
+    if (!v.isArray()) {
         out += "<VALUE>";
-        if (v.getType() == CIMTYPE_STRING)
-        {
+        if (v.getType() == CIMTYPE_STRING) {
             String text;
             v.get(text);
             appendEscaped(out, text, false);
-        }
-        else
-        {
+        } else {
             std::string t = valueText(v);
             escapeInto(out, t.data(), t.size(), false);
         }
         out += "</VALUE>";
         return;
     }
-    switch (v.getType())
-    {
-    case CIMTYPE_BOOLEAN: appendArrayItems<Boolean>(out, v); break;
-    case CIMTYPE_UINT8: appendArrayItems<Uint8>(out, v); break;
-    case CIMTYPE_SINT8: appendArrayItems<Sint8>(out, v); break;
-    case CIMTYPE_UINT16: appendArrayItems<Uint16>(out, v); break;
-    case CIMTYPE_SINT16: appendArrayItems<Sint16>(out, v); break;
-    case CIMTYPE_UINT32: appendArrayItems<Uint32>(out, v); break;
-    case CIMTYPE_SINT32: appendArrayItems<Sint32>(out, v); break;
-    case CIMTYPE_UINT64: appendArrayItems<Uint64>(out, v); break;
-    case CIMTYPE_SINT64: appendArrayItems<Sint64>(out, v); break;
-    case CIMTYPE_REAL32: appendArrayItems<Real32>(out, v); break;
-    case CIMTYPE_REAL64: appendArrayItems<Real64>(out, v); break;
-    case CIMTYPE_CHAR16: appendArrayItems<Char16>(out, v); break;
-    case CIMTYPE_STRING: appendArrayItems<String>(out, v); break;
-    case CIMTYPE_DATETIME: appendArrayItems<CIMDateTime>(out, v); break;
-    case CIMTYPE_OBJECT: appendArrayItems<CIMObject>(out, v); break;
-    case CIMTYPE_INSTANCE: appendArrayItems<CIMInstance>(out, v); break;
-    default: break;
+    switch (v.getType()) {
+        case CIMTYPE_BOOLEAN:
+            appendArrayItems<Boolean>(out, v);
+            break;
+        case CIMTYPE_UINT8:
+            appendArrayItems<Uint8>(out, v);
+            break;
+        case CIMTYPE_SINT8:
+            appendArrayItems<Sint8>(out, v);
+            break;
+        case CIMTYPE_UINT16:
+            appendArrayItems<Uint16>(out, v);
+            break;
+        case CIMTYPE_SINT16:
+            appendArrayItems<Sint16>(out, v);
+            break;
+        case CIMTYPE_UINT32:
+            appendArrayItems<Uint32>(out, v);
+            break;
+        case CIMTYPE_SINT32:
+            appendArrayItems<Sint32>(out, v);
+            break;
+        case CIMTYPE_UINT64:
+            appendArrayItems<Uint64>(out, v);
+            break;
+        case CIMTYPE_SINT64:
+            appendArrayItems<Sint64>(out, v);
+            break;
+        case CIMTYPE_REAL32:
+            appendArrayItems<Real32>(out, v);
+            break;
+        case CIMTYPE_REAL64:
+            appendArrayItems<Real64>(out, v);
+            break;
+        case CIMTYPE_CHAR16:
+            appendArrayItems<Char16>(out, v);
+            break;
+        case CIMTYPE_STRING:
+            appendArrayItems<String>(out, v);
+            break;
+        case CIMTYPE_DATETIME:
+            appendArrayItems<CIMDateTime>(out, v);
+            break;
+        case CIMTYPE_OBJECT:
+            appendArrayItems<CIMObject>(out, v);
+            break;
+        case CIMTYPE_INSTANCE:
+            appendArrayItems<CIMInstance>(out, v);
+            break;
+        default:
+            break;
     }
 }
 
@@ -285,13 +373,11 @@ void appendLocalNamespacePath(std::string& out, const CIMNamespaceName& ns)
     out += "<LOCALNAMESPACEPATH>";
     std::string s = utf8(ns.getString());
     size_t start = 0;
-    while (start <= s.size() && !s.empty())
-    {
+    while (start <= s.size() && !s.empty()) {
         size_t slash = s.find('/', start);
-        std::string part = s.substr(start, slash == std::string::npos ? std::string::npos
-                                                                       : slash - start);
-        if (!part.empty())
-        {
+        std::string part =
+            s.substr(start, slash == std::string::npos ? std::string::npos : slash - start);
+        if (!part.empty()) {
             out += "<NAMESPACE NAME=\"";
             appendAttribute(out, part);
             out += "\"/>";
@@ -329,17 +415,17 @@ void appendInstanceName(std::string& out, const CIMObjectPath& path)
 }
 
 void appendInstancePath(std::string& out, const CIMObjectPath& path, const String& defaultHost,
-    const CIMNamespaceName& defaultNameSpace)
+                        const CIMNamespaceName& defaultNameSpace)
 {
     out += "<INSTANCEPATH>";
     appendNamespacePath(out, path.getHost().size() ? path.getHost() : defaultHost,
-        path.getNameSpace().isNull() ? defaultNameSpace : path.getNameSpace());
+                        path.getNameSpace().isNull() ? defaultNameSpace : path.getNameSpace());
     appendInstanceName(out, path);
     out += "</INSTANCEPATH>";
 }
 
-void appendLocalInstancePath(
-    std::string& out, const CIMObjectPath& path, const CIMNamespaceName& ns)
+void appendLocalInstancePath(std::string& out, const CIMObjectPath& path,
+                             const CIMNamespaceName& ns)
 {
     out += "<LOCALINSTANCEPATH>";
     appendLocalNamespacePath(out, ns);
@@ -348,11 +434,11 @@ void appendLocalInstancePath(
 }
 
 void appendClassPath(std::string& out, const CIMObjectPath& path, const String& defaultHost,
-    const CIMNamespaceName& defaultNameSpace)
+                     const CIMNamespaceName& defaultNameSpace)
 {
     out += "<CLASSPATH>";
     appendNamespacePath(out, path.getHost().size() ? path.getHost() : defaultHost,
-        path.getNameSpace().isNull() ? defaultNameSpace : path.getNameSpace());
+                        path.getNameSpace().isNull() ? defaultNameSpace : path.getNameSpace());
     appendClassName(out, path.getClassName());
     out += "</CLASSPATH>";
 }
@@ -366,7 +452,7 @@ void appendLocalClassPath(std::string& out, const CIMNamespaceName& ns, const CI
 }
 
 void appendObjectPath(std::string& out, const CIMObjectPath& path, const String& defaultHost,
-    const CIMNamespaceName& defaultNameSpace)
+                      const CIMNamespaceName& defaultNameSpace)
 {
     out += "<OBJECTPATH>";
     if (path.getKeyBindings().size())
@@ -382,26 +468,19 @@ void appendValueReference(std::string& out, const CIMObjectPath& path)
     bool keys = path.getKeyBindings().size() != 0;
     bool ns = !path.getNameSpace().isNull();
     bool host = path.getHost().size() != 0;
-    if (host && ns)
-    {
+    if (host && ns) {
         if (keys)
             appendInstancePath(out, path);
         else
             appendClassPath(out, path);
-    }
-    else if (ns)
-    {
+    } else if (ns) {
         if (keys)
             appendLocalInstancePath(out, path, path.getNameSpace());
         else
             appendLocalClassPath(out, path.getNameSpace(), path.getClassName());
-    }
-    else if (keys)
-    {
+    } else if (keys) {
         appendInstanceName(out, path);
-    }
-    else
-    {
+    } else {
         appendClassName(out, path.getClassName());
     }
     out += "</VALUE.REFERENCE>";
@@ -434,16 +513,13 @@ void appendProperty(std::string& out, const CIMProperty& prop)
     CIMProperty p(prop);
     const CIMValue& v = p.getValue();
     const char* tag;
-    if (v.getType() == CIMTYPE_REFERENCE)
-    {
+    if (v.getType() == CIMTYPE_REFERENCE) {
         tag = "PROPERTY.REFERENCE";
         out += "<PROPERTY.REFERENCE";
         appendName(out, "NAME", p.getName());
         if (!p.getReferenceClassName().isNull())
             appendName(out, "REFERENCECLASS", p.getReferenceClassName());
-    }
-    else
-    {
+    } else {
         tag = v.isArray() ? "PROPERTY.ARRAY" : "PROPERTY";
         out += '<';
         out += tag;
@@ -451,8 +527,7 @@ void appendProperty(std::string& out, const CIMProperty& prop)
         out += " TYPE=\"";
         out += wireTypeName(v.getType());
         out += '"';
-        if (v.isArray() && p.getArraySize())
-        {
+        if (v.isArray() && p.getArraySize()) {
             out += " ARRAYSIZE=\"";
             out += std::to_string(p.getArraySize());
             out += '"';
@@ -476,17 +551,14 @@ void appendParameter(std::string& out, const CIMParameter& param)
 {
     CIMParameter p(param);
     const char* tag;
-    if (p.getType() == CIMTYPE_REFERENCE)
-    {
+    if (p.getType() == CIMTYPE_REFERENCE) {
         tag = p.isArray() ? "PARAMETER.REFARRAY" : "PARAMETER.REFERENCE";
         out += '<';
         out += tag;
         appendName(out, "NAME", p.getName());
         if (!p.getReferenceClassName().isNull())
             appendName(out, "REFERENCECLASS", p.getReferenceClassName());
-    }
-    else
-    {
+    } else {
         tag = p.isArray() ? "PARAMETER.ARRAY" : "PARAMETER";
         out += '<';
         out += tag;
@@ -495,8 +567,7 @@ void appendParameter(std::string& out, const CIMParameter& param)
         out += wireTypeName(p.getType());
         out += '"';
     }
-    if (p.isArray() && p.getArraySize())
-    {
+    if (p.isArray() && p.getArraySize()) {
         out += " ARRAYSIZE=\"";
         out += std::to_string(p.getArraySize());
         out += '"';
@@ -576,16 +647,13 @@ void appendValueNamedInstance(std::string& out, const CIMInstance& inst)
 }
 
 void appendValueObjectWithPath(std::string& out, const CIMObject& o, const String& defaultHost,
-    const CIMNamespaceName& defaultNameSpace)
+                               const CIMNamespaceName& defaultNameSpace)
 {
     out += "<VALUE.OBJECTWITHPATH>";
-    if (o.isClass())
-    {
+    if (o.isClass()) {
         appendClassPath(out, o.getPath(), defaultHost, defaultNameSpace);
         appendClass(out, CIMClass(o));
-    }
-    else
-    {
+    } else {
         appendInstancePath(out, o.getPath(), defaultHost, defaultNameSpace);
         appendInstance(out, CIMInstance(o));
     }
@@ -598,8 +666,7 @@ void appendParamValue(std::string& out, const CIMParamValue& pv)
     out += "<PARAMVALUE NAME=\"";
     appendAttribute(out, pv.getParameterName());
     out += '"';
-    if (pv.isTyped())
-    {
+    if (pv.isTyped()) {
         out += " PARAMTYPE=\"";
         out += wireTypeName(v.getType());
         out += '"';
@@ -630,32 +697,44 @@ void appendBooleanIParam(std::string& out, const char* name, bool value)
 
 String errorDescription(Uint32 code, const String& message)
 {
-    static const char* const names[] = {
-        "CIM_ERR_SUCCESS", "CIM_ERR_FAILED", "CIM_ERR_ACCESS_DENIED",
-        "CIM_ERR_INVALID_NAMESPACE", "CIM_ERR_INVALID_PARAMETER", "CIM_ERR_INVALID_CLASS",
-        "CIM_ERR_NOT_FOUND", "CIM_ERR_NOT_SUPPORTED", "CIM_ERR_CLASS_HAS_CHILDREN",
-        "CIM_ERR_CLASS_HAS_INSTANCES", "CIM_ERR_INVALID_SUPERCLASS", "CIM_ERR_ALREADY_EXISTS",
-        "CIM_ERR_NO_SUCH_PROPERTY", "CIM_ERR_TYPE_MISMATCH",
-        "CIM_ERR_QUERY_LANGUAGE_NOT_SUPPORTED", "CIM_ERR_INVALID_QUERY",
-        "CIM_ERR_METHOD_NOT_AVAILABLE", "CIM_ERR_METHOD_NOT_FOUND", 0, 0,
-        "CIM_ERR_NAMESPACE_NOT_EMPTY", "CIM_ERR_INVALID_ENUMERATION_CONTEXT",
-        "CIM_ERR_INVALID_OPERATION_TIMEOUT", "CIM_ERR_PULL_HAS_BEEN_ABANDONED",
-        "CIM_ERR_PULL_CANNOT_BE_ABANDONED", "CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED",
-        "CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED", "CIM_ERR_SERVER_LIMITS_EXCEEDED",
-        "CIM_ERR_SERVER_IS_SHUTTING_DOWN" };
+    static const char* const names[] = {"CIM_ERR_SUCCESS",
+                                        "CIM_ERR_FAILED",
+                                        "CIM_ERR_ACCESS_DENIED",
+                                        "CIM_ERR_INVALID_NAMESPACE",
+                                        "CIM_ERR_INVALID_PARAMETER",
+                                        "CIM_ERR_INVALID_CLASS",
+                                        "CIM_ERR_NOT_FOUND",
+                                        "CIM_ERR_NOT_SUPPORTED",
+                                        "CIM_ERR_CLASS_HAS_CHILDREN",
+                                        "CIM_ERR_CLASS_HAS_INSTANCES",
+                                        "CIM_ERR_INVALID_SUPERCLASS",
+                                        "CIM_ERR_ALREADY_EXISTS",
+                                        "CIM_ERR_NO_SUCH_PROPERTY",
+                                        "CIM_ERR_TYPE_MISMATCH",
+                                        "CIM_ERR_QUERY_LANGUAGE_NOT_SUPPORTED",
+                                        "CIM_ERR_INVALID_QUERY",
+                                        "CIM_ERR_METHOD_NOT_AVAILABLE",
+                                        "CIM_ERR_METHOD_NOT_FOUND",
+                                        0,
+                                        0,
+                                        "CIM_ERR_NAMESPACE_NOT_EMPTY",
+                                        "CIM_ERR_INVALID_ENUMERATION_CONTEXT",
+                                        "CIM_ERR_INVALID_OPERATION_TIMEOUT",
+                                        "CIM_ERR_PULL_HAS_BEEN_ABANDONED",
+                                        "CIM_ERR_PULL_CANNOT_BE_ABANDONED",
+                                        "CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED",
+                                        "CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED",
+                                        "CIM_ERR_SERVER_LIMITS_EXCEEDED",
+                                        "CIM_ERR_SERVER_IS_SHUTTING_DOWN"};
     String d;
-    if (code < sizeof names / sizeof names[0] && names[code])
-    {
+    if (code < sizeof names / sizeof names[0] && names[code]) {
         d = names[code];
-    }
-    else
-    {
+    } else {
         d = "Unrecognized CIM status code \"";
         d.append(std::to_string(code).c_str());
         d.append("\"");
     }
-    if (message.size())
-    {
+    if (message.size()) {
         d.append(": ");
         d.append(message);
     }
@@ -673,8 +752,9 @@ void appendError(std::string& out, Uint32 code, const String& message)
 
 void appendMessageStart(std::string& out, const std::string& messageId, bool request)
 {
-    out += "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n"
-           "<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">\n<MESSAGE ID=\"";
+    out +=
+        "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n"
+        "<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">\n<MESSAGE ID=\"";
     appendAttribute(out, messageId);
     out += request ? "\" PROTOCOLVERSION=\"1.0\">\n<SIMPLEREQ>\n"
                    : "\" PROTOCOLVERSION=\"1.0\">\n<SIMPLERSP>\n";

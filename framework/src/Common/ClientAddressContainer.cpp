@@ -5,31 +5,24 @@ PEGASUS_NAMESPACE_BEGIN
 
 const String ClientAddressContainer::NAME = "ClientAddressContainer";
 
-ClientAddressContainer::ClientAddressContainer(
-    const OperationContext::Container& container)
+ClientAddressContainer::ClientAddressContainer(const OperationContext::Container& container)
 {
-    const ClientAddressContainer* p =
-        dynamic_cast<const ClientAddressContainer*>(&container);
+    const ClientAddressContainer* p = dynamic_cast<const ClientAddressContainer*>(&container);
     if (!p)
         throw DynamicCastFailedException();
     _address = p->_address;
 }
 
-ClientAddressContainer::ClientAddressContainer(
-    const ClientAddressContainer& container)
+ClientAddressContainer::ClientAddressContainer(const ClientAddressContainer& container)
     : OperationContext::Container(), _address(container._address)
 {
 }
 
-ClientAddressContainer::ClientAddressContainer(const String& address)
-    : _address(address)
-{
-}
+ClientAddressContainer::ClientAddressContainer(const String& address) : _address(address) {}
 
 ClientAddressContainer::~ClientAddressContainer() {}
 
-ClientAddressContainer& ClientAddressContainer::operator=(
-    const ClientAddressContainer& container)
+ClientAddressContainer& ClientAddressContainer::operator=(const ClientAddressContainer& container)
 {
     _address = container._address;
     return *this;

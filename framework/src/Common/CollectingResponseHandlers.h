@@ -10,8 +10,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CollectingInstanceHandler : public InstanceResponseHandler
-{
+class CollectingInstanceHandler : public InstanceResponseHandler {
 public:
     virtual void processing() {}
     virtual void complete() {}
@@ -28,8 +27,7 @@ public:
     Array<CIMInstance> instances;
 };
 
-class CollectingObjectPathHandler : public ObjectPathResponseHandler
-{
+class CollectingObjectPathHandler : public ObjectPathResponseHandler {
 public:
     virtual void processing() {}
     virtual void complete() {}
@@ -39,8 +37,7 @@ public:
     Array<CIMObjectPath> paths;
 };
 
-class CollectingObjectHandler : public ObjectResponseHandler
-{
+class CollectingObjectHandler : public ObjectResponseHandler {
 public:
     virtual void processing() {}
     virtual void complete() {}

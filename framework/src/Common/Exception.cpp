@@ -12,12 +12,9 @@ Exception::Exception(const String& message) : _rep(new ExceptionRep)
     _rep->message = message;
 }
 
-Exception::Exception(const Exception& exception)
-    : _rep(new ExceptionRep(*exception._rep))
-{
-}
+Exception::Exception(const Exception& exception) : _rep(new ExceptionRep(*exception._rep)) {}
 
-Exception::Exception() : _rep(new ExceptionRep) { }
+Exception::Exception() : _rep(new ExceptionRep) {}
 
 Exception::~Exception()
 {
@@ -36,90 +33,94 @@ const String& Exception::getMessage() const
     return _rep->message;
 }
 
-IndexOutOfBoundsException::IndexOutOfBoundsException()
-    : Exception("index out of bounds") { }
+IndexOutOfBoundsException::IndexOutOfBoundsException() : Exception("index out of bounds") {}
 
 AlreadyExistsException::AlreadyExistsException(const String& message)
-    : Exception(String("already exists: ", message)) { }
+    : Exception(String("already exists: ", message))
+{
+}
 
 InvalidNameException::InvalidNameException(const String& name)
-    : Exception(String("The CIM name is not valid: ", name)) { }
+    : Exception(String("The CIM name is not valid: ", name))
+{
+}
 
 InvalidNamespaceNameException::InvalidNamespaceNameException(const String& name)
-    : Exception(String("invalid CIM namespace name: ", name)) { }
+    : Exception(String("invalid CIM namespace name: ", name))
+{
+}
 
-UninitializedObjectException::UninitializedObjectException()
-    : Exception("uninitialized object") { }
+UninitializedObjectException::UninitializedObjectException() : Exception("uninitialized object") {}
 
-TypeMismatchException::TypeMismatchException()
-    : Exception("type mismatch") { }
+TypeMismatchException::TypeMismatchException() : Exception("type mismatch") {}
 
 TypeMismatchException::TypeMismatchException(const String& message)
-    : Exception(String("type mismatch: ", message)) { }
+    : Exception(String("type mismatch: ", message))
+{
+}
 
-DynamicCastFailedException::DynamicCastFailedException()
-    : Exception("dynamic cast failed") { }
+DynamicCastFailedException::DynamicCastFailedException() : Exception("dynamic cast failed") {}
 
 InvalidDateTimeFormatException::InvalidDateTimeFormatException()
-    : Exception("invalid datetime format") { }
+    : Exception("invalid datetime format")
+{
+}
 
 DateTimeOutOfRangeException::DateTimeOutOfRangeException(const String& message)
-    : Exception(String("datetime is out of range: ", message)) { }
+    : Exception(String("datetime is out of range: ", message))
+{
+}
 
 MalformedObjectNameException::MalformedObjectNameException(const String& objectName)
-    : Exception(String("malformed object name: ", objectName)) { }
+    : Exception(String("malformed object name: ", objectName))
+{
+}
 
 BindFailedException::BindFailedException(const String& message)
-    : Exception(String("bind failed: ", message)) { }
+    : Exception(String("bind failed: ", message))
+{
+}
 
 InvalidLocatorException::InvalidLocatorException(const String& locator)
-    : Exception(String("invalid locator: ", locator)) { }
+    : Exception(String("invalid locator: ", locator))
+{
+}
 
-CannotCreateSocketException::CannotCreateSocketException()
-    : Exception("cannot create socket") { }
+CannotCreateSocketException::CannotCreateSocketException() : Exception("cannot create socket") {}
 
-CannotConnectException::CannotConnectException(const String& message)
-    : Exception(message) { }
+CannotConnectException::CannotConnectException(const String& message) : Exception(message) {}
 
-AlreadyConnectedException::AlreadyConnectedException()
-    : Exception("already connected") { }
+AlreadyConnectedException::AlreadyConnectedException() : Exception("already connected") {}
 
-NotConnectedException::NotConnectedException()
-    : Exception("not connected") { }
+NotConnectedException::NotConnectedException() : Exception("not connected") {}
 
-ConnectionTimeoutException::ConnectionTimeoutException()
-    : Exception("connection timed out") { }
+ConnectionTimeoutException::ConnectionTimeoutException() : Exception("connection timed out") {}
 
 InvalidEnumerationContextException::InvalidEnumerationContextException()
-    : Exception("invalid enumeration context") { }
+    : Exception("invalid enumeration context")
+{
+}
 
-SSLException::SSLException(const String& message)
-    : Exception(message) { }
+SSLException::SSLException(const String& message) : Exception(message) {}
 
 //------------------------------------------------------------------------------
 // CIMException
 //------------------------------------------------------------------------------
 
-CIMException::CIMException(CIMStatusCode code, const String& message)
-    : Exception(message)
+CIMException::CIMException(CIMStatusCode code, const String& message) : Exception(message)
 {
     _rep->code = code;
 }
 
-CIMException::CIMException(
-    CIMStatusCode code,
-    const String& message,
-    const CIMInstance& instance)
+CIMException::CIMException(CIMStatusCode code, const String& message, const CIMInstance& instance)
     : Exception(message)
 {
     _rep->code = code;
     addError(instance);
 }
 
-CIMException::CIMException(
-    CIMStatusCode code,
-    const String& message,
-    const Array<CIMInstance>& instances)
+CIMException::CIMException(CIMStatusCode code, const String& message,
+                           const Array<CIMInstance>& instances)
     : Exception(message)
 {
     _rep->code = code;
@@ -127,10 +128,7 @@ CIMException::CIMException(
         addError(instances[i]);
 }
 
-CIMException::CIMException(const CIMException& cimException)
-    : Exception(cimException)
-{
-}
+CIMException::CIMException(const CIMException& cimException) : Exception(cimException) {}
 
 CIMException& CIMException::operator=(const CIMException& cimException)
 {
@@ -138,7 +136,7 @@ CIMException& CIMException::operator=(const CIMException& cimException)
     return *this;
 }
 
-CIMException::~CIMException() { }
+CIMException::~CIMException() {}
 
 CIMStatusCode CIMException::getCode() const
 {

@@ -11,8 +11,7 @@ PEGASUS_NAMESPACE_BEGIN
 // One representation serves every exception class: plain exceptions use only
 // the message; CIMExceptions add the code and CIM_Error instances;
 // TraceableCIMExceptions add where they were raised.
-class ExceptionRep
-{
+class ExceptionRep {
 public:
     String message;
     CIMStatusCode code = CIM_ERR_SUCCESS;

@@ -16,41 +16,27 @@ PEGASUS_NAMESPACE_BEGIN
 // The text of e, or "Unknown error." when it is not valid UTF-8.
 inline String WhatText(const std::exception& e)
 {
-    try
-    {
+    try {
         return String(e.what());
-    }
-    catch (...)
-    {
+    } catch (...) {
         return String("Unknown error.");
     }
 }
 
-template<class F>
+template <class F>
 auto CallHost(F call) -> decltype(call())
 {
-    try
-    {
+    try {
         return call();
-    }
-    catch (const CIMException&)
-    {
+    } catch (const CIMException&) {
         throw;
-    }
-    catch (const Exception& e)
-    {
+    } catch (const Exception& e) {
         throw CIMException(CIM_ERR_FAILED, e.getMessage());
-    }
-    catch (const std::exception& e)
-    {
+    } catch (const std::exception& e) {
         throw CIMException(CIM_ERR_FAILED, WhatText(e));
-    }
-    catch (abi::__forced_unwind&)
-    {
+    } catch (abi::__forced_unwind&) {
         throw;
-    }
-    catch (...)
-    {
+    } catch (...) {
         throw CIMException(CIM_ERR_FAILED, "Unknown error.");
     }
 }

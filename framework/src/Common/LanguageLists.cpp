@@ -6,12 +6,11 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-ContentLanguageList::ContentLanguageList() { }
+ContentLanguageList::ContentLanguageList() {}
 
-ContentLanguageList::ContentLanguageList(const ContentLanguageList& x)
-    : _tags(x._tags) { }
+ContentLanguageList::ContentLanguageList(const ContentLanguageList& x) : _tags(x._tags) {}
 
-ContentLanguageList::~ContentLanguageList() { }
+ContentLanguageList::~ContentLanguageList() {}
 
 ContentLanguageList& ContentLanguageList::operator=(const ContentLanguageList& x)
 {
@@ -41,8 +40,7 @@ void ContentLanguageList::remove(Uint32 index)
 
 Uint32 ContentLanguageList::find(const LanguageTag& languageTag) const
 {
-    for (Uint32 i = 0; i < _tags.size(); i++)
-    {
+    for (Uint32 i = 0; i < _tags.size(); i++) {
         if (_tags[i] == languageTag)
             return i;
     }
@@ -58,8 +56,7 @@ Boolean ContentLanguageList::operator==(const ContentLanguageList& x) const
 {
     if (_tags.size() != x._tags.size())
         return false;
-    for (Uint32 i = 0; i < _tags.size(); i++)
-    {
+    for (Uint32 i = 0; i < _tags.size(); i++) {
         if (_tags[i] != x._tags[i])
             return false;
     }
@@ -71,12 +68,14 @@ Boolean ContentLanguageList::operator!=(const ContentLanguageList& x) const
     return !(*this == x);
 }
 
-AcceptLanguageList::AcceptLanguageList() { }
+AcceptLanguageList::AcceptLanguageList() {}
 
 AcceptLanguageList::AcceptLanguageList(const AcceptLanguageList& x)
-    : _tags(x._tags), _qualities(x._qualities) { }
+    : _tags(x._tags), _qualities(x._qualities)
+{
+}
 
-AcceptLanguageList::~AcceptLanguageList() { }
+AcceptLanguageList::~AcceptLanguageList() {}
 
 AcceptLanguageList& AcceptLanguageList::operator=(const AcceptLanguageList& x)
 {
@@ -119,8 +118,7 @@ void AcceptLanguageList::remove(Uint32 index)
 
 Uint32 AcceptLanguageList::find(const LanguageTag& languageTag) const
 {
-    for (Uint32 i = 0; i < _tags.size(); i++)
-    {
+    for (Uint32 i = 0; i < _tags.size(); i++) {
         if (_tags[i] == languageTag)
             return i;
     }
@@ -137,8 +135,7 @@ Boolean AcceptLanguageList::operator==(const AcceptLanguageList& x) const
 {
     if (_tags.size() != x._tags.size())
         return false;
-    for (Uint32 i = 0; i < _tags.size(); i++)
-    {
+    for (Uint32 i = 0; i < _tags.size(); i++) {
         if (_tags[i] != x._tags[i] || _qualities[i] != x._qualities[i])
             return false;
     }

@@ -5,15 +5,9 @@ PEGASUS_NAMESPACE_BEGIN
 
 LanguageTag::LanguageTag() {}
 
-LanguageTag::LanguageTag(const String& languageTagString)
-    : _tag(languageTagString)
-{
-}
+LanguageTag::LanguageTag(const String& languageTagString) : _tag(languageTagString) {}
 
-LanguageTag::LanguageTag(const LanguageTag& languageTag)
-    : _tag(languageTag._tag)
-{
-}
+LanguageTag::LanguageTag(const LanguageTag& languageTag) : _tag(languageTag._tag) {}
 
 LanguageTag::~LanguageTag() {}
 

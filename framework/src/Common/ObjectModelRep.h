@@ -26,7 +26,8 @@
 PEGASUS_NAMESPACE_BEGIN
 
 // Throws UninitializedObjectException when rep is null.
-template<class R> inline R* CheckRep(R* rep)
+template <class R>
+inline R* CheckRep(R* rep)
 {
     if (!rep)
         throw UninitializedObjectException();
@@ -34,8 +35,7 @@ template<class R> inline R* CheckRep(R* rep)
 }
 
 // Ordered list of qualifiers with unique names (ASCII case-insensitive).
-class CIMQualifierList
-{
+class CIMQualifierList {
 public:
     // UninitializedObjectException for an uninitialized qualifier,
     // AlreadyExistsException ("qualifier "<name>"") for a duplicate.
@@ -57,8 +57,7 @@ private:
     std::vector<CIMQualifier> _items;
 };
 
-class CIMQualifierRep : public RefCounted
-{
+class CIMQualifierRep : public RefCounted {
 public:
     CIMName name;
     CIMValue value;
@@ -66,8 +65,7 @@ public:
     Boolean propagated;
 };
 
-class CIMPropertyRep : public RefCounted
-{
+class CIMPropertyRep : public RefCounted {
 public:
     CIMName name;
     CIMValue value;
@@ -88,8 +86,7 @@ private:
     static const CIMName& CIMNameKey();
 };
 
-class CIMParameterRep : public RefCounted
-{
+class CIMParameterRep : public RefCounted {
 public:
     CIMName name;
     CIMType type;
@@ -108,9 +105,8 @@ class CIMObjectModelAccess;
 // Ordered list of properties, methods or parameters with unique names. It
 // holds the elements themselves (shared handles) and counts itself as their
 // owner, which forbids renaming them while they belong to it.
-template<class Handle>
-class OwnedList
-{
+template <class Handle>
+class OwnedList {
 public:
     OwnedList() {}
     ~OwnedList();
@@ -129,8 +125,7 @@ private:
     std::vector<Handle> _items;
 };
 
-class CIMMethodRep : public RefCounted
-{
+class CIMMethodRep : public RefCounted {
 public:
     CIMName name;
     CIMType type;
@@ -145,8 +140,7 @@ public:
 };
 
 // What classes and instances have in common.
-class CIMObjectRep : public RefCounted
-{
+class CIMObjectRep : public RefCounted {
 public:
     CIMObjectPath reference;
     CIMQualifierList qualifiers;
@@ -162,15 +156,14 @@ public:
     virtual Boolean identical(const CIMObjectRep* x) const;
     // Drops qualifiers, class origins and properties (see instanceFilter).
     void filter(Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+                const CIMPropertyList& propertyList);
 
 protected:
     // Deep copy of path, qualifiers and properties into target.
     void cloneTo(CIMObjectRep* target) const;
 };
 
-class CIMClassRep : public CIMObjectRep
-{
+class CIMClassRep : public CIMObjectRep {
 public:
     CIMName superClassName;
     OwnedList<CIMMethod> methods;
@@ -182,12 +175,11 @@ public:
     virtual Boolean identical(const CIMObjectRep* x) const;
     void addMethod(const CIMMethod& method);
     void getKeyNames(Array<CIMName>& keyNames) const;
-    CIMInstance buildInstance(Boolean includeQualifiers,
-        Boolean includeClassOrigin, const CIMPropertyList& propertyList) const;
+    CIMInstance buildInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
+                              const CIMPropertyList& propertyList) const;
 };
 
-class CIMInstanceRep : public CIMObjectRep
-{
+class CIMInstanceRep : public CIMObjectRep {
 public:
     virtual Boolean isClass() const { return false; }
     virtual CIMObjectRep* clone() const;
@@ -196,8 +188,7 @@ public:
     CIMObjectPath buildPath(const CIMClassRep* cimClass) const;
 };
 
-class CIMParamValueRep : public RefCounted
-{
+class CIMParamValueRep : public RefCounted {
 public:
     String name;
     CIMValue value;
@@ -206,8 +197,7 @@ public:
 
 // Reaches the private rep pointers of the handles, and makes handles that
 // adopt a new rep (taking over its initial reference).
-class CIMObjectModelAccess
-{
+class CIMObjectModelAccess {
 public:
     static CIMQualifierRep* rep(const CIMQualifier& x) { return x._rep; }
     static CIMQualifierRep* rep(const CIMConstQualifier& x) { return x._rep; }
@@ -235,31 +225,30 @@ public:
     static CIMParamValue adopt(CIMParamValueRep* r) { return CIMParamValue(r); }
 };
 
-template<class Handle>
+template <class Handle>
 OwnedList<Handle>::~OwnedList()
 {
     clear();
 }
 
-template<class Handle>
+template <class Handle>
 Uint32 OwnedList<Handle>::find(const CIMName& name) const
 {
-    for (size_t i = 0; i < _items.size(); i++)
-    {
+    for (size_t i = 0; i < _items.size(); i++) {
         if (CIMObjectModelAccess::rep(_items[i])->name.equal(name))
             return Uint32(i);
     }
     return PEG_NOT_FOUND;
 }
 
-template<class Handle>
+template <class Handle>
 void OwnedList<Handle>::append(const Handle& element)
 {
     _items.push_back(element);
     CIMObjectModelAccess::rep(element)->ownerCount++;
 }
 
-template<class Handle>
+template <class Handle>
 const Handle& OwnedList<Handle>::get(Uint32 index) const
 {
     if (index >= _items.size())
@@ -267,7 +256,7 @@ const Handle& OwnedList<Handle>::get(Uint32 index) const
     return _items[index];
 }
 
-template<class Handle>
+template <class Handle>
 void OwnedList<Handle>::remove(Uint32 index)
 {
     if (index >= _items.size())
@@ -276,7 +265,7 @@ void OwnedList<Handle>::remove(Uint32 index)
     _items.erase(_items.begin() + index);
 }
 
-template<class Handle>
+template <class Handle>
 void OwnedList<Handle>::clear()
 {
     for (size_t i = 0; i < _items.size(); i++)

@@ -6,14 +6,16 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-namespace
-{
+namespace {
 
 int _hexValue(Uint16 c)
 {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
     return -1;
 }
 
@@ -23,12 +25,10 @@ bool _magnitude(const Char16* p, Uint32 n, Uint64& value)
     if (n == 0)
         return false;
     value = 0;
-    if (n >= 2 && p[0] == '0' && (p[1] == 'x' || p[1] == 'X'))
-    {
+    if (n >= 2 && p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) {
         if (n == 2)
             return false;
-        for (Uint32 i = 2; i < n; i++)
-        {
+        for (Uint32 i = 2; i < n; i++) {
             int d = _hexValue(p[i]);
             if (d < 0 || value > (~Uint64(0) >> 4))
                 return false;
@@ -38,8 +38,7 @@ bool _magnitude(const Char16* p, Uint32 n, Uint64& value)
     }
     if (p[0] == '0')
         return n == 1;
-    for (Uint32 i = 0; i < n; i++)
-    {
+    for (Uint32 i = 0; i < n; i++) {
         if (p[i] < '0' || p[i] > '9')
             return false;
         Uint64 d = Uint64(p[i] - '0');
@@ -59,11 +58,9 @@ bool _validIPv4(const Char16* p, Uint32 n)
 {
     Uint32 parts = 0;
     Uint32 i = 0;
-    while (true)
-    {
+    while (true) {
         Uint32 start = i, v = 0;
-        while (i < n && p[i] != '.')
-        {
+        while (i < n && p[i] != '.') {
             v = v * 10 + Uint32(p[i] - '0');
             if (i - start >= 3)
                 return false;
@@ -82,11 +79,9 @@ bool _validIPv4(const Char16* p, Uint32 n)
 bool _validHostName(const Char16* p, Uint32 n)
 {
     Uint32 i = 0;
-    while (true)
-    {
+    while (true) {
         Uint32 start = i;
-        while (i < n && p[i] != '.')
-        {
+        while (i < n && p[i] != '.') {
             Uint16 c = p[i];
             if (!(_isAlnum(c) || c == '-' || c == '_'))
                 return false;
@@ -102,7 +97,7 @@ bool _validHostName(const Char16* p, Uint32 n)
     }
 }
 
-} // namespace
+}  // namespace
 
 bool KeyTextToUint64(const String& s, Uint64& value)
 {
@@ -117,14 +112,11 @@ bool KeyTextToSint64(const String& s, Sint64& value)
     Uint64 m;
     if (!_magnitude(p + (negative ? 1 : 0), n - (negative ? 1 : 0), m))
         return false;
-    if (negative)
-    {
+    if (negative) {
         if (m > Uint64(1) << 63)
             return false;
         value = Sint64(0 - m);
-    }
-    else
-    {
+    } else {
         if (m > Uint64(0x7FFFFFFFFFFFFFFFULL))
             return false;
         value = Sint64(m);
@@ -146,14 +138,12 @@ bool HostIsValid(const String& host)
     if (n == 0)
         return false;
     Uint32 colon = host.reverseFind(':');
-    if (colon != PEG_NOT_FOUND)
-    {
+    if (colon != PEG_NOT_FOUND) {
         Uint32 digits = n - colon - 1;
         if (digits == 0 || digits > 5)
             return false;
         Uint32 port = 0;
-        for (Uint32 i = colon + 1; i < n; i++)
-        {
+        for (Uint32 i = colon + 1; i < n; i++) {
             if (p[i] < '0' || p[i] > '9')
                 return false;
             port = port * 10 + Uint32(p[i] - '0');
@@ -165,10 +155,8 @@ bool HostIsValid(const String& host)
             return false;
     }
     bool numeric = true;
-    for (Uint32 i = 0; i < n; i++)
-    {
-        if (!((p[i] >= '0' && p[i] <= '9') || p[i] == '.'))
-        {
+    for (Uint32 i = 0; i < n; i++) {
+        if (!((p[i] >= '0' && p[i] <= '9') || p[i] == '.')) {
             numeric = false;
             break;
         }

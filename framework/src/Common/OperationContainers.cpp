@@ -7,43 +7,39 @@ PEGASUS_NAMESPACE_BEGIN
 
 // Copy, assignment, destruction, the checked conversion from a Container,
 // getName, clone and destroy of container class C whose rep is R.
-#define DEFINE_VALUE_CONTAINER(C, R)                                        \
-    C::C(const OperationContext::Container& container)                      \
-    {                                                                       \
-        const C* p = dynamic_cast<const C*>(&container);                    \
-        if (!p)                                                             \
-            throw DynamicCastFailedException();                             \
-        _rep = new R(*p->_rep);                                             \
-    }                                                                       \
-    C::C(const C& container)                                                \
-        : OperationContext::Container(), _rep(new R(*container._rep))       \
-    {                                                                       \
-    }                                                                       \
-    C::~C()                                                                 \
-    {                                                                       \
-        delete _rep;                                                        \
-    }                                                                       \
-    C& C::operator=(const C& container)                                     \
-    {                                                                       \
-        if (this != &container)                                             \
-            *_rep = *container._rep;                                        \
-        return *this;                                                       \
-    }                                                                       \
-    String C::getName() const                                               \
-    {                                                                       \
-        return NAME;                                                        \
-    }                                                                       \
-    OperationContext::Container* C::clone() const                           \
-    {                                                                       \
-        return new C(*this);                                                \
-    }                                                                       \
-    void C::destroy()                                                       \
-    {                                                                       \
-        delete this;                                                        \
+#define DEFINE_VALUE_CONTAINER(C, R)                                                          \
+    C::C(const OperationContext::Container& container)                                        \
+    {                                                                                         \
+        const C* p = dynamic_cast<const C*>(&container);                                      \
+        if (!p)                                                                               \
+            throw DynamicCastFailedException();                                               \
+        _rep = new R(*p->_rep);                                                               \
+    }                                                                                         \
+    C::C(const C& container) : OperationContext::Container(), _rep(new R(*container._rep)) {} \
+    C::~C()                                                                                   \
+    {                                                                                         \
+        delete _rep;                                                                          \
+    }                                                                                         \
+    C& C::operator=(const C& container)                                                       \
+    {                                                                                         \
+        if (this != &container)                                                               \
+            *_rep = *container._rep;                                                          \
+        return *this;                                                                         \
+    }                                                                                         \
+    String C::getName() const                                                                 \
+    {                                                                                         \
+        return NAME;                                                                          \
+    }                                                                                         \
+    OperationContext::Container* C::clone() const                                             \
+    {                                                                                         \
+        return new C(*this);                                                                  \
+    }                                                                                         \
+    void C::destroy()                                                                         \
+    {                                                                                         \
+        delete this;                                                                          \
     }
 
-class IdentityContainerRep
-{
+class IdentityContainerRep {
 public:
     String userName;
 };
@@ -51,8 +47,7 @@ public:
 const String IdentityContainer::NAME = "IdentityContainer";
 DEFINE_VALUE_CONTAINER(IdentityContainer, IdentityContainerRep)
 
-IdentityContainer::IdentityContainer(const String& userName)
-    : _rep(new IdentityContainerRep)
+IdentityContainer::IdentityContainer(const String& userName) : _rep(new IdentityContainerRep)
 {
     _rep->userName = userName;
 }
@@ -62,16 +57,13 @@ String IdentityContainer::getUserName() const
     return _rep->userName;
 }
 
-class SubscriptionInstanceContainerRep
-{
+class SubscriptionInstanceContainerRep {
 public:
     CIMInstance instance;
 };
 
-const String SubscriptionInstanceContainer::NAME =
-    "SubscriptionInstanceContainer";
-DEFINE_VALUE_CONTAINER(SubscriptionInstanceContainer,
-    SubscriptionInstanceContainerRep)
+const String SubscriptionInstanceContainer::NAME = "SubscriptionInstanceContainer";
+DEFINE_VALUE_CONTAINER(SubscriptionInstanceContainer, SubscriptionInstanceContainerRep)
 
 SubscriptionInstanceContainer::SubscriptionInstanceContainer(
     const CIMInstance& subscriptionInstance)
@@ -85,17 +77,15 @@ CIMInstance SubscriptionInstanceContainer::getInstance() const
     return _rep->instance;
 }
 
-class SubscriptionFilterConditionContainerRep
-{
+class SubscriptionFilterConditionContainerRep {
 public:
     String filterCondition;
     String queryLanguage;
 };
 
-const String SubscriptionFilterConditionContainer::NAME =
-    "SubscriptionFilterConditionContainer";
+const String SubscriptionFilterConditionContainer::NAME = "SubscriptionFilterConditionContainer";
 DEFINE_VALUE_CONTAINER(SubscriptionFilterConditionContainer,
-    SubscriptionFilterConditionContainerRep)
+                       SubscriptionFilterConditionContainerRep)
 
 SubscriptionFilterConditionContainer::SubscriptionFilterConditionContainer(
     const String& filterCondition, const String& queryLanguage)
@@ -115,22 +105,18 @@ String SubscriptionFilterConditionContainer::getQueryLanguage() const
     return _rep->queryLanguage;
 }
 
-class SubscriptionFilterQueryContainerRep
-{
+class SubscriptionFilterQueryContainerRep {
 public:
     String filterQuery;
     String queryLanguage;
     CIMNamespaceName sourceNameSpace;
 };
 
-const String SubscriptionFilterQueryContainer::NAME =
-    "SubscriptionFilterQueryContainer";
-DEFINE_VALUE_CONTAINER(SubscriptionFilterQueryContainer,
-    SubscriptionFilterQueryContainerRep)
+const String SubscriptionFilterQueryContainer::NAME = "SubscriptionFilterQueryContainer";
+DEFINE_VALUE_CONTAINER(SubscriptionFilterQueryContainer, SubscriptionFilterQueryContainerRep)
 
 SubscriptionFilterQueryContainer::SubscriptionFilterQueryContainer(
-    const String& filterQuery, const String& queryLanguage,
-    const CIMNamespaceName& sourceNameSpace)
+    const String& filterQuery, const String& queryLanguage, const CIMNamespaceName& sourceNameSpace)
     : _rep(new SubscriptionFilterQueryContainerRep)
 {
     _rep->filterQuery = filterQuery;
@@ -153,16 +139,13 @@ CIMNamespaceName SubscriptionFilterQueryContainer::getSourceNameSpace() const
     return _rep->sourceNameSpace;
 }
 
-class SubscriptionInstanceNamesContainerRep
-{
+class SubscriptionInstanceNamesContainerRep {
 public:
     Array<CIMObjectPath> names;
 };
 
-const String SubscriptionInstanceNamesContainer::NAME =
-    "SubscriptionInstanceNamesContainer";
-DEFINE_VALUE_CONTAINER(SubscriptionInstanceNamesContainer,
-    SubscriptionInstanceNamesContainerRep)
+const String SubscriptionInstanceNamesContainer::NAME = "SubscriptionInstanceNamesContainer";
+DEFINE_VALUE_CONTAINER(SubscriptionInstanceNamesContainer, SubscriptionInstanceNamesContainerRep)
 
 SubscriptionInstanceNamesContainer::SubscriptionInstanceNamesContainer(
     const Array<CIMObjectPath>& subscriptionInstanceNames)
@@ -176,18 +159,15 @@ Array<CIMObjectPath> SubscriptionInstanceNamesContainer::getInstanceNames() cons
     return _rep->names;
 }
 
-class AcceptLanguageListContainerRep
-{
+class AcceptLanguageListContainerRep {
 public:
     AcceptLanguageList languages;
 };
 
 const String AcceptLanguageListContainer::NAME = "AcceptLanguageListContainer";
-DEFINE_VALUE_CONTAINER(AcceptLanguageListContainer,
-    AcceptLanguageListContainerRep)
+DEFINE_VALUE_CONTAINER(AcceptLanguageListContainer, AcceptLanguageListContainerRep)
 
-AcceptLanguageListContainer::AcceptLanguageListContainer(
-    const AcceptLanguageList& languages)
+AcceptLanguageListContainer::AcceptLanguageListContainer(const AcceptLanguageList& languages)
     : _rep(new AcceptLanguageListContainerRep)
 {
     _rep->languages = languages;
@@ -198,19 +178,15 @@ AcceptLanguageList AcceptLanguageListContainer::getLanguages() const
     return _rep->languages;
 }
 
-class ContentLanguageListContainerRep
-{
+class ContentLanguageListContainerRep {
 public:
     ContentLanguageList languages;
 };
 
-const String ContentLanguageListContainer::NAME =
-    "ContentLanguageListContainer";
-DEFINE_VALUE_CONTAINER(ContentLanguageListContainer,
-    ContentLanguageListContainerRep)
+const String ContentLanguageListContainer::NAME = "ContentLanguageListContainer";
+DEFINE_VALUE_CONTAINER(ContentLanguageListContainer, ContentLanguageListContainerRep)
 
-ContentLanguageListContainer::ContentLanguageListContainer(
-    const ContentLanguageList& languages)
+ContentLanguageListContainer::ContentLanguageListContainer(const ContentLanguageList& languages)
     : _rep(new ContentLanguageListContainerRep)
 {
     _rep->languages = languages;
@@ -221,8 +197,7 @@ ContentLanguageList ContentLanguageListContainer::getLanguages() const
     return _rep->languages;
 }
 
-class SnmpTrapOidContainerRep
-{
+class SnmpTrapOidContainerRep {
 public:
     String snmpTrapOid;
 };

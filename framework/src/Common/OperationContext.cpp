@@ -5,16 +5,14 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class OperationContextRep
-{
+class OperationContextRep {
 public:
     std::vector<OperationContext::Container*> containers;
 
     // Index of the container named name, or -1.
     long find(const String& name) const
     {
-        for (size_t i = 0; i < containers.size(); i++)
-        {
+        for (size_t i = 0; i < containers.size(); i++) {
             if (String::equal(containers[i]->getName(), name))
                 return long(i);
         }
@@ -40,8 +38,7 @@ OperationContext::Container::~Container() {}
 
 OperationContext::OperationContext() : _rep(new OperationContextRep) {}
 
-OperationContext::OperationContext(const OperationContext& context)
-    : _rep(new OperationContextRep)
+OperationContext::OperationContext(const OperationContext& context) : _rep(new OperationContextRep)
 {
     _rep->cloneFrom(*context._rep);
 }
@@ -54,8 +51,7 @@ OperationContext::~OperationContext()
 
 OperationContext& OperationContext::operator=(const OperationContext& context)
 {
-    if (this != &context)
-    {
+    if (this != &context) {
         OperationContextRep copy;
         copy.cloneFrom(*context._rep);
         _rep->destroyAll();
@@ -69,8 +65,7 @@ void OperationContext::clear()
     _rep->destroyAll();
 }
 
-const OperationContext::Container& OperationContext::get(
-    const String& containerName) const
+const OperationContext::Container& OperationContext::get(const String& containerName) const
 {
     long i = _rep->find(containerName);
     if (i < 0)

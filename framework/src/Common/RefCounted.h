@@ -10,8 +10,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class RefCounted
-{
+class RefCounted {
 public:
     RefCounted() : _refs(1) {}
     virtual ~RefCounted() {}
@@ -30,24 +29,26 @@ private:
 };
 
 // Null-tolerant helpers: Ref returns its argument after taking a reference.
-template<class R> inline R* Ref(R* rep)
+template <class R>
+inline R* Ref(R* rep)
 {
     if (rep)
         rep->ref();
     return rep;
 }
 
-template<class R> inline void Unref(R* rep)
+template <class R>
+inline void Unref(R* rep)
 {
     if (rep)
         rep->unref();
 }
 
 // Points *target at source, taking and dropping references as needed.
-template<class R, class S> inline void Assign(R*& target, S* source)
+template <class R, class S>
+inline void Assign(R*& target, S* source)
 {
-    if (target != source)
-    {
+    if (target != source) {
         Unref(target);
         target = Ref(source);
     }

@@ -5,10 +5,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 ResponseHandler::ResponseHandler() {}
 
-ResponseHandler::ResponseHandler(const ResponseHandler& handler)
-    : _context(handler._context)
-{
-}
+ResponseHandler::ResponseHandler(const ResponseHandler& handler) : _context(handler._context) {}
 
 ResponseHandler& ResponseHandler::operator=(const ResponseHandler& handler)
 {

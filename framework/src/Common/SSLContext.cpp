@@ -3,8 +3,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class SSLContextRep
-{
+class SSLContextRep {
 public:
     String trustStore;
     String certPath;
@@ -13,8 +12,8 @@ public:
     SSLCertificateVerifyFunction* verifyCert;
 };
 
-SSLContext::SSLContext(const String& trustStore,
-    SSLCertificateVerifyFunction* verifyCert, const String& randomFile)
+SSLContext::SSLContext(const String& trustStore, SSLCertificateVerifyFunction* verifyCert,
+                       const String& randomFile)
     : _rep(new SSLContextRep)
 {
     _rep->trustStore = trustStore;
@@ -22,9 +21,8 @@ SSLContext::SSLContext(const String& trustStore,
     _rep->randomFile = randomFile;
 }
 
-SSLContext::SSLContext(const String& trustStore, const String& certPath,
-    const String& keyPath, SSLCertificateVerifyFunction* verifyCert,
-    const String& randomFile)
+SSLContext::SSLContext(const String& trustStore, const String& certPath, const String& keyPath,
+                       SSLCertificateVerifyFunction* verifyCert, const String& randomFile)
     : _rep(new SSLContextRep)
 {
     _rep->trustStore = trustStore;
@@ -34,10 +32,7 @@ SSLContext::SSLContext(const String& trustStore, const String& certPath,
     _rep->randomFile = randomFile;
 }
 
-SSLContext::SSLContext(const SSLContext& sslContext)
-    : _rep(new SSLContextRep(*sslContext._rep))
-{
-}
+SSLContext::SSLContext(const SSLContext& sslContext) : _rep(new SSLContextRep(*sslContext._rep)) {}
 
 SSLContext::~SSLContext()
 {

@@ -19,18 +19,16 @@ PEGASUS_NAMESPACE_BEGIN
 
 // The buffer: size code units plus a terminating 0, room for capacity units.
 // The static empty buffer is shared by every empty string and never freed.
-struct StringRep
-{
+struct StringRep {
     std::atomic<Uint32> refs;
     Uint32 size;
     Uint32 capacity;
     Uint16 data[1];
 
-    constexpr StringRep() : refs(1), size(0), capacity(0), data{0} { }
+    constexpr StringRep() : refs(1), size(0), capacity(0), data{0} {}
 };
 
-namespace
-{
+namespace {
 
 StringRep _emptyRep;
 
@@ -76,12 +74,9 @@ inline StringRep* _fromUtf8(const char* s, Uint32 n)
     if (n == 0)
         return &_emptyRep;
     StringRep* r = _alloc(n);
-    try
-    {
+    try {
         r->size = Utf8Decode(s, n, r->data);
-    }
-    catch (...)
-    {
+    } catch (...) {
         std::free(r);
         throw;
     }
@@ -108,14 +103,13 @@ inline Uint16 _upper(Uint16 c)
     return (c >= 'a' && c <= 'z') ? Uint16(c - ('a' - 'A')) : c;
 }
 
-} // namespace
+}  // namespace
 
 // Makes _rep unshared with room for at least capacity units, content kept.
 static StringRep* _unique(StringRep* r, Uint32 capacity)
 {
     if (r != &_emptyRep && r->refs.load(std::memory_order_acquire) == 1 &&
-        r->capacity >= capacity)
-    {
+        r->capacity >= capacity) {
         return r;
     }
     Uint32 cap = capacity < r->size ? r->size : capacity;
@@ -130,9 +124,7 @@ static StringRep* _unique(StringRep* r, Uint32 capacity)
 static StringRep* _grow(StringRep* r, Uint32 extra)
 {
     Uint32 need = r->size + extra;
-    if (r != &_emptyRep && r->refs.load(std::memory_order_acquire) == 1 &&
-        r->capacity >= need)
-    {
+    if (r != &_emptyRep && r->refs.load(std::memory_order_acquire) == 1 && r->capacity >= need) {
         return r;
     }
     Uint32 cap = need;
@@ -145,19 +137,18 @@ static StringRep* _grow(StringRep* r, Uint32 extra)
 // CString
 //------------------------------------------------------------------------------
 
-CString::CString() : _rep(0) { }
+CString::CString() : _rep(0) {}
 
 CString::CString(const CString& cstr) : _rep(0)
 {
-    if (cstr._rep)
-    {
+    if (cstr._rep) {
         size_t n = std::strlen(cstr._rep) + 1;
         _rep = new char[n];
         std::memcpy(_rep, cstr._rep, n);
     }
 }
 
-CString::CString(char* cstr) : _rep(cstr) { }
+CString::CString(char* cstr) : _rep(cstr) {}
 
 CString::~CString()
 {
@@ -166,8 +157,7 @@ CString::~CString()
 
 CString& CString::operator=(const CString& cstr)
 {
-    if (&cstr != this)
-    {
+    if (&cstr != this) {
         CString copy(cstr);
         char* t = _rep;
         _rep = copy._rep;
@@ -187,7 +177,7 @@ CString::operator const char*() const
 
 const String String::EMPTY;
 
-String::String() : _rep(&_emptyRep) { }
+String::String() : _rep(&_emptyRep) {}
 
 String::String(const String& str) : _rep(str._rep)
 {
@@ -232,8 +222,7 @@ String::String(const char* str, Uint32 n)
 String::String(const String& s1, const String& s2)
 {
     Uint32 n1 = s1._rep->size, n2 = s2._rep->size;
-    if (n1 + n2 == 0)
-    {
+    if (n1 + n2 == 0) {
         _rep = &_emptyRep;
         return;
     }
@@ -277,8 +266,7 @@ String& String::operator=(const char* str)
 
 String& String::assign(const String& str)
 {
-    if (str._rep != _rep)
-    {
+    if (str._rep != _rep) {
         _ref(str._rep);
         _unref(_rep);
         _rep = str._rep;
@@ -312,8 +300,7 @@ String& String::assign(const char* str, Uint32 n)
 
 void String::clear()
 {
-    if (_rep != &_emptyRep && _rep->refs.load(std::memory_order_acquire) == 1)
-    {
+    if (_rep != &_emptyRep && _rep->refs.load(std::memory_order_acquire) == 1) {
         _rep->size = 0;
         _rep->data[0] = 0;
         return;
@@ -324,8 +311,7 @@ void String::clear()
 
 void String::reserveCapacity(Uint32 capacity)
 {
-    if (capacity > _rep->capacity || _rep->refs.load() != 1)
-    {
+    if (capacity > _rep->capacity || _rep->refs.load() != 1) {
         if (capacity == 0 && _rep == &_emptyRep)
             return;
         _rep = _unique(_rep, capacity);
@@ -351,14 +337,11 @@ Char16& String::operator[](Uint32 index)
 {
     if (index > _rep->size)
         throw IndexOutOfBoundsException();
-    if (_rep == &_emptyRep)
-    {
+    if (_rep == &_emptyRep) {
         // The terminating 0 of an empty string must still be writable storage
         // of this string, not the shared empty buffer.
         _rep = _alloc(0);
-    }
-    else
-    {
+    } else {
         _rep = _unique(_rep, _rep->size);
     }
     return reinterpret_cast<Char16*>(_rep->data)[index];
@@ -388,8 +371,7 @@ String& String::append(const Char16* str, Uint32 n)
         throw NullPointer();
     // str may point into this string's own buffer, which growing may free.
     const Uint16* src = reinterpret_cast<const Uint16*>(str);
-    if (src >= _rep->data && src <= _rep->data + _rep->size)
-    {
+    if (src >= _rep->data && src <= _rep->data + _rep->size) {
         String copy(str, n);
         return append(copy);
     }
@@ -404,8 +386,7 @@ String& String::append(const String& str)
 {
     if (str._rep->size == 0)
         return *this;
-    if (str._rep == _rep)
-    {
+    if (str._rep == _rep) {
         // Appending to itself: growing would free the source.
         String copy(str.getChar16Data(), str.size());
         return append(copy);
@@ -440,7 +421,7 @@ void String::remove(Uint32 index, Uint32 size)
         return;
     _rep = _unique(_rep, n);
     std::memmove(_rep->data + index, _rep->data + index + size,
-        (n - index - size + 1) * sizeof(Uint16));
+                 (n - index - size + 1) * sizeof(Uint16));
     _rep->size = n - size;
 }
 
@@ -460,8 +441,7 @@ Uint32 String::find(Char16 c) const
 {
     Uint16 u = c;
     const Uint16* p = _rep->data;
-    for (Uint32 i = 0; i < _rep->size; i++)
-    {
+    for (Uint32 i = 0; i < _rep->size; i++) {
         if (p[i] == u)
             return i;
     }
@@ -474,8 +454,7 @@ Uint32 String::find(Uint32 index, Char16 c) const
         throw IndexOutOfBoundsException();
     Uint16 u = c;
     const Uint16* p = _rep->data;
-    for (Uint32 i = index; i < _rep->size; i++)
-    {
+    for (Uint32 i = index; i < _rep->size; i++) {
         if (p[i] == u)
             return i;
     }
@@ -489,8 +468,7 @@ Uint32 String::find(const String& s) const
         return PEG_NOT_FOUND;
     const Uint16* p = _rep->data;
     const Uint16* q = s._rep->data;
-    for (Uint32 i = 0; i + m <= n; i++)
-    {
+    for (Uint32 i = 0; i + m <= n; i++) {
         if (std::memcmp(p + i, q, m * sizeof(Uint16)) == 0)
             return i;
     }
@@ -506,8 +484,7 @@ Uint32 String::reverseFind(Char16 c) const
 {
     Uint16 u = c;
     const Uint16* p = _rep->data;
-    for (Uint32 i = _rep->size; i > 0; i--)
-    {
+    for (Uint32 i = _rep->size; i > 0; i--) {
         if (p[i - 1] == u)
             return i - 1;
     }
@@ -549,8 +526,7 @@ void String::appendPrintf(const char* format, ...)
     va_end(ap);
     if (n < 0)
         return;
-    if (size_t(n) < sizeof(small))
-    {
+    if (size_t(n) < sizeof(small)) {
         append(small, Uint32(n));
         return;
     }
@@ -558,12 +534,9 @@ void String::appendPrintf(const char* format, ...)
     va_start(ap, format);
     std::vsnprintf(big, size_t(n) + 1, format, ap);
     va_end(ap);
-    try
-    {
+    try {
         append(big, Uint32(n));
-    }
-    catch (...)
-    {
+    } catch (...) {
         delete[] big;
         throw;
     }
@@ -575,8 +548,7 @@ int String::compare(const String& s1, const String& s2, Uint32 n)
     const Uint16* p = s1._rep->data;
     const Uint16* q = s2._rep->data;
     // Both buffers are 0-terminated, so the loop stops at the shorter end.
-    for (Uint32 i = 0; i < n; i++)
-    {
+    for (Uint32 i = 0; i < n; i++) {
         int d = int(p[i]) - int(q[i]);
         if (d != 0)
             return d;
@@ -600,8 +572,7 @@ int String::compareNoCase(const String& s1, const String& s2)
 {
     const Uint16* p = s1._rep->data;
     const Uint16* q = s2._rep->data;
-    for (;; p++, q++)
-    {
+    for (;; p++, q++) {
         int d = int(_lower(*p)) - int(_lower(*q));
         if (d != 0)
             return d;
@@ -613,9 +584,8 @@ int String::compareNoCase(const String& s1, const String& s2)
 Boolean String::equal(const String& s1, const String& s2)
 {
     return s1._rep == s2._rep ||
-        (s1._rep->size == s2._rep->size &&
-         std::memcmp(s1._rep->data, s2._rep->data,
-             s1._rep->size * sizeof(Uint16)) == 0);
+           (s1._rep->size == s2._rep->size &&
+            std::memcmp(s1._rep->data, s2._rep->data, s1._rep->size * sizeof(Uint16)) == 0);
 }
 
 Boolean String::equal(const String& s1, const char* s2)
@@ -626,8 +596,7 @@ Boolean String::equal(const String& s1, const char* s2)
     const Uint16* p = s1._rep->data;
     Uint32 n = s1._rep->size;
     Uint32 i = 0;
-    for (; i < n; i++)
-    {
+    for (; i < n; i++) {
         unsigned char c = static_cast<unsigned char>(s2[i]);
         if (c == 0 || c >= 0x80)
             break;
@@ -648,8 +617,7 @@ Boolean String::equalNoCase(const String& s1, const String& s2)
         return false;
     const Uint16* p = s1._rep->data;
     const Uint16* q = s2._rep->data;
-    for (Uint32 i = 0; i < n; i++)
-    {
+    for (Uint32 i = 0; i < n; i++) {
         if (p[i] != q[i] && _lower(p[i]) != _lower(q[i]))
             return false;
     }
@@ -695,19 +663,15 @@ Boolean operator!=(const char* str1, const String& str2)
     return !String::equal(str2, str1);
 }
 
-PEGASUS_STD(ostream)& operator<<(PEGASUS_STD(ostream)& os, const String& str)
+PEGASUS_STD(ostream) & operator<<(PEGASUS_STD(ostream) & os, const String& str)
 {
     const Char16* p = str.getChar16Data();
     Uint32 n = str.size();
-    for (Uint32 i = 0; i < n; i++)
-    {
+    for (Uint32 i = 0; i < n; i++) {
         Uint16 c = p[i];
-        if (c > 0 && c <= 0xFF)
-        {
+        if (c > 0 && c <= 0xFF) {
             os << char(c);
-        }
-        else
-        {
+        } else {
             char buf[8];
             std::snprintf(buf, sizeof(buf), "\\x%04X", unsigned(c));
             os << buf;
@@ -731,17 +695,53 @@ String operator+(const char* str1, const String& str2)
     return String(str1, str2);
 }
 
-Boolean operator<(const String& a, const String& b) { return String::compare(a, b) < 0; }
-Boolean operator<=(const String& a, const String& b) { return String::compare(a, b) <= 0; }
-Boolean operator>(const String& a, const String& b) { return String::compare(a, b) > 0; }
-Boolean operator>=(const String& a, const String& b) { return String::compare(a, b) >= 0; }
-Boolean operator<(const String& a, const char* b) { return String::compare(a, b) < 0; }
-Boolean operator<=(const String& a, const char* b) { return String::compare(a, b) <= 0; }
-Boolean operator>(const String& a, const char* b) { return String::compare(a, b) > 0; }
-Boolean operator>=(const String& a, const char* b) { return String::compare(a, b) >= 0; }
-Boolean operator<(const char* a, const String& b) { return String::compare(String(a), b) < 0; }
-Boolean operator<=(const char* a, const String& b) { return String::compare(String(a), b) <= 0; }
-Boolean operator>(const char* a, const String& b) { return String::compare(String(a), b) > 0; }
-Boolean operator>=(const char* a, const String& b) { return String::compare(String(a), b) >= 0; }
+Boolean operator<(const String& a, const String& b)
+{
+    return String::compare(a, b) < 0;
+}
+Boolean operator<=(const String& a, const String& b)
+{
+    return String::compare(a, b) <= 0;
+}
+Boolean operator>(const String& a, const String& b)
+{
+    return String::compare(a, b) > 0;
+}
+Boolean operator>=(const String& a, const String& b)
+{
+    return String::compare(a, b) >= 0;
+}
+Boolean operator<(const String& a, const char* b)
+{
+    return String::compare(a, b) < 0;
+}
+Boolean operator<=(const String& a, const char* b)
+{
+    return String::compare(a, b) <= 0;
+}
+Boolean operator>(const String& a, const char* b)
+{
+    return String::compare(a, b) > 0;
+}
+Boolean operator>=(const String& a, const char* b)
+{
+    return String::compare(a, b) >= 0;
+}
+Boolean operator<(const char* a, const String& b)
+{
+    return String::compare(String(a), b) < 0;
+}
+Boolean operator<=(const char* a, const String& b)
+{
+    return String::compare(String(a), b) <= 0;
+}
+Boolean operator>(const char* a, const String& b)
+{
+    return String::compare(String(a), b) > 0;
+}
+Boolean operator>=(const char* a, const String& b)
+{
+    return String::compare(String(a), b) >= 0;
+}
 
 PEGASUS_NAMESPACE_END

@@ -9,16 +9,12 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-NullPointer::NullPointer() : Exception("null pointer") { }
+NullPointer::NullPointer() : Exception("null pointer") {}
 
-NoSuchProperty::NoSuchProperty(const String& key)
-    : Exception(String("no such property: ", key)) { }
+NoSuchProperty::NoSuchProperty(const String& key) : Exception(String("no such property: ", key)) {}
 
-TraceableCIMException::TraceableCIMException(
-    CIMStatusCode code,
-    const String& message,
-    const String& file,
-    Uint32 line)
+TraceableCIMException::TraceableCIMException(CIMStatusCode code, const String& message,
+                                             const String& file, Uint32 line)
     : CIMException(code, message)
 {
     _rep->file = file;
@@ -26,11 +22,8 @@ TraceableCIMException::TraceableCIMException(
     _rep->cimMessage = cimStatusCodeToString(code, ContentLanguageList());
 }
 
-TraceableCIMException::TraceableCIMException(
-    CIMStatusCode code,
-    const MessageLoaderParms& parms,
-    const String& file,
-    Uint32 line)
+TraceableCIMException::TraceableCIMException(CIMStatusCode code, const MessageLoaderParms& parms,
+                                             const String& file, Uint32 line)
     : CIMException(code, parms.toString())
 {
     _rep->file = file;
@@ -39,12 +32,8 @@ TraceableCIMException::TraceableCIMException(
     _rep->cimMessage = cimStatusCodeToString(code, ContentLanguageList());
 }
 
-TraceableCIMException::TraceableCIMException(
-    const ContentLanguageList& langs,
-    CIMStatusCode code,
-    const String& message,
-    const String& file,
-    Uint32 line)
+TraceableCIMException::TraceableCIMException(const ContentLanguageList& langs, CIMStatusCode code,
+                                             const String& message, const String& file, Uint32 line)
     : CIMException(code, message)
 {
     _rep->file = file;
@@ -63,8 +52,7 @@ TraceableCIMException::TraceableCIMException(const CIMException& cimException)
 String TraceableCIMException::getDescription() const
 {
     String d(cimStatusCodeToString(_rep->code, ContentLanguageList()));
-    if (_rep->message.size() != 0)
-    {
+    if (_rep->message.size() != 0) {
         d.append(": ");
         d.append(_rep->message);
     }

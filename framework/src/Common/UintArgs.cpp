@@ -16,7 +16,10 @@ Uint32Arg& Uint32Arg::operator=(const Uint32Arg& x)
     return *this;
 }
 
-const Uint32& Uint32Arg::getValue() const { return _value; }
+const Uint32& Uint32Arg::getValue() const
+{
+    return _value;
+}
 
 void Uint32Arg::setValue(Uint32 x)
 {
@@ -24,7 +27,10 @@ void Uint32Arg::setValue(Uint32 x)
     _null = false;
 }
 
-Boolean Uint32Arg::isNull() const { return _null; }
+Boolean Uint32Arg::isNull() const
+{
+    return _null;
+}
 
 void Uint32Arg::setNullValue()
 {
@@ -54,7 +60,10 @@ Uint64Arg& Uint64Arg::operator=(const Uint64Arg& x)
     return *this;
 }
 
-const Uint64& Uint64Arg::getValue() const { return _value; }
+const Uint64& Uint64Arg::getValue() const
+{
+    return _value;
+}
 
 void Uint64Arg::setValue(Uint64 x)
 {
@@ -62,7 +71,10 @@ void Uint64Arg::setValue(Uint64 x)
     _null = false;
 }
 
-Boolean Uint64Arg::isNull() const { return _null; }
+Boolean Uint64Arg::isNull() const
+{
+    return _null;
+}
 
 void Uint64Arg::setNullValue()
 {
@@ -80,7 +92,13 @@ Boolean Uint64Arg::equal(const Uint64Arg& x) const
     return _null == x._null && (_null || _value == x._value);
 }
 
-Boolean operator==(const Uint32Arg& x, const Uint32Arg& y) { return x.equal(y); }
-Boolean operator==(const Uint64Arg& x, const Uint64Arg& y) { return x.equal(y); }
+Boolean operator==(const Uint32Arg& x, const Uint32Arg& y)
+{
+    return x.equal(y);
+}
+Boolean operator==(const Uint64Arg& x, const Uint64Arg& y)
+{
+    return x.equal(y);
+}
 
 PEGASUS_NAMESPACE_END

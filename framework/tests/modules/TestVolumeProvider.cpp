@@ -32,9 +32,7 @@ int liveProviders = 0;
 
 const char CLASS_NAME[] = "ZAR_TestVolume";
 
-class ZAR_TestVolumeProvider : public CIMInstanceProvider,
-                               public CIMMethodProvider
-{
+class ZAR_TestVolumeProvider : public CIMInstanceProvider, public CIMMethodProvider {
 public:
     ZAR_TestVolumeProvider() { liveProviders++; }
     virtual ~ZAR_TestVolumeProvider() { liveProviders--; }
@@ -46,15 +44,11 @@ public:
         _add("vol1", 20);
     }
 
-    virtual void terminate()
-    {
-        delete this;
-    }
+    virtual void terminate() { delete this; }
 
-    virtual void getInstance(const OperationContext&,
-        const CIMObjectPath& instanceReference, const Boolean includeQualifiers,
-        const Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler)
+    virtual void getInstance(const OperationContext&, const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
     {
         handler.processing();
         std::lock_guard<std::mutex> lock(_mutex);
@@ -64,15 +58,15 @@ public:
         handler.complete();
     }
 
-    virtual void enumerateInstances(const OperationContext&,
-        const CIMObjectPath& classReference, const Boolean includeQualifiers,
-        const Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler)
+    virtual void enumerateInstances(const OperationContext&, const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler)
     {
         handler.processing();
         std::lock_guard<std::mutex> lock(_mutex);
-        for (Uint32 i = 0; i < _volumes.size(); i++)
-        {
+        for (Uint32 i = 0; i < _volumes.size(); i++) {
             CIMInstance v = _volumes[i].clone();
             v.filter(includeQualifiers, includeClassOrigin, propertyList);
             v.setPath(_path(classReference, v));
@@ -82,7 +76,8 @@ public:
     }
 
     virtual void enumerateInstanceNames(const OperationContext&,
-        const CIMObjectPath& classReference, ObjectPathResponseHandler& handler)
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler)
     {
         handler.processing();
         std::lock_guard<std::mutex> lock(_mutex);
@@ -91,10 +86,9 @@ public:
         handler.complete();
     }
 
-    virtual void modifyInstance(const OperationContext&,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject, const Boolean,
-        const CIMPropertyList&, ResponseHandler& handler)
+    virtual void modifyInstance(const OperationContext&, const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean,
+                                const CIMPropertyList&, ResponseHandler& handler)
     {
         handler.processing();
         Uint32 pos = instanceObject.findProperty("Size");
@@ -102,14 +96,13 @@ public:
             throw CIMInvalidParameterException("Size is required");
         std::lock_guard<std::mutex> lock(_mutex);
         CIMInstance& v = _volumes[_find(instanceReference)];
-        v.getProperty(v.findProperty("Size")).setValue(
-            instanceObject.getProperty(pos).getValue());
+        v.getProperty(v.findProperty("Size")).setValue(instanceObject.getProperty(pos).getValue());
         handler.complete();
     }
 
-    virtual void createInstance(const OperationContext&,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject, ObjectPathResponseHandler& handler)
+    virtual void createInstance(const OperationContext&, const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler)
     {
         handler.processing();
         Uint32 pos = instanceObject.findProperty("Name");
@@ -129,8 +122,8 @@ public:
         handler.complete();
     }
 
-    virtual void deleteInstance(const OperationContext&,
-        const CIMObjectPath& instanceReference, ResponseHandler& handler)
+    virtual void deleteInstance(const OperationContext&, const CIMObjectPath& instanceReference,
+                                ResponseHandler& handler)
     {
         handler.processing();
         std::lock_guard<std::mutex> lock(_mutex);
@@ -138,18 +131,15 @@ public:
         handler.complete();
     }
 
-    virtual void invokeMethod(const OperationContext& context,
-        const CIMObjectPath& objectReference, const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler)
+    virtual void invokeMethod(const OperationContext& context, const CIMObjectPath& objectReference,
+                              const CIMName& methodName, const Array<CIMParamValue>& inParameters,
+                              MethodResultResponseHandler& handler)
     {
         handler.processing();
-        if (methodName.equal("Resize"))
-        {
+        if (methodName.equal("Resize")) {
             String name;
             Uint32 size = 0;
-            for (Uint32 i = 0; i < inParameters.size(); i++)
-            {
+            for (Uint32 i = 0; i < inParameters.size(); i++) {
                 String p = inParameters[i].getParameterName();
                 if (String::equalNoCase(p, "Name"))
                     inParameters[i].getValue().get(name);
@@ -158,46 +148,32 @@ public:
             }
             std::lock_guard<std::mutex> lock(_mutex);
             Uint32 pos = _position(name);
-            if (pos == PEG_NOT_FOUND)
-            {
+            if (pos == PEG_NOT_FOUND) {
                 char text[64];
-                sprintf(text, "no volume %s",
-                    (const char*)name.getCString());
-                throw TraceableCIMException(CIM_ERR_NOT_FOUND, text,
-                    __FILE__, __LINE__);
+                sprintf(text, "no volume %s", (const char*)name.getCString());
+                throw TraceableCIMException(CIM_ERR_NOT_FOUND, text, __FILE__, __LINE__);
             }
-            CIMProperty p = _volumes[pos].getProperty(
-                _volumes[pos].findProperty("Size"));
+            CIMProperty p = _volumes[pos].getProperty(_volumes[pos].findProperty("Size"));
             handler.deliverParamValue(CIMParamValue("OldSize", p.getValue()));
             p.setValue(CIMValue(size));
             handler.deliver(CIMValue(Uint32(0)));
-        }
-        else if (methodName.equal("CountVolumes"))
-        {
-            Array<CIMObjectPath> names = _cimom.enumerateInstanceNames(
-                context, objectReference.getNameSpace(), CLASS_NAME);
+        } else if (methodName.equal("CountVolumes")) {
+            Array<CIMObjectPath> names =
+                _cimom.enumerateInstanceNames(context, objectReference.getNameSpace(), CLASS_NAME);
             handler.deliver(CIMValue(names.size()));
-        }
-        else if (methodName.equal("WhoAmI"))
-        {
+        } else if (methodName.equal("WhoAmI")) {
             IdentityContainer container = context.get(IdentityContainer::NAME);
             handler.deliver(CIMValue(container.getUserName()));
-        }
-        else if (methodName.equal("ClientAddress"))
-        {
+        } else if (methodName.equal("ClientAddress")) {
             String address;
 #ifdef ZAR_FRAMEWORK_CLIENT_ADDRESS
-            if (context.contains(ClientAddressContainer::NAME))
-            {
-                ClientAddressContainer c =
-                    context.get(ClientAddressContainer::NAME);
+            if (context.contains(ClientAddressContainer::NAME)) {
+                ClientAddressContainer c = context.get(ClientAddressContainer::NAME);
                 address = c.getAddress();
             }
 #endif
             handler.deliver(CIMValue(address));
-        }
-        else
-        {
+        } else {
             throw CIMMethodNotFoundException(methodName.getString());
         }
         handler.complete();
@@ -214,8 +190,7 @@ private:
 
     Uint32 _position(const String& name) const
     {
-        for (Uint32 i = 0; i < _volumes.size(); i++)
-        {
+        for (Uint32 i = 0; i < _volumes.size(); i++) {
             String n;
             _volumes[i].getProperty(0).getValue().get(n);
             if (n == name)
@@ -229,10 +204,8 @@ private:
     Uint32 _find(const CIMObjectPath& path) const
     {
         Array<CIMKeyBinding> keys = path.getKeyBindings();
-        for (Uint32 i = 0; i < keys.size(); i++)
-        {
-            if (keys[i].getName().equal("Name"))
-            {
+        for (Uint32 i = 0; i < keys.size(); i++) {
+            if (keys[i].getName().equal("Name")) {
                 Uint32 pos = _position(keys[i].getValue());
                 if (pos != PEG_NOT_FOUND)
                     return pos;
@@ -245,8 +218,7 @@ private:
     {
         Array<CIMKeyBinding> keys;
         keys.append(CIMKeyBinding("Name", v.getProperty(0).getValue()));
-        return CIMObjectPath(request.getHost(), request.getNameSpace(),
-            CLASS_NAME, keys);
+        return CIMObjectPath(request.getHost(), request.getNameSpace(), CLASS_NAME, keys);
     }
 
     CIMOMHandle _cimom;
@@ -256,8 +228,7 @@ private:
 
 }  // namespace
 
-extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(
-    const String& providerName)
+extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(const String& providerName)
 {
     if (String::equalNoCase(providerName, "ZAR_TestVolumeProvider"))
         return new ZAR_TestVolumeProvider();

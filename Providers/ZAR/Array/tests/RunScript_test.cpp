@@ -21,133 +21,142 @@ using namespace zare2e;
 namespace {
 
 // A loopback port that is free now.
-int freePort() {
-  int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in a{};
-  a.sin_family = AF_INET;
-  a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t len = sizeof a;
-  if (fd < 0 || ::bind(fd, (sockaddr*)&a, sizeof a) != 0 ||
-      ::getsockname(fd, (sockaddr*)&a, &len) != 0) {
-    if (fd >= 0) ::close(fd);
-    return -1;
-  }
-  ::close(fd);
-  return ntohs(a.sin_port);
+int freePort()
+{
+    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in a{};
+    a.sin_family = AF_INET;
+    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t len = sizeof a;
+    if (fd < 0 || ::bind(fd, (sockaddr*)&a, sizeof a) != 0 ||
+        ::getsockname(fd, (sockaddr*)&a, &len) != 0) {
+        if (fd >= 0)
+            ::close(fd);
+        return -1;
+    }
+    ::close(fd);
+    return ntohs(a.sin_port);
 }
 
-std::vector<std::string> printedCommands(const std::string& output) {
-  std::vector<std::string> commands;
-  std::istringstream in(output);
-  std::string line;
-  while (std::getline(in, line)) {
-    size_t at = line.find("wbemcli ");
-    if (at != std::string::npos && line.find_first_not_of(' ') == at)
-      commands.push_back(line.substr(at));
-  }
-  return commands;
+std::vector<std::string> printedCommands(const std::string& output)
+{
+    std::vector<std::string> commands;
+    std::istringstream in(output);
+    std::string line;
+    while (std::getline(in, line)) {
+        size_t at = line.find("wbemcli ");
+        if (at != std::string::npos && line.find_first_not_of(' ') == at)
+            commands.push_back(line.substr(at));
+    }
+    return commands;
 }
 
 class RunScriptTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::string out;
-    if (runCommand("which wbemcli", out, 10) != 0) {
-      GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
+protected:
+    void SetUp() override
+    {
+        std::string out;
+        if (runCommand("which wbemcli", out, 10) != 0) {
+            GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
+        }
+        var_ = makeTempDir() + "/var";
     }
-    var_ = makeTempDir() + "/var";
-  }
 
-  void TearDown() override {
-    for (ServerProcess* s : {&server_, &again_}) {
-      if (s->pid() > 0) s->stop();
+    void TearDown() override
+    {
+        for (ServerProcess* s : {&server_, &again_}) {
+            if (s->pid() > 0)
+                s->stop();
+        }
     }
-  }
 
-  // Starts run.sh on a free port and waits until its server listens.
-  void start(ServerProcess& server) {
-    port_ = freePort();
-    ASSERT_GT(port_, 0);
-    std::string err;
-    ASSERT_TRUE(server.start(sourceDir() + "/scripts/run.sh",
-                              {"--no-build", "--build-dir", binaryDir(), "--var-dir", var_,
-                               "--http-port=" + std::to_string(port_)},
-                              {}, err))
-        << err;
-  }
+    // Starts run.sh on a free port and waits until its server listens.
+    void start(ServerProcess& server)
+    {
+        port_ = freePort();
+        ASSERT_GT(port_, 0);
+        std::string err;
+        ASSERT_TRUE(server.start(sourceDir() + "/scripts/run.sh",
+                                 {"--no-build", "--build-dir", binaryDir(), "--var-dir", var_,
+                                  "--http-port=" + std::to_string(port_)},
+                                 {}, err))
+            << err;
+    }
 
-  std::string var_;
-  int port_ = -1;
-  ServerProcess server_;
-  ServerProcess again_;
+    std::string var_;
+    int port_ = -1;
+    ServerProcess server_;
+    ServerProcess again_;
 };
 
-TEST_F(RunScriptTest, PrintedCommandsWorkAndThePasswordIsShownOnce) {
-  start(server_);
-  const std::string first = server_.output();
+TEST_F(RunScriptTest, PrintedCommandsWorkAndThePasswordIsShownOnce)
+{
+    start(server_);
+    const std::string first = server_.output();
 
-  // The credentials file is private and holds the password that was shown.
-  struct stat st;
-  ASSERT_EQ(0, ::stat((var_ + "/cim-credentials").c_str(), &st)) << first;
-  EXPECT_EQ(0600u, st.st_mode & 0777);
-  EXPECT_EQ(0, ::stat((var_ + "/array.db").c_str(), &st));
-  std::ifstream f(var_ + "/cim-credentials");
-  std::string user, password;
-  f >> user >> password;
-  ASSERT_EQ(24u, password.size());
-  EXPECT_NE(std::string::npos, first.find("    " + password + "\n")) << first;
+    // The credentials file is private and holds the password that was shown.
+    struct stat st;
+    ASSERT_EQ(0, ::stat((var_ + "/cim-credentials").c_str(), &st)) << first;
+    EXPECT_EQ(0600u, st.st_mode & 0777);
+    EXPECT_EQ(0, ::stat((var_ + "/array.db").c_str(), &st));
+    std::ifstream f(var_ + "/cim-credentials");
+    std::string user, password;
+    f >> user >> password;
+    ASSERT_EQ(24u, password.size());
+    EXPECT_NE(std::string::npos, first.find("    " + password + "\n")) << first;
 
-  std::vector<std::string> commands = printedCommands(first);
-  ASSERT_GE(commands.size(), 4u) << first;
-  bool sawViews = false, sawCapabilities = false;
-  for (const std::string& c : commands) {
+    std::vector<std::string> commands = printedCommands(first);
+    ASSERT_GE(commands.size(), 4u) << first;
+    bool sawViews = false, sawCapabilities = false;
+    for (const std::string& c : commands) {
+        std::string out;
+        ASSERT_EQ(0, runCommand(c, out)) << c << "\n" << out;
+        EXPECT_EQ(std::string::npos, out.find("wbemcli:")) << c << "\n" << out;
+        if (c.compare(8, 3, "ei ") == 0 && c.find(":ZAR_SCSIController") != std::string::npos)
+            sawViews = out.find("ZAR_SCSIController.CreationClassName=") != std::string::npos &&
+                       out.find("OtherNameFormat=") != std::string::npos;
+        if (c.compare(8, 3, "gi ") == 0 && c.find("MaskingCapabilities") != std::string::npos)
+            sawCapabilities = out.find("PortsPerView=4") != std::string::npos;
+    }
+    EXPECT_TRUE(sawViews) << first;
+    EXPECT_TRUE(sawCapabilities) << first;
+    ASSERT_EQ(0, server_.stop()) << server_.output();
+
+    // A second run keeps the array and the user and does not show the
+    // password again; its printed commands still work.
+    start(again_);
+    const std::string second = again_.output();
+    EXPECT_EQ(std::string::npos, second.find(password)) << second;
+    EXPECT_EQ(std::string::npos, second.find("seeding")) << second;
+    commands = printedCommands(second);
+    ASSERT_FALSE(commands.empty());
     std::string out;
-    ASSERT_EQ(0, runCommand(c, out)) << c << "\n" << out;
-    EXPECT_EQ(std::string::npos, out.find("wbemcli:")) << c << "\n" << out;
-    if (c.compare(8, 3, "ei ") == 0 && c.find(":ZAR_SCSIController") != std::string::npos)
-      sawViews = out.find("ZAR_SCSIController.CreationClassName=") != std::string::npos &&
-                 out.find("OtherNameFormat=") != std::string::npos;
-    if (c.compare(8, 3, "gi ") == 0 && c.find("MaskingCapabilities") != std::string::npos)
-      sawCapabilities = out.find("PortsPerView=4") != std::string::npos;
-  }
-  EXPECT_TRUE(sawViews) << first;
-  EXPECT_TRUE(sawCapabilities) << first;
-  ASSERT_EQ(0, server_.stop()) << server_.output();
+    EXPECT_EQ(0, runCommand(commands[0], out)) << out;
+    ASSERT_EQ(0, again_.stop()) << again_.output();
 
-  // A second run keeps the array and the user and does not show the
-  // password again; its printed commands still work.
-  start(again_);
-  const std::string second = again_.output();
-  EXPECT_EQ(std::string::npos, second.find(password)) << second;
-  EXPECT_EQ(std::string::npos, second.find("seeding")) << second;
-  commands = printedCommands(second);
-  ASSERT_FALSE(commands.empty());
-  std::string out;
-  EXPECT_EQ(0, runCommand(commands[0], out)) << out;
-  ASSERT_EQ(0, again_.stop()) << again_.output();
-
-  // A removed array is seeded again and gets the kept user back.
-  ASSERT_EQ(0, ::unlink((var_ + "/array.db").c_str()));
-  ServerProcess third;
-  start(third);
-  EXPECT_NE(std::string::npos, third.output().find("seeding")) << third.output();
-  EXPECT_EQ(std::string::npos, third.output().find(password)) << third.output();
-  commands = printedCommands(third.output());
-  ASSERT_FALSE(commands.empty());
-  EXPECT_EQ(0, runCommand(commands[0], out)) << out;
-  EXPECT_EQ(0, third.stop()) << third.output();
+    // A removed array is seeded again and gets the kept user back.
+    ASSERT_EQ(0, ::unlink((var_ + "/array.db").c_str()));
+    ServerProcess third;
+    start(third);
+    EXPECT_NE(std::string::npos, third.output().find("seeding")) << third.output();
+    EXPECT_EQ(std::string::npos, third.output().find(password)) << third.output();
+    commands = printedCommands(third.output());
+    ASSERT_FALSE(commands.empty());
+    EXPECT_EQ(0, runCommand(commands[0], out)) << out;
+    EXPECT_EQ(0, third.stop()) << third.output();
 }
 
-TEST_F(RunScriptTest, RefusesBadOptions) {
-  std::string out;
-  const std::string script = sourceDir() + "/scripts/run.sh";
-  EXPECT_EQ(0, runCommand(script + " --help", out));
-  EXPECT_NE(std::string::npos, out.find("Usage: scripts/run.sh")) << out;
-  EXPECT_NE(0, runCommand(script + " --port 70000 --no-build", out));
-  EXPECT_NE(std::string::npos, out.find("out of range")) << out;
-  EXPECT_NE(0, runCommand(script + " --role root --no-build", out));
-  EXPECT_NE(0, runCommand(script + " --frobnicate", out));
-  EXPECT_NE(std::string::npos, out.find("unknown option")) << out;
+TEST_F(RunScriptTest, RefusesBadOptions)
+{
+    std::string out;
+    const std::string script = sourceDir() + "/scripts/run.sh";
+    EXPECT_EQ(0, runCommand(script + " --help", out));
+    EXPECT_NE(std::string::npos, out.find("Usage: scripts/run.sh")) << out;
+    EXPECT_NE(0, runCommand(script + " --port 70000 --no-build", out));
+    EXPECT_NE(std::string::npos, out.find("out of range")) << out;
+    EXPECT_NE(0, runCommand(script + " --role root --no-build", out));
+    EXPECT_NE(0, runCommand(script + " --frobnicate", out));
+    EXPECT_NE(std::string::npos, out.find("unknown option")) << out;
 }
 
 }  // namespace

@@ -14,141 +14,158 @@ namespace {
 const CIMNamespaceName kZar("root/zar");
 
 struct Protocol {
-  port_type_t type;
-  const char* endpoint;
-  const char* view;
-  const char* assoc;
+    port_type_t type;
+    const char* endpoint;
+    const char* view;
+    const char* assoc;
 };
-const Protocol kProtocols[] = {
-    {PORT_TYPE_FC, "ZAR_SCSIProtocolFCEndpoint", "ZAR_SCSIController", "ZAR_SAPAvailableForElement"},
-    {PORT_TYPE_ISCSI, "ZAR_iSCSIProtocolEndpoint", "ZAR_iSCSIController", "ZAR_iSCSISAPAvailableForElement"}};
+const Protocol kProtocols[] = {{PORT_TYPE_FC, "ZAR_SCSIProtocolFCEndpoint", "ZAR_SCSIController",
+                                "ZAR_SAPAvailableForElement"},
+                               {PORT_TYPE_ISCSI, "ZAR_iSCSIProtocolEndpoint", "ZAR_iSCSIController",
+                                "ZAR_iSCSISAPAvailableForElement"}};
 
 class SAPAvailableForElementProviderTest : public ArrayModuleFixture {
- protected:
-  Array<CIMInstance> instances(const char* cls) {
-    InstanceList list;
-    server().enumerateInstances(as("viewer"), kZar, CIMName(cls), true, false, false, false, CIMPropertyList(),
-                                list);
-    return list.got;
-  }
-  Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc, const char* resultClass,
-                                  const char* role, const char* resultRole) {
-    NameList names;
-    server().associatorNames(as("viewer"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
-                             resultClass ? CIMName(resultClass) : CIMName(), role, resultRole, names);
-    return names.got;
-  }
-  // The views that the array says a port reaches: its own matched-set,
-  // port-present and default views, and every host-sees and host-set view.
-  static std::set<std::string> reachedFrom(const std::vector<vlun>& views, const std::string& position) {
-    std::set<std::string> out;
-    for (const vlun& r : views) {
-      char text[16], scratch[16];
-      bool everyPort = r.accessPriority == API_VLUN_HOST_SEES || r.accessPriority == API_VLUN_HOST_SET;
-      if (everyPort || position == loop_txbf(r.port, text, scratch))
-        out.insert(fieldOf(r.deviceID, sizeof r.deviceID));
+protected:
+    Array<CIMInstance> instances(const char* cls)
+    {
+        InstanceList list;
+        server().enumerateInstances(as("viewer"), kZar, CIMName(cls), true, false, false, false,
+                                    CIMPropertyList(), list);
+        return list.got;
     }
-    return out;
-  }
+    Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
+                                    const char* resultClass, const char* role,
+                                    const char* resultRole)
+    {
+        NameList names;
+        server().associatorNames(as("viewer"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
+                                 resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
+                                 names);
+        return names.got;
+    }
+    // The views that the array says a port reaches: its own matched-set,
+    // port-present and default views, and every host-sees and host-set view.
+    static std::set<std::string> reachedFrom(const std::vector<vlun>& views,
+                                             const std::string& position)
+    {
+        std::set<std::string> out;
+        for (const vlun& r : views) {
+            char text[16], scratch[16];
+            bool everyPort =
+                r.accessPriority == API_VLUN_HOST_SEES || r.accessPriority == API_VLUN_HOST_SET;
+            if (everyPort || position == loop_txbf(r.port, text, scratch))
+                out.insert(fieldOf(r.deviceID, sizeof r.deviceID));
+        }
+        return out;
+    }
 };
 
-TEST_F(SAPAvailableForElementProviderTest, EachEndpointReachesItsPortsViewsAndBack) {
-  for (const Protocol& p : kProtocols) {
-    std::vector<vlun> views = arrayViews(p.type);
-    Array<CIMInstance> endpoints = instances(p.endpoint);
-    ASSERT_GT(endpoints.size(), 0u);
-    std::map<std::string, std::set<std::string>> endpointsOfView;
-    bool sawDefault = false;
+TEST_F(SAPAvailableForElementProviderTest, EachEndpointReachesItsPortsViewsAndBack)
+{
+    for (const Protocol& p : kProtocols) {
+        std::vector<vlun> views = arrayViews(p.type);
+        Array<CIMInstance> endpoints = instances(p.endpoint);
+        ASSERT_GT(endpoints.size(), 0u);
+        std::map<std::string, std::set<std::string>> endpointsOfView;
+        bool sawDefault = false;
+        for (Uint32 i = 0; i < endpoints.size(); i++) {
+            std::string position = prop(endpoints[i], "PortPosition");
+            std::set<std::string> expected = reachedFrom(views, position);
+            Array<CIMObjectPath> got = assocNames(endpoints[i].getPath(), p.assoc, p.view,
+                                                  "AvailableSAP", "ManagedElement");
+            EXPECT_EQ(expected, keys(got, "DeviceID")) << p.endpoint << " " << position;
+            for (const std::string& id : expected) {
+                endpointsOfView[id].insert(prop(endpoints[i], "Name"));
+                sawDefault = sawDefault || id.find("default") != std::string::npos;
+            }
+        }
+        EXPECT_TRUE(sawDefault) << "default views are reached through their port";
+
+        // From each view back to the endpoints of its ports.
+        NameList viewPaths;
+        server().enumerateInstanceNames(as("viewer"), kZar, CIMName(p.view), viewPaths);
+        for (Uint32 i = 0; i < viewPaths.got.size(); i++) {
+            std::string id = key(viewPaths.got[i], "DeviceID");
+            Array<CIMObjectPath> got = assocNames(viewPaths.got[i], p.assoc, "CIM_ProtocolEndpoint",
+                                                  "ManagedElement", "AvailableSAP");
+            EXPECT_EQ(endpointsOfView[id], keys(got, "Name")) << id;
+        }
+    }
+}
+
+TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
+{
+    for (const Protocol& p : kProtocols) {
+        Array<CIMInstance> endpoints = instances(p.endpoint);
+        ASSERT_GT(endpoints.size(), 0u);
+        const CIMObjectPath from = endpoints[0].getPath();
+        size_t reached = assocNames(from, p.assoc, nullptr, "", "").size();
+        ASSERT_GT(reached, 0u);
+        EXPECT_EQ(0u, assocNames(from, p.assoc, nullptr, "ManagedElement", "").size());
+        EXPECT_EQ(0u, assocNames(from, p.assoc, nullptr, "", "AvailableSAP").size());
+        EXPECT_EQ(0u, assocNames(from, p.assoc, "ZAR_StorageVolume", "", "").size());
+        EXPECT_EQ(reached,
+                  assocNames(from, nullptr, "CIM_ManagedElement", "availablesap", "").size());
+
+        ObjectList refs;
+        server().references(as("viewer"), kZar, from, CIMName(p.assoc), "AvailableSAP", false,
+                            false, CIMPropertyList(), refs);
+        EXPECT_EQ(reached, refs.got.size());
+        for (Uint32 i = 0; i < refs.got.size(); i++)
+            EXPECT_EQ(prop(endpoints[0], "Name"),
+                      key(refKey(refs.got[i].getPath(), "AvailableSAP"), "Name"));
+        NameList none;
+        server().referenceNames(as("viewer"), kZar, from, CIMName(p.assoc), "ManagedElement", none);
+        EXPECT_EQ(0u, none.got.size());
+
+        // Whole views from the endpoint, each one the view of that path.
+        ObjectList views;
+        server().associators(as("viewer"), kZar, from, CIMName(p.assoc), CIMName(), "", "", false,
+                             false, CIMPropertyList(), views);
+        ASSERT_EQ(reached, views.got.size());
+        for (Uint32 i = 0; i < views.got.size(); i++)
+            EXPECT_EQ(key(views.got[i].getPath(), "DeviceID"),
+                      prop(CIMInstance(views.got[i]), "DeviceID"));
+
+        // Enumerated association instances: one per reached pair, each
+        // fetched again by its path.
+        NameList all;
+        server().enumerateInstanceNames(as("viewer"), kZar, CIMName(p.assoc), all);
+        size_t total = 0;
+        for (Uint32 i = 0; i < endpoints.size(); i++)
+            total += assocNames(endpoints[i].getPath(), p.assoc, nullptr, "", "").size();
+        EXPECT_EQ(total, all.got.size());
+        CIMInstance one = server().getInstance(as("viewer"), kZar, all.got[0], false, false, false,
+                                               CIMPropertyList());
+        EXPECT_FALSE(prop(one, "ManagedElement").empty());
+    }
+}
+
+TEST_F(SAPAvailableForElementProviderTest, ANewPortPresentExportIsReachedOnlyThroughItsPort)
+{
+    char wwn[33] = "";
+    ASSERT_EQ(0, zarsim_add_volume("pp-new", 1024, "-", VOL_MODE_READWRITE, wwn));
+    ASSERT_EQ(0, cim_sem_wait());
+    zar_u64 high = 0, low = 0;
+    ASSERT_EQ(0, api_wwnStringToInt(nullptr, wwn, &high, &low));
+    zar_u32 lun = 77;
+    char err[513] = "";
+    lpid_t port = API_PORT_NONE;
+    ASSERT_EQ(0, api_convertStrLPIDtoPortID("1:1:1", &port));
+    int rc = api_createVLUN(nullptr, high, low, &lun, nullptr, (zar_u64)-10, nullptr, port, 0, 0,
+                            err, sizeof err);
+    cim_sem_post();
+    ASSERT_EQ(0, rc) << err;
+
+    Array<CIMInstance> endpoints = instances("ZAR_SCSIProtocolFCEndpoint");
     for (Uint32 i = 0; i < endpoints.size(); i++) {
-      std::string position = prop(endpoints[i], "PortPosition");
-      std::set<std::string> expected = reachedFrom(views, position);
-      Array<CIMObjectPath> got =
-          assocNames(endpoints[i].getPath(), p.assoc, p.view, "AvailableSAP", "ManagedElement");
-      EXPECT_EQ(expected, keys(got, "DeviceID")) << p.endpoint << " " << position;
-      for (const std::string& id : expected) {
-        endpointsOfView[id].insert(prop(endpoints[i], "Name"));
-        sawDefault = sawDefault || id.find("default") != std::string::npos;
-      }
+        std::set<std::string> views =
+            keys(assocNames(endpoints[i].getPath(), "ZAR_SAPAvailableForElement", nullptr, "", ""),
+                 "DeviceID");
+        bool own = prop(endpoints[i], "PortPosition") == "1:1:1";
+        EXPECT_EQ(own, views.count("PP:1:1:1") == 1) << prop(endpoints[i], "PortPosition");
+        EXPECT_EQ(own, views.count("PP:1:1:1:default") == 1) << prop(endpoints[i], "PortPosition");
     }
-    EXPECT_TRUE(sawDefault) << "default views are reached through their port";
-
-    // From each view back to the endpoints of its ports.
-    NameList viewPaths;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName(p.view), viewPaths);
-    for (Uint32 i = 0; i < viewPaths.got.size(); i++) {
-      std::string id = key(viewPaths.got[i], "DeviceID");
-      Array<CIMObjectPath> got =
-          assocNames(viewPaths.got[i], p.assoc, "CIM_ProtocolEndpoint", "ManagedElement", "AvailableSAP");
-      EXPECT_EQ(endpointsOfView[id], keys(got, "Name")) << id;
-    }
-  }
-}
-
-TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances) {
-  for (const Protocol& p : kProtocols) {
-    Array<CIMInstance> endpoints = instances(p.endpoint);
-    ASSERT_GT(endpoints.size(), 0u);
-    const CIMObjectPath from = endpoints[0].getPath();
-    size_t reached = assocNames(from, p.assoc, nullptr, "", "").size();
-    ASSERT_GT(reached, 0u);
-    EXPECT_EQ(0u, assocNames(from, p.assoc, nullptr, "ManagedElement", "").size());
-    EXPECT_EQ(0u, assocNames(from, p.assoc, nullptr, "", "AvailableSAP").size());
-    EXPECT_EQ(0u, assocNames(from, p.assoc, "ZAR_StorageVolume", "", "").size());
-    EXPECT_EQ(reached, assocNames(from, nullptr, "CIM_ManagedElement", "availablesap", "").size());
-
-    ObjectList refs;
-    server().references(as("viewer"), kZar, from, CIMName(p.assoc), "AvailableSAP", false, false,
-                        CIMPropertyList(), refs);
-    EXPECT_EQ(reached, refs.got.size());
-    for (Uint32 i = 0; i < refs.got.size(); i++)
-      EXPECT_EQ(prop(endpoints[0], "Name"), key(refKey(refs.got[i].getPath(), "AvailableSAP"), "Name"));
-    NameList none;
-    server().referenceNames(as("viewer"), kZar, from, CIMName(p.assoc), "ManagedElement", none);
-    EXPECT_EQ(0u, none.got.size());
-
-    // Whole views from the endpoint, each one the view of that path.
-    ObjectList views;
-    server().associators(as("viewer"), kZar, from, CIMName(p.assoc), CIMName(), "", "", false, false,
-                         CIMPropertyList(), views);
-    ASSERT_EQ(reached, views.got.size());
-    for (Uint32 i = 0; i < views.got.size(); i++)
-      EXPECT_EQ(key(views.got[i].getPath(), "DeviceID"), prop(CIMInstance(views.got[i]), "DeviceID"));
-
-    // Enumerated association instances: one per reached pair, each
-    // fetched again by its path.
-    NameList all;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName(p.assoc), all);
-    size_t total = 0;
-    for (Uint32 i = 0; i < endpoints.size(); i++)
-      total += assocNames(endpoints[i].getPath(), p.assoc, nullptr, "", "").size();
-    EXPECT_EQ(total, all.got.size());
-    CIMInstance one = server().getInstance(as("viewer"), kZar, all.got[0], false, false, false, CIMPropertyList());
-    EXPECT_FALSE(prop(one, "ManagedElement").empty());
-  }
-}
-
-TEST_F(SAPAvailableForElementProviderTest, ANewPortPresentExportIsReachedOnlyThroughItsPort) {
-  char wwn[33] = "";
-  ASSERT_EQ(0, zarsim_add_volume("pp-new", 1024, "-", VOL_MODE_READWRITE, wwn));
-  ASSERT_EQ(0, cim_sem_wait());
-  zar_u64 high = 0, low = 0;
-  ASSERT_EQ(0, api_wwnStringToInt(nullptr, wwn, &high, &low));
-  zar_u32 lun = 77;
-  char err[513] = "";
-  lpid_t port = API_PORT_NONE;
-  ASSERT_EQ(0, api_convertStrLPIDtoPortID("1:1:1", &port));
-  int rc = api_createVLUN(nullptr, high, low, &lun, nullptr, (zar_u64)-10, nullptr, port, 0, 0, err, sizeof err);
-  cim_sem_post();
-  ASSERT_EQ(0, rc) << err;
-
-  Array<CIMInstance> endpoints = instances("ZAR_SCSIProtocolFCEndpoint");
-  for (Uint32 i = 0; i < endpoints.size(); i++) {
-    std::set<std::string> views =
-        keys(assocNames(endpoints[i].getPath(), "ZAR_SAPAvailableForElement", nullptr, "", ""), "DeviceID");
-    bool own = prop(endpoints[i], "PortPosition") == "1:1:1";
-    EXPECT_EQ(own, views.count("PP:1:1:1") == 1) << prop(endpoints[i], "PortPosition");
-    EXPECT_EQ(own, views.count("PP:1:1:1:default") == 1) << prop(endpoints[i], "PortPosition");
-  }
 }
 
 }  // namespace

@@ -13,191 +13,196 @@ namespace {
 
 const CIMNamespaceName kZar("root/zar");
 
-CIMObjectPath systemPath(const String& ccn, const String& name) {
-  Array<CIMKeyBinding> keys;
-  keys.append(CIMKeyBinding(CIMName("CreationClassName"), ccn, CIMKeyBinding::STRING));
-  keys.append(CIMKeyBinding(CIMName("Name"), name, CIMKeyBinding::STRING));
-  return CIMObjectPath("somehost", kZar, CIMName("ZAR_StorageSystem"), keys);
+CIMObjectPath systemPath(const String& ccn, const String& name)
+{
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), ccn, CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("Name"), name, CIMKeyBinding::STRING));
+    return CIMObjectPath("somehost", kZar, CIMName("ZAR_StorageSystem"), keys);
 }
 
 template <typename T>
-T valueOf(const CIMInstance& inst, const char* name) {
-  T v{};
-  Uint32 pos = inst.findProperty(CIMName(name));
-  EXPECT_NE(PEG_NOT_FOUND, pos) << name;
-  if (pos != PEG_NOT_FOUND) {
-    EXPECT_FALSE(inst.getProperty(pos).getValue().isNull()) << name;
-    inst.getProperty(pos).getValue().get(v);
-  }
-  return v;
+T valueOf(const CIMInstance& inst, const char* name)
+{
+    T v{};
+    Uint32 pos = inst.findProperty(CIMName(name));
+    EXPECT_NE(PEG_NOT_FOUND, pos) << name;
+    if (pos != PEG_NOT_FOUND) {
+        EXPECT_FALSE(inst.getProperty(pos).getValue().isNull()) << name;
+        inst.getProperty(pos).getValue().get(v);
+    }
+    return v;
 }
 
-std::vector<std::string> strings(const Array<String>& a) {
-  std::vector<std::string> v;
-  for (Uint32 i = 0; i < a.size(); i++) v.push_back(text(a[i]));
-  return v;
+std::vector<std::string> strings(const Array<String>& a)
+{
+    std::vector<std::string> v;
+    for (Uint32 i = 0; i < a.size(); i++)
+        v.push_back(text(a[i]));
+    return v;
 }
 
 struct Names : ObjectPathResponseHandler {
-  Array<CIMObjectPath> got;
-  void processing() override {}
-  void complete() override {}
-  void deliver(const CIMObjectPath& p) override { got.append(p); }
-  void deliver(const Array<CIMObjectPath>& ps) override { got.appendArray(ps); }
+    Array<CIMObjectPath> got;
+    void processing() override {}
+    void complete() override {}
+    void deliver(const CIMObjectPath& p) override { got.append(p); }
+    void deliver(const Array<CIMObjectPath>& ps) override { got.appendArray(ps); }
 };
 
 using StorageSystemProviderTest = zartest::ArrayModuleFixture;
 
-TEST_F(StorageSystemProviderTest, EnumeratesTheOneSystemByItsName) {
-  api_sysinfo_t info = systemInfo();
-  for (const OperationContext& context : {as("viewer"), OperationContext()}) {
-    Names names;
-    server().enumerateInstanceNames(context, kZar, CIMName("ZAR_StorageSystem"), names);
-    ASSERT_EQ(1u, names.got.size());
-    CIMObjectPath p = names.got[0];
-    EXPECT_TRUE(p.getClassName().equal(CIMName("ZAR_StorageSystem")));
-    const Array<CIMKeyBinding>& keys = p.getKeyBindings();
-    ASSERT_EQ(2u, keys.size());
-    for (Uint32 i = 0; i < keys.size(); i++) {
-      if (keys[i].getName().equal(CIMName("Name")))
-        EXPECT_EQ(std::string(info.name), text(keys[i].getValue()));
-      else
-        EXPECT_EQ("ZAR_StorageSystem", text(keys[i].getValue()));
+TEST_F(StorageSystemProviderTest, EnumeratesTheOneSystemByItsName)
+{
+    api_sysinfo_t info = systemInfo();
+    for (const OperationContext& context : {as("viewer"), OperationContext()}) {
+        Names names;
+        server().enumerateInstanceNames(context, kZar, CIMName("ZAR_StorageSystem"), names);
+        ASSERT_EQ(1u, names.got.size());
+        CIMObjectPath p = names.got[0];
+        EXPECT_TRUE(p.getClassName().equal(CIMName("ZAR_StorageSystem")));
+        const Array<CIMKeyBinding>& keys = p.getKeyBindings();
+        ASSERT_EQ(2u, keys.size());
+        for (Uint32 i = 0; i < keys.size(); i++) {
+            if (keys[i].getName().equal(CIMName("Name")))
+                EXPECT_EQ(std::string(info.name), text(keys[i].getValue()));
+            else
+                EXPECT_EQ("ZAR_StorageSystem", text(keys[i].getValue()));
+        }
     }
-  }
 }
 
-TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray) {
-  api_sysinfo_t info = systemInfo();
-  char owner[256] = "", contact[256] = "";
-  ASSERT_EQ(0, cim_sem_wait());
-  ASSERT_EQ(0, api_getOwnerName(owner, sizeof(owner)));
-  ASSERT_EQ(0, api_getSystemContact(contact, sizeof(contact)));
-  cim_sem_post();
+TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
+{
+    api_sysinfo_t info = systemInfo();
+    char owner[256] = "", contact[256] = "";
+    ASSERT_EQ(0, cim_sem_wait());
+    ASSERT_EQ(0, api_getOwnerName(owner, sizeof(owner)));
+    ASSERT_EQ(0, api_getSystemContact(contact, sizeof(contact)));
+    cim_sem_post();
 
-  CIMInstance inst = server().getInstance(
-      as("viewer"), kZar, systemPath("ZAR_StorageSystem", info.name), false, false, false,
-      CIMPropertyList());
-  EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
-  EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "ElementName")));
-  EXPECT_EQ("ZAR_StorageSystem", text(valueOf<String>(inst, "CreationClassName")));
-  EXPECT_EQ(std::string(owner), text(valueOf<String>(inst, "PrimaryOwnerName")));
-  EXPECT_EQ(std::string(contact), text(valueOf<String>(inst, "PrimaryOwnerContact")));
+    CIMInstance inst =
+        server().getInstance(as("viewer"), kZar, systemPath("ZAR_StorageSystem", info.name), false,
+                             false, false, CIMPropertyList());
+    EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
+    EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "ElementName")));
+    EXPECT_EQ("ZAR_StorageSystem", text(valueOf<String>(inst, "CreationClassName")));
+    EXPECT_EQ(std::string(owner), text(valueOf<String>(inst, "PrimaryOwnerName")));
+    EXPECT_EQ(std::string(contact), text(valueOf<String>(inst, "PrimaryOwnerContact")));
 
-  Array<Uint16> dedicated = valueOf<Array<Uint16>>(inst, "Dedicated");
-  ASSERT_EQ(2u, dedicated.size());
-  EXPECT_EQ(3, dedicated[0]);    // Storage
-  EXPECT_EQ(15, dedicated[1]);   // Block Server
+    Array<Uint16> dedicated = valueOf<Array<Uint16>>(inst, "Dedicated");
+    ASSERT_EQ(2u, dedicated.size());
+    EXPECT_EQ(3, dedicated[0]);   // Storage
+    EXPECT_EQ(15, dedicated[1]);  // Block Server
 
-  Array<Uint16> status = valueOf<Array<Uint16>>(inst, "OperationalStatus");
-  std::vector<std::string> descriptions =
-      strings(valueOf<Array<String>>(inst, "StatusDescriptions"));
-  ASSERT_EQ(1u, status.size());
-  ASSERT_EQ(1u, descriptions.size());
-  if (info.nodesAlive == info.nodesTotal) {
-    EXPECT_EQ(2, status[0]);
-    EXPECT_EQ("OK", descriptions[0]);
-    EXPECT_EQ(5, valueOf<Uint16>(inst, "HealthState"));
-  } else {
-    EXPECT_EQ(3, status[0]);
-    EXPECT_EQ("Degraded", descriptions[0]);
-  }
+    Array<Uint16> status = valueOf<Array<Uint16>>(inst, "OperationalStatus");
+    std::vector<std::string> descriptions =
+        strings(valueOf<Array<String>>(inst, "StatusDescriptions"));
+    ASSERT_EQ(1u, status.size());
+    ASSERT_EQ(1u, descriptions.size());
+    if (info.nodesAlive == info.nodesTotal) {
+        EXPECT_EQ(2, status[0]);
+        EXPECT_EQ("OK", descriptions[0]);
+        EXPECT_EQ(5, valueOf<Uint16>(inst, "HealthState"));
+    } else {
+        EXPECT_EQ(3, status[0]);
+        EXPECT_EQ("Degraded", descriptions[0]);
+    }
 
-  // Identifying data and its descriptions go index for index.
-  std::vector<std::string> info_ = strings(valueOf<Array<String>>(inst, "OtherIdentifyingInfo"));
-  std::vector<std::string> what = strings(valueOf<Array<String>>(inst, "IdentifyingDescriptions"));
-  ASSERT_EQ(info_.size(), what.size());
-  auto at = std::find(what.begin(), what.end(), "Host Name");
-  ASSERT_NE(what.end(), at);
-  EXPECT_EQ(std::string(info.hostName), info_[at - what.begin()]);
-  EXPECT_TRUE(std::find(what.begin(), what.end(), "Ipv4 Address") != what.end() ||
-              std::find(what.begin(), what.end(), "Ipv6 Address") != what.end());
+    // Identifying data and its descriptions go index for index.
+    std::vector<std::string> info_ = strings(valueOf<Array<String>>(inst, "OtherIdentifyingInfo"));
+    std::vector<std::string> what =
+        strings(valueOf<Array<String>>(inst, "IdentifyingDescriptions"));
+    ASSERT_EQ(info_.size(), what.size());
+    auto at = std::find(what.begin(), what.end(), "Host Name");
+    ASSERT_NE(what.end(), at);
+    EXPECT_EQ(std::string(info.hostName), info_[at - what.begin()]);
+    EXPECT_TRUE(std::find(what.begin(), what.end(), "Ipv4 Address") != what.end() ||
+                std::find(what.begin(), what.end(), "Ipv6 Address") != what.end());
 }
 
-TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem) {
-  api_sysinfo_t info = systemInfo();
-  // The class key is compared ignoring case, the host not at all.
-  CIMInstance inst = server().getInstance(
-      as("viewer"), kZar, systemPath("zar_storagesystem", info.name), false, false, false,
-      CIMPropertyList());
-  EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
+TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
+{
+    api_sysinfo_t info = systemInfo();
+    // The class key is compared ignoring case, the host not at all.
+    CIMInstance inst =
+        server().getInstance(as("viewer"), kZar, systemPath("zar_storagesystem", info.name), false,
+                             false, false, CIMPropertyList());
+    EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
 
-  CIMException e = cimErrorOf([&] {
-    server().getInstance(as("viewer"), kZar,
-                         systemPath("ZAR_StorageSystem", String(info.name) + "X"), false,
-                         false, false, CIMPropertyList());
-  });
-  EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
-  EXPECT_EQ("ZAR_StorageSystemProvider CIM Object not found.", text(e.getMessage()));
+    CIMException e = cimErrorOf([&] {
+        server().getInstance(as("viewer"), kZar,
+                             systemPath("ZAR_StorageSystem", String(info.name) + "X"), false, false,
+                             false, CIMPropertyList());
+    });
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
+    EXPECT_EQ("ZAR_StorageSystemProvider CIM Object not found.", text(e.getMessage()));
 
-  e = cimErrorOf([&] {
-    server().getInstance(as("viewer"), kZar,
-                         systemPath("CIM_ComputerSystem", info.name), false, false, false,
-                         CIMPropertyList());
-  });
-  EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
+    e = cimErrorOf([&] {
+        server().getInstance(as("viewer"), kZar, systemPath("CIM_ComputerSystem", info.name), false,
+                             false, false, CIMPropertyList());
+    });
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
 
-  Array<CIMKeyBinding> one;
-  one.append(CIMKeyBinding(CIMName("Name"), String(info.name), CIMKeyBinding::STRING));
-  e = cimErrorOf([&] {
-    server().getInstance(as("viewer"), kZar,
-                         CIMObjectPath("", kZar, CIMName("ZAR_StorageSystem"), one), false,
-                         false, false, CIMPropertyList());
-  });
-  EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, e.getCode());
-  EXPECT_EQ("ZAR_StorageSystemProvider Expect two keys.", text(e.getMessage()));
+    Array<CIMKeyBinding> one;
+    one.append(CIMKeyBinding(CIMName("Name"), String(info.name), CIMKeyBinding::STRING));
+    e = cimErrorOf([&] {
+        server().getInstance(as("viewer"), kZar,
+                             CIMObjectPath("", kZar, CIMName("ZAR_StorageSystem"), one), false,
+                             false, false, CIMPropertyList());
+    });
+    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, e.getCode());
+    EXPECT_EQ("ZAR_StorageSystemProvider Expect two keys.", text(e.getMessage()));
 }
 
-TEST_F(StorageSystemProviderTest, NameIsReadableAsAProperty) {
-  // The masking capabilities read the system's Name this way.
-  api_sysinfo_t info = systemInfo();
-  Names names;
-  server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageSystem"),
-                                  names);
-  ASSERT_EQ(1u, names.got.size());
-  CIMValue v = server().getProperty(OperationContext(), kZar, names.got[0], CIMName("Name"));
-  String name;
-  v.get(name);
-  EXPECT_EQ(std::string(info.name), text(name));
+TEST_F(StorageSystemProviderTest, NameIsReadableAsAProperty)
+{
+    // The masking capabilities read the system's Name this way.
+    api_sysinfo_t info = systemInfo();
+    Names names;
+    server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageSystem"), names);
+    ASSERT_EQ(1u, names.got.size());
+    CIMValue v = server().getProperty(OperationContext(), kZar, names.got[0], CIMName("Name"));
+    String name;
+    v.get(name);
+    EXPECT_EQ(std::string(info.name), text(name));
 }
 
-TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads) {
-  api_sysinfo_t info = systemInfo();
-  CIMObjectPath path = systemPath("ZAR_StorageSystem", info.name);
-  Names names;
-  CIMException e = cimErrorOf([&] {
-    server().enumerateInstanceNames(as("nobody"), kZar, CIMName("ZAR_StorageSystem"), names);
-  });
-  EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode());
-  EXPECT_EQ("Insufficient privilege for the user", text(e.getMessage()));
-  EXPECT_EQ(0u, names.got.size());
+TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
+{
+    api_sysinfo_t info = systemInfo();
+    CIMObjectPath path = systemPath("ZAR_StorageSystem", info.name);
+    Names names;
+    CIMException e = cimErrorOf([&] {
+        server().enumerateInstanceNames(as("nobody"), kZar, CIMName("ZAR_StorageSystem"), names);
+    });
+    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode());
+    EXPECT_EQ("Insufficient privilege for the user", text(e.getMessage()));
+    EXPECT_EQ(0u, names.got.size());
 
-  CIMInstance changed = server().getInstance(as("viewer"), kZar, path, false, false, false,
-                                             CIMPropertyList());
-  changed.setPath(path);
-  e = cimErrorOf([&] {
-    server().modifyInstance(as("viewer"), kZar, changed, false, CIMPropertyList());
-  });
-  EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-  EXPECT_EQ("ZAR_StorageSystemProvider does not support modifyInstance.",
-            text(e.getMessage()));
-  e = cimErrorOf([&] { server().deleteInstance(as("viewer"), kZar, path); });
-  EXPECT_EQ("ZAR_StorageSystemProvider does not support deleteInstance.",
-            text(e.getMessage()));
+    CIMInstance changed =
+        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+    changed.setPath(path);
+    e = cimErrorOf(
+        [&] { server().modifyInstance(as("viewer"), kZar, changed, false, CIMPropertyList()); });
+    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
+    EXPECT_EQ("ZAR_StorageSystemProvider does not support modifyInstance.", text(e.getMessage()));
+    e = cimErrorOf([&] { server().deleteInstance(as("viewer"), kZar, path); });
+    EXPECT_EQ("ZAR_StorageSystemProvider does not support deleteInstance.", text(e.getMessage()));
 
-  zarsim_sem_timeout_next(1);
-  e = cimErrorOf([&] {
-    server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
-  });
-  EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
-  EXPECT_EQ("ZAR_StorageSystemProvider::getInstance - Operation failed: Semaphore Timed-Out",
-            text(e.getMessage()));
+    zarsim_sem_timeout_next(1);
+    e = cimErrorOf([&] {
+        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+    });
+    EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
+    EXPECT_EQ("ZAR_StorageSystemProvider::getInstance - Operation failed: Semaphore Timed-Out",
+              text(e.getMessage()));
 
-  zarsim_fail_next("api_getOwnerName", 1, 1, "owner record unreadable");
-  e = cimErrorOf([&] {
-    server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
-  });
-  EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
+    zarsim_fail_next("api_getOwnerName", 1, 1, "owner record unreadable");
+    e = cimErrorOf([&] {
+        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+    });
+    EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
 }
 
 }  // namespace

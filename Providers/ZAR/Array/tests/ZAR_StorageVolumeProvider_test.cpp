@@ -14,118 +14,133 @@ namespace {
 const CIMNamespaceName kZar("root/zar");
 
 class StorageVolumeProviderTest : public ArrayModuleFixture {
- protected:
-  Array<CIMInstance> all(const OperationContext& context, const char* cls = "ZAR_StorageVolume") {
-    InstanceList list;
-    server().enumerateInstances(context, kZar, CIMName(cls), true, false, false, false,
-                                CIMPropertyList(), list);
-    return list.got;
-  }
+protected:
+    Array<CIMInstance> all(const OperationContext& context, const char* cls = "ZAR_StorageVolume")
+    {
+        InstanceList list;
+        server().enumerateInstances(context, kZar, CIMName(cls), true, false, false, false,
+                                    CIMPropertyList(), list);
+        return list.got;
+    }
 };
 
-TEST_F(StorageVolumeProviderTest, EveryVolumeOnceWithItsRecord) {
-  std::vector<api_vv_t> volumes = arrayVolumes();
-  ASSERT_FALSE(volumes.empty());
-  api_sysinfo_t info = systemInfo();
-  std::map<std::string, api_vv_t> byWWN;
-  for (const api_vv_t& v : volumes) byWWN[fieldOf(v.name, sizeof v.name)] = v;
+TEST_F(StorageVolumeProviderTest, EveryVolumeOnceWithItsRecord)
+{
+    std::vector<api_vv_t> volumes = arrayVolumes();
+    ASSERT_FALSE(volumes.empty());
+    api_sysinfo_t info = systemInfo();
+    std::map<std::string, api_vv_t> byWWN;
+    for (const api_vv_t& v : volumes)
+        byWWN[fieldOf(v.name, sizeof v.name)] = v;
 
-  Array<CIMInstance> got = all(as("viewer"));
-  ASSERT_EQ(volumes.size(), got.size());
-  std::set<std::string> seen;
-  for (Uint32 i = 0; i < got.size(); i++) {
-    const CIMInstance& inst = got[i];
-    std::string wwn = prop(inst, "DeviceID");
-    ASSERT_EQ(1u, byWWN.count(wwn)) << wwn;
-    EXPECT_TRUE(seen.insert(wwn).second) << "delivered twice: " << wwn;
-    const api_vv_t& v = byWWN[wwn];
-    EXPECT_EQ(fieldOf(v.elementName, sizeof v.elementName), prop(inst, "ElementName"));
-    EXPECT_EQ(wwn, prop(inst, "Name"));
-    EXPECT_EQ(std::to_string((int)v.access), prop(inst, "Access"));
-    EXPECT_EQ("512", prop(inst, "BlockSize"));
-    EXPECT_EQ(std::to_string((unsigned long long)v.sizeMiB * 2048), prop(inst, "NumberOfBlocks"));
-    EXPECT_EQ(std::string(info.name), prop(inst, "SystemName"));
-    EXPECT_EQ("ZAR_StorageSystem", prop(inst, "SystemCreationClassName"));
-    // The path names the same volume and carries the array's host name.
-    EXPECT_EQ(wwn, key(inst.getPath(), "DeviceID"));
-    EXPECT_EQ("zar-demo", str(inst.getPath().getHost()));
-  }
+    Array<CIMInstance> got = all(as("viewer"));
+    ASSERT_EQ(volumes.size(), got.size());
+    std::set<std::string> seen;
+    for (Uint32 i = 0; i < got.size(); i++) {
+        const CIMInstance& inst = got[i];
+        std::string wwn = prop(inst, "DeviceID");
+        ASSERT_EQ(1u, byWWN.count(wwn)) << wwn;
+        EXPECT_TRUE(seen.insert(wwn).second) << "delivered twice: " << wwn;
+        const api_vv_t& v = byWWN[wwn];
+        EXPECT_EQ(fieldOf(v.elementName, sizeof v.elementName), prop(inst, "ElementName"));
+        EXPECT_EQ(wwn, prop(inst, "Name"));
+        EXPECT_EQ(std::to_string((int)v.access), prop(inst, "Access"));
+        EXPECT_EQ("512", prop(inst, "BlockSize"));
+        EXPECT_EQ(std::to_string((unsigned long long)v.sizeMiB * 2048),
+                  prop(inst, "NumberOfBlocks"));
+        EXPECT_EQ(std::string(info.name), prop(inst, "SystemName"));
+        EXPECT_EQ("ZAR_StorageSystem", prop(inst, "SystemCreationClassName"));
+        // The path names the same volume and carries the array's host name.
+        EXPECT_EQ(wwn, key(inst.getPath(), "DeviceID"));
+        EXPECT_EQ("zar-demo", str(inst.getPath().getHost()));
+    }
 
-  NameList names;
-  server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
-  EXPECT_EQ(seen, keys(names.got, "DeviceID"));
-  // Reached through a superclass as well.
-  EXPECT_EQ(volumes.size(), all(as("viewer"), "CIM_StorageVolume").size());
+    NameList names;
+    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
+    EXPECT_EQ(seen, keys(names.got, "DeviceID"));
+    // Reached through a superclass as well.
+    EXPECT_EQ(volumes.size(), all(as("viewer"), "CIM_StorageVolume").size());
 }
 
-TEST_F(StorageVolumeProviderTest, ManyVolumesAreAllDeliveredAcrossChunks) {
-  size_t before = arrayVolumes().size();
-  for (int i = 0; i < 230; i++)
-    ASSERT_EQ(0, zarsim_add_volume(("bulk-" + std::to_string(i)).c_str(), 1024, "-", VOL_MODE_READWRITE,
-                                   nullptr));
-  NameList names;
-  server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageVolume"), names);
-  EXPECT_EQ(before + 230, names.got.size());
-  EXPECT_EQ(before + 230, keys(names.got, "DeviceID").size()) << "duplicates across chunks";
+TEST_F(StorageVolumeProviderTest, ManyVolumesAreAllDeliveredAcrossChunks)
+{
+    size_t before = arrayVolumes().size();
+    for (int i = 0; i < 230; i++)
+        ASSERT_EQ(0, zarsim_add_volume(("bulk-" + std::to_string(i)).c_str(), 1024, "-",
+                                       VOL_MODE_READWRITE, nullptr));
+    NameList names;
+    server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageVolume"), names);
+    EXPECT_EQ(before + 230, names.got.size());
+    EXPECT_EQ(before + 230, keys(names.got, "DeviceID").size()) << "duplicates across chunks";
 }
 
-TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise) {
-  char wwn[33] = "";
-  ASSERT_EQ(0, zarsim_add_volume("ro-vol", 2048, "-", VOL_MODE_READ, wwn));
-  NameList names;
-  server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
-  CIMObjectPath path;
-  for (Uint32 i = 0; i < names.got.size(); i++)
-    if (key(names.got[i], "DeviceID") == wwn) path = names.got[i];
-  ASSERT_EQ(wwn, key(path, "DeviceID"));
+TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
+{
+    char wwn[33] = "";
+    ASSERT_EQ(0, zarsim_add_volume("ro-vol", 2048, "-", VOL_MODE_READ, wwn));
+    NameList names;
+    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
+    CIMObjectPath path;
+    for (Uint32 i = 0; i < names.got.size(); i++)
+        if (key(names.got[i], "DeviceID") == wwn)
+            path = names.got[i];
+    ASSERT_EQ(wwn, key(path, "DeviceID"));
 
-  CIMInstance inst = server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
-  EXPECT_EQ("ro-vol", prop(inst, "ElementName"));
-  EXPECT_EQ("1", prop(inst, "Access"));  // readable only
-  EXPECT_EQ(std::to_string(2048ull * 2048), prop(inst, "NumberOfBlocks"));  // 2 GiB of 512-byte blocks
+    CIMInstance inst =
+        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+    EXPECT_EQ("ro-vol", prop(inst, "ElementName"));
+    EXPECT_EQ("1", prop(inst, "Access"));  // readable only
+    EXPECT_EQ(std::to_string(2048ull * 2048),
+              prop(inst, "NumberOfBlocks"));  // 2 GiB of 512-byte blocks
 
-  // The element name is no DeviceID; another system name is another object.
-  Array<CIMKeyBinding> kb = path.getKeyBindings();
-  for (Uint32 i = 0; i < kb.size(); i++)
-    if (kb[i].getName().equal(CIMName("DeviceID")))
-      kb[i] = CIMKeyBinding(CIMName("DeviceID"), "ro-vol", CIMKeyBinding::STRING);
-  CIMObjectPath byName(path.getHost(), kZar, path.getClassName(), kb);
-  EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-              server().getInstance(as("viewer"), kZar, byName, false, false, false, CIMPropertyList());
-            }).getCode());
-  for (Uint32 i = 0; i < kb.size(); i++) {
-    if (kb[i].getName().equal(CIMName("DeviceID"))) kb[i] = CIMKeyBinding(CIMName("DeviceID"), wwn, CIMKeyBinding::STRING);
-    if (kb[i].getName().equal(CIMName("SystemName")))
-      kb[i] = CIMKeyBinding(CIMName("SystemName"), "OTHER", CIMKeyBinding::STRING);
-  }
-  CIMObjectPath otherSystem(path.getHost(), kZar, path.getClassName(), kb);
-  EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-              server().getInstance(as("viewer"), kZar, otherSystem, false, false, false, CIMPropertyList());
-            }).getCode());
+    // The element name is no DeviceID; another system name is another object.
+    Array<CIMKeyBinding> kb = path.getKeyBindings();
+    for (Uint32 i = 0; i < kb.size(); i++)
+        if (kb[i].getName().equal(CIMName("DeviceID")))
+            kb[i] = CIMKeyBinding(CIMName("DeviceID"), "ro-vol", CIMKeyBinding::STRING);
+    CIMObjectPath byName(path.getHost(), kZar, path.getClassName(), kb);
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
+                                     server().getInstance(as("viewer"), kZar, byName, false, false,
+                                                          false, CIMPropertyList());
+                                 }).getCode());
+    for (Uint32 i = 0; i < kb.size(); i++) {
+        if (kb[i].getName().equal(CIMName("DeviceID")))
+            kb[i] = CIMKeyBinding(CIMName("DeviceID"), wwn, CIMKeyBinding::STRING);
+        if (kb[i].getName().equal(CIMName("SystemName")))
+            kb[i] = CIMKeyBinding(CIMName("SystemName"), "OTHER", CIMKeyBinding::STRING);
+    }
+    CIMObjectPath otherSystem(path.getHost(), kZar, path.getClassName(), kb);
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
+                                     server().getInstance(as("viewer"), kZar, otherSystem, false,
+                                                          false, false, CIMPropertyList());
+                                 }).getCode());
 }
 
-TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures) {
-  EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] { all(as("locked")); }).getCode());
-  EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] { all(as("nobody")); }).getCode());
+TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
+{
+    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] { all(as("locked")); }).getCode());
+    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] { all(as("nobody")); }).getCode());
 
-  zarsim_fail_next("api_getVVs_chunk", 1, 1, "disk gone");
-  CIMException e = cimErrorOf([&] { all(as("viewer")); });
-  EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
-  EXPECT_NE(std::string::npos, text(e.getMessage()).find("ZAR_StorageVolumeProvider::enumerateInstances"));
-  // The listing call gives only its code: the message has the code's text.
-  EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
+    zarsim_fail_next("api_getVVs_chunk", 1, 1, "disk gone");
+    CIMException e = cimErrorOf([&] { all(as("viewer")); });
+    EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
+    EXPECT_NE(std::string::npos,
+              text(e.getMessage()).find("ZAR_StorageVolumeProvider::enumerateInstances"));
+    // The listing call gives only its code: the message has the code's text.
+    EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
 
-  NameList names;
-  server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
-  ASSERT_GT(names.got.size(), 0u);
-  CIMInstance inst = server().getInstance(as("viewer"), kZar, names.got[0], false, false, false,
-                                          CIMPropertyList());
-  inst.setPath(names.got[0]);
-  e = cimErrorOf([&] { server().modifyInstance(as("viewer"), kZar, inst, false, CIMPropertyList()); });
-  EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-  e = cimErrorOf([&] { server().deleteInstance(as("viewer"), kZar, names.got[0]); });
-  EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-  EXPECT_EQ("ZAR_StorageVolumeProvider does not support deleteInstance.", text(e.getMessage()));
+    NameList names;
+    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
+    ASSERT_GT(names.got.size(), 0u);
+    CIMInstance inst = server().getInstance(as("viewer"), kZar, names.got[0], false, false, false,
+                                            CIMPropertyList());
+    inst.setPath(names.got[0]);
+    e = cimErrorOf(
+        [&] { server().modifyInstance(as("viewer"), kZar, inst, false, CIMPropertyList()); });
+    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
+    e = cimErrorOf([&] { server().deleteInstance(as("viewer"), kZar, names.got[0]); });
+    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
+    EXPECT_EQ("ZAR_StorageVolumeProvider does not support deleteInstance.", text(e.getMessage()));
 }
 
 }  // namespace

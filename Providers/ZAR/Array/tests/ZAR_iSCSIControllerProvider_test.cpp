@@ -12,85 +12,102 @@ const CIMNamespaceName kZar("root/zar");
 
 using ISCSIControllerProviderTest = ArrayModuleFixture;
 
-TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView) {
-  std::set<std::string> expected;
-  for (const vlun& r : arrayViews(PORT_TYPE_ISCSI)) expected.insert(fieldOf(r.deviceID, sizeof r.deviceID));
-  ASSERT_FALSE(expected.empty());
+TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
+{
+    std::set<std::string> expected;
+    for (const vlun& r : arrayViews(PORT_TYPE_ISCSI))
+        expected.insert(fieldOf(r.deviceID, sizeof r.deviceID));
+    ASSERT_FALSE(expected.empty());
 
-  InstanceList list;
-  server().enumerateInstances(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), true, false, false, false,
-                              CIMPropertyList(), list);
-  std::set<std::string> got;
-  for (Uint32 i = 0; i < list.got.size(); i++) {
-    EXPECT_TRUE(got.insert(prop(list.got[i], "DeviceID")).second);
-    EXPECT_EQ("ZAR_iSCSIController", prop(list.got[i], "CreationClassName"));
-    EXPECT_EQ("3", prop(list.got[i], "NameFormat"));
-  }
-  EXPECT_EQ(expected, got);
-
-  NameList names;
-  server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), names);
-  EXPECT_EQ(expected, keys(names.got, "DeviceID"));
-  for (Uint32 i = 0; i < names.got.size(); i++) {
-    CIMInstance one = server().getInstance(as("viewer"), kZar, names.got[i], false, false, false,
-                                           CIMPropertyList());
-    EXPECT_EQ(key(names.got[i], "DeviceID"), prop(one, "DeviceID"));
-  }
-}
-
-TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound) {
-  std::vector<vlun> fc = arrayViews(PORT_TYPE_FC);
-  ASSERT_FALSE(fc.empty());
-  NameList names;
-  server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), names);
-  ASSERT_GT(names.got.size(), 0u);
-  for (const char* which : {"DeviceID", "SystemName"}) {
-    Array<CIMKeyBinding> kb = names.got[0].getKeyBindings();
-    for (Uint32 i = 0; i < kb.size(); i++)
-      if (kb[i].getName().equal(CIMName(which)))
-        kb[i] = CIMKeyBinding(CIMName(which),
-                              std::string(which) == "DeviceID" ? fieldOf(fc[0].deviceID, 65).c_str() : "OTHER",
-                              CIMKeyBinding::STRING);
-    CIMObjectPath p("", kZar, CIMName("ZAR_iSCSIController"), kb);
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                server().getInstance(as("viewer"), kZar, p, false, false, false, CIMPropertyList());
-              }).getCode())
-        << which;
-  }
-  Array<CIMKeyBinding> none;
-  none.append(CIMKeyBinding(CIMName("SystemName"), "ZAR-DEMO", CIMKeyBinding::STRING));
-  EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, cimErrorOf([&] {
-              server().getInstance(as("viewer"), kZar, CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), none),
-                                   false, false, false, CIMPropertyList());
-            }).getCode());
-}
-
-TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit) {
-  CIMObjectPath hsView;
-  std::string hostName;
-  for (const vlun& r : arrayViews(PORT_TYPE_ISCSI))
-    if (r.accessPriority == API_VLUN_HOST_SEES) {
-      hsView = CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), Array<CIMKeyBinding>());
-      hostName = fieldOf(r.hostname, sizeof r.hostname);
-      NameList names;
-      server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), names);
-      for (Uint32 i = 0; i < names.got.size(); i++)
-        if (key(names.got[i], "DeviceID") == fieldOf(r.deviceID, sizeof r.deviceID)) hsView = names.got[i];
-      break;
+    InstanceList list;
+    server().enumerateInstances(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), true, false,
+                                false, false, CIMPropertyList(), list);
+    std::set<std::string> got;
+    for (Uint32 i = 0; i < list.got.size(); i++) {
+        EXPECT_TRUE(got.insert(prop(list.got[i], "DeviceID")).second);
+        EXPECT_EQ("ZAR_iSCSIController", prop(list.got[i], "CreationClassName"));
+        EXPECT_EQ("3", prop(list.got[i], "NameFormat"));
     }
-  ASSERT_FALSE(hostName.empty()) << "the demo array has an iSCSI host-sees view";
-  ASSERT_EQ(0, zarsim_add_user("editor", "editor-pw", "edit"));
-  CIMInstance view = server().getInstance(as("viewer"), kZar, hsView, false, false, false, CIMPropertyList());
-  view.getProperty(view.findProperty(CIMName("ElementName"))).setValue(CIMValue(String("renamed01")));
-  view.setPath(hsView);
-  Array<CIMName> only;
-  only.append(CIMName("ElementName"));
-  EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] {
-              server().modifyInstance(as("viewer"), kZar, view, false, CIMPropertyList(only));
-            }).getCode());
-  server().modifyInstance(as("editor"), kZar, view, false, CIMPropertyList(only));
-  CIMInstance after = server().getInstance(as("viewer"), kZar, hsView, false, false, false, CIMPropertyList());
-  EXPECT_EQ("renamed01", prop(after, "ElementName"));
+    EXPECT_EQ(expected, got);
+
+    NameList names;
+    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), names);
+    EXPECT_EQ(expected, keys(names.got, "DeviceID"));
+    for (Uint32 i = 0; i < names.got.size(); i++) {
+        CIMInstance one = server().getInstance(as("viewer"), kZar, names.got[i], false, false,
+                                               false, CIMPropertyList());
+        EXPECT_EQ(key(names.got[i], "DeviceID"), prop(one, "DeviceID"));
+    }
+}
+
+TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
+{
+    std::vector<vlun> fc = arrayViews(PORT_TYPE_FC);
+    ASSERT_FALSE(fc.empty());
+    NameList names;
+    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), names);
+    ASSERT_GT(names.got.size(), 0u);
+    for (const char* which : {"DeviceID", "SystemName"}) {
+        Array<CIMKeyBinding> kb = names.got[0].getKeyBindings();
+        for (Uint32 i = 0; i < kb.size(); i++)
+            if (kb[i].getName().equal(CIMName(which)))
+                kb[i] = CIMKeyBinding(CIMName(which),
+                                      std::string(which) == "DeviceID"
+                                          ? fieldOf(fc[0].deviceID, 65).c_str()
+                                          : "OTHER",
+                                      CIMKeyBinding::STRING);
+        CIMObjectPath p("", kZar, CIMName("ZAR_iSCSIController"), kb);
+        EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
+                                         server().getInstance(as("viewer"), kZar, p, false, false,
+                                                              false, CIMPropertyList());
+                                     }).getCode())
+            << which;
+    }
+    Array<CIMKeyBinding> none;
+    none.append(CIMKeyBinding(CIMName("SystemName"), "ZAR-DEMO", CIMKeyBinding::STRING));
+    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER,
+              cimErrorOf([&] {
+                  server().getInstance(
+                      as("viewer"), kZar,
+                      CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), none), false, false,
+                      false, CIMPropertyList());
+              }).getCode());
+}
+
+TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
+{
+    CIMObjectPath hsView;
+    std::string hostName;
+    for (const vlun& r : arrayViews(PORT_TYPE_ISCSI))
+        if (r.accessPriority == API_VLUN_HOST_SEES) {
+            hsView =
+                CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), Array<CIMKeyBinding>());
+            hostName = fieldOf(r.hostname, sizeof r.hostname);
+            NameList names;
+            server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"),
+                                            names);
+            for (Uint32 i = 0; i < names.got.size(); i++)
+                if (key(names.got[i], "DeviceID") == fieldOf(r.deviceID, sizeof r.deviceID))
+                    hsView = names.got[i];
+            break;
+        }
+    ASSERT_FALSE(hostName.empty()) << "the demo array has an iSCSI host-sees view";
+    ASSERT_EQ(0, zarsim_add_user("editor", "editor-pw", "edit"));
+    CIMInstance view =
+        server().getInstance(as("viewer"), kZar, hsView, false, false, false, CIMPropertyList());
+    view.getProperty(view.findProperty(CIMName("ElementName")))
+        .setValue(CIMValue(String("renamed01")));
+    view.setPath(hsView);
+    Array<CIMName> only;
+    only.append(CIMName("ElementName"));
+    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] {
+                                         server().modifyInstance(as("viewer"), kZar, view, false,
+                                                                 CIMPropertyList(only));
+                                     }).getCode());
+    server().modifyInstance(as("editor"), kZar, view, false, CIMPropertyList(only));
+    CIMInstance after =
+        server().getInstance(as("viewer"), kZar, hsView, false, false, false, CIMPropertyList());
+    EXPECT_EQ("renamed01", prop(after, "ElementName"));
 }
 
 }  // namespace

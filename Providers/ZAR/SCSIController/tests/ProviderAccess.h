@@ -13,21 +13,25 @@ namespace zartest {
 // Creates and initializes the named provider; ends it with terminate().
 template <class P>
 class ProviderObject {
- public:
-  explicit ProviderObject(const char* name) {
-    Pegasus::CIMProvider* p = PegasusCreateProvider(name);
-    provider_ = dynamic_cast<P*>(p);
-    Pegasus::CIMOMHandle handle;
-    if (provider_) provider_->initialize(handle);
-  }
-  ~ProviderObject() {
-    if (provider_) provider_->terminate();
-  }
-  P* operator->() { return provider_; }
-  P* get() { return provider_; }
+public:
+    explicit ProviderObject(const char* name)
+    {
+        Pegasus::CIMProvider* p = PegasusCreateProvider(name);
+        provider_ = dynamic_cast<P*>(p);
+        Pegasus::CIMOMHandle handle;
+        if (provider_)
+            provider_->initialize(handle);
+    }
+    ~ProviderObject()
+    {
+        if (provider_)
+            provider_->terminate();
+    }
+    P* operator->() { return provider_; }
+    P* get() { return provider_; }
 
- private:
-  P* provider_ = nullptr;
+private:
+    P* provider_ = nullptr;
 };
 
 }  // namespace zartest

@@ -10,110 +10,123 @@ using zartest::text;
 namespace {
 
 class ConfigServicesTest : public zartest::ServiceFixture {
- protected:
-  void SetUp() override {
-    ServiceFixture::SetUp();
-    provider_.reset(new zartest::ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>(
-        "ZAR_ConfigServicesForSCSIControllerProvider"));
-  }
-  ZAR_ConfigServicesForSCSIControllerProvider* p() { return provider_->get(); }
-  Array<CIMObjectPath> viewNames() {
-    zartest::Paths out;
-    server().enumerateInstanceNames(as("p1browse"), ns(), "ZAR_SCSIController", out);
-    return out.items;
-  }
-  Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* resultClass = nullptr,
-                                  const char* role = "", const char* resultRole = "") {
-    zartest::Paths out;
-    p()->associatorNames(as("p1browse"), from, "ZAR_ConfigServicesForSCSIController",
-                         resultClass ? CIMName(resultClass) : CIMName(), role, resultRole, out);
-    EXPECT_EQ(1, out.completeCalls);
-    return out.items;
-  }
-  std::unique_ptr<zartest::ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>> provider_;
+protected:
+    void SetUp() override
+    {
+        ServiceFixture::SetUp();
+        provider_.reset(new zartest::ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>(
+            "ZAR_ConfigServicesForSCSIControllerProvider"));
+    }
+    ZAR_ConfigServicesForSCSIControllerProvider* p() { return provider_->get(); }
+    Array<CIMObjectPath> viewNames()
+    {
+        zartest::Paths out;
+        server().enumerateInstanceNames(as("p1browse"), ns(), "ZAR_SCSIController", out);
+        return out.items;
+    }
+    Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* resultClass = nullptr,
+                                    const char* role = "", const char* resultRole = "")
+    {
+        zartest::Paths out;
+        p()->associatorNames(as("p1browse"), from, "ZAR_ConfigServicesForSCSIController",
+                             resultClass ? CIMName(resultClass) : CIMName(), role, resultRole, out);
+        EXPECT_EQ(1, out.completeCalls);
+        return out.items;
+    }
+    std::unique_ptr<zartest::ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>> provider_;
 };
 
-TEST_F(ConfigServicesTest, TheServiceConfiguresEveryFibreChannelView) {
-  Array<CIMObjectPath> views = viewNames();
-  ASSERT_GT(views.size(), 3u);
-  Array<CIMObjectPath> fromService = assocNames(service());
-  EXPECT_EQ(views.size(), fromService.size());
-  Array<CIMObjectPath> fromView = assocNames(views[0], "CIM_ControllerConfigurationService", "Antecedent");
-  ASSERT_EQ(1u, fromView.size());
-  EXPECT_TRUE(ZAR_Common::matchObjectPath(fromView[0], service()));
+TEST_F(ConfigServicesTest, TheServiceConfiguresEveryFibreChannelView)
+{
+    Array<CIMObjectPath> views = viewNames();
+    ASSERT_GT(views.size(), 3u);
+    Array<CIMObjectPath> fromService = assocNames(service());
+    EXPECT_EQ(views.size(), fromService.size());
+    Array<CIMObjectPath> fromView =
+        assocNames(views[0], "CIM_ControllerConfigurationService", "Antecedent");
+    ASSERT_EQ(1u, fromView.size());
+    EXPECT_TRUE(ZAR_Common::matchObjectPath(fromView[0], service()));
 
-  zartest::Paths names;
-  p()->enumerateInstanceNames(as("p1browse"), CIMObjectPath("ZAR_ConfigServicesForSCSIController"), names);
-  ASSERT_EQ(views.size(), names.items.size());
-  CIMObjectPath dependent(ZAR_Common::getStringProperty(names.items[0], "Dependent"));
-  EXPECT_EQ("ZAR_SCSIController", text(dependent.getClassName().getString()));
+    zartest::Paths names;
+    p()->enumerateInstanceNames(as("p1browse"),
+                                CIMObjectPath("ZAR_ConfigServicesForSCSIController"), names);
+    ASSERT_EQ(views.size(), names.items.size());
+    CIMObjectPath dependent(ZAR_Common::getStringProperty(names.items[0], "Dependent"));
+    EXPECT_EQ("ZAR_SCSIController", text(dependent.getClassName().getString()));
 
-  // The association follows the array: a new view, one more.
-  ASSERT_EQ(0, zartest::ArrayBuilder::exportTo(wwnOf("finance-08"), "esx01", nullptr));
-  EXPECT_EQ(views.size() + 1, assocNames(service()).size());
+    // The association follows the array: a new view, one more.
+    ASSERT_EQ(0, zartest::ArrayBuilder::exportTo(wwnOf("finance-08"), "esx01", nullptr));
+    EXPECT_EQ(views.size() + 1, assocNames(service()).size());
 }
 
-TEST_F(ConfigServicesTest, ParametersThatCannotNameTheAssociationGiveNothing) {
-  EXPECT_EQ(0u, assocNames(service(), "CIM_ControllerConfigurationService").size());
-  EXPECT_EQ(0u, assocNames(service(), "ZAR_StorageVolume").size());
-  EXPECT_EQ(0u, assocNames(service(), nullptr, "Parent").size());
-  Array<CIMObjectPath> views = viewNames();
-  EXPECT_EQ(0u, assocNames(views[0], "CIM_ProtocolController").size());
-  EXPECT_EQ(1u, assocNames(views[0], nullptr, "Dependent", "Antecedent").size());
+TEST_F(ConfigServicesTest, ParametersThatCannotNameTheAssociationGiveNothing)
+{
+    EXPECT_EQ(0u, assocNames(service(), "CIM_ControllerConfigurationService").size());
+    EXPECT_EQ(0u, assocNames(service(), "ZAR_StorageVolume").size());
+    EXPECT_EQ(0u, assocNames(service(), nullptr, "Parent").size());
+    Array<CIMObjectPath> views = viewNames();
+    EXPECT_EQ(0u, assocNames(views[0], "CIM_ProtocolController").size());
+    EXPECT_EQ(1u, assocNames(views[0], nullptr, "Dependent", "Antecedent").size());
 
-  LogCapture log;
-  CIMObjectPath gone = view("HS:999");
-  zartest::Objects objects;
-  p()->associators(as("p1browse"), gone, "ZAR_ConfigServicesForSCSIController", CIMName(), "", "", false, false,
-                   CIMPropertyList(), objects);
-  EXPECT_EQ(0u, objects.items.size());
-  EXPECT_EQ(1, objects.completeCalls);
-  EXPECT_TRUE(log.has("Instance does not exist for object " + text(gone.toString()) + "\n"));
-  EXPECT_TRUE(log.has("<--ZAR_ConfigServicesForSCSIController::associators\n"));
+    LogCapture log;
+    CIMObjectPath gone = view("HS:999");
+    zartest::Objects objects;
+    p()->associators(as("p1browse"), gone, "ZAR_ConfigServicesForSCSIController", CIMName(), "", "",
+                     false, false, CIMPropertyList(), objects);
+    EXPECT_EQ(0u, objects.items.size());
+    EXPECT_EQ(1, objects.completeCalls);
+    EXPECT_TRUE(log.has("Instance does not exist for object " + text(gone.toString()) + "\n"));
+    EXPECT_TRUE(log.has("<--ZAR_ConfigServicesForSCSIController::associators\n"));
 }
 
-TEST_F(ConfigServicesTest, ReferencesAndInstances) {
-  Array<CIMObjectPath> views = viewNames();
-  zartest::Objects refs;
-  p()->references(as("p1browse"), views[0], CIMName("CIM_ConcreteDependency"), "Dependent", false, false,
-                  CIMPropertyList(), refs);
-  ASSERT_EQ(1u, refs.items.size());
-  CIMInstance assoc(refs.items[0]);
-  CIMObjectPath antecedent;
-  ASSERT_EQ(0, ZAR_Common::getProperty(assoc, "Antecedent", antecedent));
-  EXPECT_TRUE(ZAR_Common::matchObjectPath(antecedent, service()));
+TEST_F(ConfigServicesTest, ReferencesAndInstances)
+{
+    Array<CIMObjectPath> views = viewNames();
+    zartest::Objects refs;
+    p()->references(as("p1browse"), views[0], CIMName("CIM_ConcreteDependency"), "Dependent", false,
+                    false, CIMPropertyList(), refs);
+    ASSERT_EQ(1u, refs.items.size());
+    CIMInstance assoc(refs.items[0]);
+    CIMObjectPath antecedent;
+    ASSERT_EQ(0, ZAR_Common::getProperty(assoc, "Antecedent", antecedent));
+    EXPECT_TRUE(ZAR_Common::matchObjectPath(antecedent, service()));
 
-  zartest::Instances one;
-  p()->getInstance(as("p1browse"), assoc.getPath(), false, false, CIMPropertyList(), one);
-  ASSERT_EQ(1u, one.items.size());
+    zartest::Instances one;
+    p()->getInstance(as("p1browse"), assoc.getPath(), false, false, CIMPropertyList(), one);
+    ASSERT_EQ(1u, one.items.size());
 
-  // Through the dispatcher, from the service's side.
-  zartest::Paths viaServer;
-  server().associatorNames(as("p1browse"), ns(), service(), "ZAR_ConfigServicesForSCSIController", CIMName(), "",
-                           "", viaServer);
-  EXPECT_EQ(views.size(), viaServer.items.size());
+    // Through the dispatcher, from the service's side.
+    zartest::Paths viaServer;
+    server().associatorNames(as("p1browse"), ns(), service(), "ZAR_ConfigServicesForSCSIController",
+                             CIMName(), "", "", viaServer);
+    EXPECT_EQ(views.size(), viaServer.items.size());
 
-  Array<CIMKeyBinding> keys = assoc.getPath().getKeyBindings();
-  CIMObjectPath oneKey("", "root/zar", "ZAR_ConfigServicesForSCSIController", Array<CIMKeyBinding>());
-  CIMException e = zartest::cimErrorOf(
-      [&] { p()->getInstance(as("p1browse"), oneKey, false, false, CIMPropertyList(), one); });
-  EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider Expect two keys.", text(e.getMessage()));
-  for (Uint32 i = 0; i < keys.size(); i++)
-    if (keys[i].getName().equal("Dependent")) keys[i].setValue(view("HS:999").toString());
-  e = zartest::cimErrorOf([&] {
-    p()->getInstance(as("p1browse"), CIMObjectPath("", "root/zar", "ZAR_ConfigServicesForSCSIController", keys),
-                     false, false, CIMPropertyList(), one);
-  });
-  EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider CIM Object not found.", text(e.getMessage()));
-  EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider Invalid class nameCIM_Dependency",
-            text(zartest::cimErrorOf([&] {
-                   p()->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Dependency"), false, false,
-                                           CIMPropertyList(), one);
-                 }).getMessage()));
-  zartest::Plain plain;
-  EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider does not support deleteInstance.",
-            text(zartest::cimErrorOf([&] { p()->deleteInstance(as("p1super"), assoc.getPath(), plain); })
-                     .getMessage()));
+    Array<CIMKeyBinding> keys = assoc.getPath().getKeyBindings();
+    CIMObjectPath oneKey("", "root/zar", "ZAR_ConfigServicesForSCSIController",
+                         Array<CIMKeyBinding>());
+    CIMException e = zartest::cimErrorOf(
+        [&] { p()->getInstance(as("p1browse"), oneKey, false, false, CIMPropertyList(), one); });
+    EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider Expect two keys.", text(e.getMessage()));
+    for (Uint32 i = 0; i < keys.size(); i++)
+        if (keys[i].getName().equal("Dependent"))
+            keys[i].setValue(view("HS:999").toString());
+    e = zartest::cimErrorOf([&] {
+        p()->getInstance(as("p1browse"),
+                         CIMObjectPath("", "root/zar", "ZAR_ConfigServicesForSCSIController", keys),
+                         false, false, CIMPropertyList(), one);
+    });
+    EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider CIM Object not found.",
+              text(e.getMessage()));
+    EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider Invalid class nameCIM_Dependency",
+              text(zartest::cimErrorOf([&] {
+                       p()->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Dependency"),
+                                               false, false, CIMPropertyList(), one);
+                   }).getMessage()));
+    zartest::Plain plain;
+    EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider does not support deleteInstance.",
+              text(zartest::cimErrorOf([&] {
+                       p()->deleteInstance(as("p1super"), assoc.getPath(), plain);
+                   }).getMessage()));
 }
 
 }  // namespace

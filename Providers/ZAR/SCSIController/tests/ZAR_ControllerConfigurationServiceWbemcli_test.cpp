@@ -17,155 +17,210 @@ using namespace zare2e;
 
 namespace {
 
-int freePort() {
-  int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in a{};
-  a.sin_family = AF_INET;
-  a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t len = sizeof a;
-  if (fd < 0 || ::bind(fd, (sockaddr*)&a, sizeof a) != 0 || ::getsockname(fd, (sockaddr*)&a, &len) != 0) {
-    if (fd >= 0) ::close(fd);
-    return -1;
-  }
-  ::close(fd);
-  return ntohs(a.sin_port);
+int freePort()
+{
+    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in a{};
+    a.sin_family = AF_INET;
+    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t len = sizeof a;
+    if (fd < 0 || ::bind(fd, (sockaddr*)&a, sizeof a) != 0 ||
+        ::getsockname(fd, (sockaddr*)&a, &len) != 0) {
+        if (fd >= 0)
+            ::close(fd);
+        return -1;
+    }
+    ::close(fd);
+    return ntohs(a.sin_port);
 }
 
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+bool contains(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
 
 class ServiceWbemcliTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::string out;
-    if (runCommand("which wbemcli", out, 10) != 0) {
-      GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
+protected:
+    void SetUp() override
+    {
+        std::string out;
+        if (runCommand("which wbemcli", out, 10) != 0) {
+            GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
+        }
+        dir_ = makeTempDir();
+        zarcli_ = binaryDir() + "/bin/zarcli --db " + dir_ + "/array.db";
+        ASSERT_EQ(0, runCommand(zarcli_ + " seed", out)) << out;
+        // References carry the host the client connects to: the array's own
+        // address here.
+        ASSERT_EQ(0, runCommand(zarcli_ + " config set ipv4 127.0.0.1", out)) << out;
+        ASSERT_EQ(0, runCommand("printf 'storage-pass1\\n' | " + zarcli_ +
+                                    " users add storage --role edit",
+                                out))
+            << out;
+        ASSERT_EQ(0, runCommand("printf 'viewer-pass1\\n' | " + zarcli_ +
+                                    " users add viewer --role browse",
+                                out))
+            << out;
+        std::string err;
+        ASSERT_TRUE(
+            server_.start(binaryDir() + "/bin/zar-cimserver",
+                          {"--array-db", dir_ + "/array.db", "--socket", dir_ + "/cimxml.socket",
+                           "--schema-dir", sourceDir() + "/schema", "--provider-dir",
+                           binaryDir() + "/lib", "--log-file", dir_ + "/server.log"},
+                          {}, err))
+            << err;
+        base_ = "127.0.0.1:" + std::to_string(server_.httpPort());
     }
-    dir_ = makeTempDir();
-    zarcli_ = binaryDir() + "/bin/zarcli --db " + dir_ + "/array.db";
-    ASSERT_EQ(0, runCommand(zarcli_ + " seed", out)) << out;
-    // References carry the host the client connects to: the array's own
-    // address here.
-    ASSERT_EQ(0, runCommand(zarcli_ + " config set ipv4 127.0.0.1", out)) << out;
-    ASSERT_EQ(0, runCommand("printf 'storage-pass1\\n' | " + zarcli_ + " users add storage --role edit", out)) << out;
-    ASSERT_EQ(0, runCommand("printf 'viewer-pass1\\n' | " + zarcli_ + " users add viewer --role browse", out)) << out;
-    std::string err;
-    ASSERT_TRUE(server_.start(binaryDir() + "/bin/zar-cimserver",
-                              {"--array-db", dir_ + "/array.db", "--socket", dir_ + "/cimxml.socket", "--schema-dir",
-                               sourceDir() + "/schema", "--provider-dir", binaryDir() + "/lib", "--log-file",
-                               dir_ + "/server.log"},
-                              {}, err))
-        << err;
-    base_ = "127.0.0.1:" + std::to_string(server_.httpPort());
-  }
-  void TearDown() override {
-    if (server_.pid() > 0) {
-      EXPECT_EQ(0, server_.stop()) << server_.output();
+    void TearDown() override
+    {
+        if (server_.pid() > 0) {
+            EXPECT_EQ(0, server_.stop()) << server_.output();
+        }
     }
-  }
-  int wbemcli(const std::string& args, std::string& out) { return runCommand("wbemcli " + args, out, 60); }
-  std::string zarcli(const std::string& args) {
-    std::string out;
-    EXPECT_EQ(0, runCommand(zarcli_ + " " + args, out)) << out;
-    return out;
-  }
-  std::string wwnOf(const std::string& volume) {
-    std::string out;
-    runCommand(zarcli_ + " volumes | awk '$2 == \"" + volume + "\" { printf \"%s\", $3 }'", out);
-    return out;
-  }
-  std::string service(const char* user = "storage:storage-pass1") {
-    return "'http://" + std::string(user) + "@" + base_ +
-           "/root/zar:ZAR_ControllerConfigurationService.SystemCreationClassName=\"ZAR_StorageSystem\","
-           "SystemName=\"ZAR-DEMO\",CreationClassName=\"ZAR_ControllerConfigurationService\","
-           "Name=\"KESTREL_ControllerConfigurationService\"'";
-  }
-  static std::string view(const std::string& deviceID) {
-    return "ZAR_SCSIController.SystemCreationClassName=\"ZAR_StorageSystem\",SystemName=\"ZAR-DEMO\","
-           "CreationClassName=\"ZAR_SCSIController\",DeviceID=\"" + deviceID + "\"";
-  }
-  std::string dir_, zarcli_, base_;
-  ServerProcess server_;
+    int wbemcli(const std::string& args, std::string& out)
+    {
+        return runCommand("wbemcli " + args, out, 60);
+    }
+    std::string zarcli(const std::string& args)
+    {
+        std::string out;
+        EXPECT_EQ(0, runCommand(zarcli_ + " " + args, out)) << out;
+        return out;
+    }
+    std::string wwnOf(const std::string& volume)
+    {
+        std::string out;
+        runCommand(zarcli_ + " volumes | awk '$2 == \"" + volume + "\" { printf \"%s\", $3 }'",
+                   out);
+        return out;
+    }
+    std::string service(const char* user = "storage:storage-pass1")
+    {
+        return "'http://" + std::string(user) + "@" + base_ +
+               "/root/"
+               "zar:ZAR_ControllerConfigurationService.SystemCreationClassName=\"ZAR_"
+               "StorageSystem\","
+               "SystemName=\"ZAR-DEMO\",CreationClassName=\"ZAR_ControllerConfigurationService\","
+               "Name=\"KESTREL_ControllerConfigurationService\"'";
+    }
+    static std::string view(const std::string& deviceID)
+    {
+        return "ZAR_SCSIController.SystemCreationClassName=\"ZAR_StorageSystem\",SystemName=\"ZAR-"
+               "DEMO\","
+               "CreationClassName=\"ZAR_SCSIController\",DeviceID=\"" +
+               deviceID + "\"";
+    }
+    std::string dir_, zarcli_, base_;
+    ServerProcess server_;
 };
 
-TEST_F(ServiceWbemcliTest, ExposeListHideAndDeleteAsAUserTypesThem) {
-  std::string out;
-  const std::string lu = wwnOf("finance-08");
-  ASSERT_EQ(32u, lu.size());
+TEST_F(ServiceWbemcliTest, ExposeListHideAndDeleteAsAUserTypesThem)
+{
+    std::string out;
+    const std::string lu = wwnOf("finance-08");
+    ASSERT_EQ(32u, lu.size());
 
-  ASSERT_EQ(0, wbemcli("cmx " + service() + " 'ExposePaths.LUNames=\"" + lu +
-                           "\",InitiatorPortIDs=\"10000000C9A0FF01\",DeviceNumbers=\"2A\"'", out)) << out;
-  ASSERT_TRUE(contains(out, "<RETURNVALUE PARAMTYPE=\"uint32\"><VALUE>0</VALUE>")) << out;
-  EXPECT_TRUE(contains(out, "LU=" + lu + ",DeviceNumber=0x2A,InitiatorID=10000000C9A0FF01: Success")) << out;
-  std::string hosts = zarcli("hosts");
-  EXPECT_TRUE(contains(hosts, "host-10000000C9A0FF01")) << hosts;
-  std::string vluns = zarcli("vluns");
-  size_t at = vluns.find("finance-08");
-  ASSERT_NE(std::string::npos, at) << vluns;
-  std::string line = vluns.substr(at, vluns.find('\n', at) - at);
-  EXPECT_TRUE(contains(line, " 42 ")) << line;
-  std::string deviceID = line.substr(line.rfind(' ') + 1);
-  ASSERT_EQ(0u, deviceID.find("HS:")) << line;
+    ASSERT_EQ(0, wbemcli("cmx " + service() + " 'ExposePaths.LUNames=\"" + lu +
+                             "\",InitiatorPortIDs=\"10000000C9A0FF01\",DeviceNumbers=\"2A\"'",
+                         out))
+        << out;
+    ASSERT_TRUE(contains(out, "<RETURNVALUE PARAMTYPE=\"uint32\"><VALUE>0</VALUE>")) << out;
+    EXPECT_TRUE(
+        contains(out, "LU=" + lu + ",DeviceNumber=0x2A,InitiatorID=10000000C9A0FF01: Success"))
+        << out;
+    std::string hosts = zarcli("hosts");
+    EXPECT_TRUE(contains(hosts, "host-10000000C9A0FF01")) << hosts;
+    std::string vluns = zarcli("vluns");
+    size_t at = vluns.find("finance-08");
+    ASSERT_NE(std::string::npos, at) << vluns;
+    std::string line = vluns.substr(at, vluns.find('\n', at) - at);
+    EXPECT_TRUE(contains(line, " 42 ")) << line;
+    std::string deviceID = line.substr(line.rfind(' ') + 1);
+    ASSERT_EQ(0u, deviceID.find("HS:")) << line;
 
-  // Listed by the server, with the service's association to it.
-  ASSERT_EQ(0, wbemcli("ein 'http://viewer:viewer-pass1@" + base_ + "/root/zar:ZAR_SCSIController'", out)) << out;
-  EXPECT_TRUE(contains(out, "DeviceID=\"" + deviceID + "\"")) << out;
-  ASSERT_EQ(0, wbemcli("ain -ac ZAR_ConfigServicesForSCSIController 'http://viewer:viewer-pass1@" + base_ +
-                           "/root/zar:" + view(deviceID) + "'", out)) << out;
-  EXPECT_TRUE(contains(out, "ZAR_ControllerConfigurationService")) << out;
+    // Listed by the server, with the service's association to it.
+    ASSERT_EQ(
+        0,
+        wbemcli("ein 'http://viewer:viewer-pass1@" + base_ + "/root/zar:ZAR_SCSIController'", out))
+        << out;
+    EXPECT_TRUE(contains(out, "DeviceID=\"" + deviceID + "\"")) << out;
+    ASSERT_EQ(0,
+              wbemcli("ain -ac ZAR_ConfigServicesForSCSIController 'http://viewer:viewer-pass1@" +
+                          base_ + "/root/zar:" + view(deviceID) + "'",
+                      out))
+        << out;
+    EXPECT_TRUE(contains(out, "ZAR_ControllerConfigurationService")) << out;
 
-  // A browse-only user may look but not change (cmx prints the error and
-  // exits 0).
-  EXPECT_EQ(0, wbemcli("cmx " + service("viewer:viewer-pass1") + " 'HidePaths.LUNames=\"" + lu +
-                            "\",ProtocolControllers=" + view(deviceID) + "'", out)) << out;
-  EXPECT_TRUE(contains(out, "<ERROR CODE=\"2\" DESCRIPTION=\"CIM_ERR_ACCESS_DENIED: Insufficient generic privilege\""))
-      << out;
-  EXPECT_TRUE(contains(zarcli("vluns"), "finance-08"));
+    // A browse-only user may look but not change (cmx prints the error and
+    // exits 0).
+    EXPECT_EQ(0, wbemcli("cmx " + service("viewer:viewer-pass1") + " 'HidePaths.LUNames=\"" + lu +
+                             "\",ProtocolControllers=" + view(deviceID) + "'",
+                         out))
+        << out;
+    EXPECT_TRUE(contains(
+        out,
+        "<ERROR CODE=\"2\" DESCRIPTION=\"CIM_ERR_ACCESS_DENIED: Insufficient generic privilege\""))
+        << out;
+    EXPECT_TRUE(contains(zarcli("vluns"), "finance-08"));
 
-  ASSERT_EQ(0, wbemcli("cmx " + service() + " 'HidePaths.LUNames=\"" + lu + "\",ProtocolControllers=" +
-                           view(deviceID) + "'", out)) << out;
-  EXPECT_TRUE(contains(out, "LU=" + lu + ",HostCollection=host-10000000C9A0FF01: Success")) << out;
-  EXPECT_FALSE(contains(zarcli("vluns"), "finance-08"));
+    ASSERT_EQ(0, wbemcli("cmx " + service() + " 'HidePaths.LUNames=\"" + lu +
+                             "\",ProtocolControllers=" + view(deviceID) + "'",
+                         out))
+        << out;
+    EXPECT_TRUE(contains(out, "LU=" + lu + ",HostCollection=host-10000000C9A0FF01: Success"))
+        << out;
+    EXPECT_FALSE(contains(zarcli("vluns"), "finance-08"));
 
-  // The view is gone with its last LU: deleting it now is refused as a CIM
-  // error whose code is the method's status.
-  ASSERT_EQ(0, wbemcli("cmx " + service() + " 'DeleteProtocolController.ProtocolController=" + view(deviceID) + "'",
-                       out)) << out;
-  EXPECT_TRUE(contains(out, "<ERROR CODE=\"5\"")) << out;
-  EXPECT_TRUE(contains(out, "is not found")) << out;
+    // The view is gone with its last LU: deleting it now is refused as a CIM
+    // error whose code is the method's status.
+    ASSERT_EQ(0, wbemcli("cmx " + service() + " 'DeleteProtocolController.ProtocolController=" +
+                             view(deviceID) + "'",
+                         out))
+        << out;
+    EXPECT_TRUE(contains(out, "<ERROR CODE=\"5\"")) << out;
+    EXPECT_TRUE(contains(out, "is not found")) << out;
 
-  // Delete a view that has LUs, volumes included.
-  const std::string setView = view("HSet:8");
-  ASSERT_EQ(0, wbemcli("cmx " + service() + " 'DeleteProtocolController.DeleteUnits=true,ProtocolController=" +
-                           setView + "'", out)) << out;
-  EXPECT_TRUE(contains(out, "<VALUE>0</VALUE>")) << out;
-  EXPECT_TRUE(contains(out, "DeviceNumber=0x0xA,HostCollection=set:esx-cluster: Success")) << out;
-  std::string volumes = zarcli("volumes");
-  EXPECT_FALSE(contains(volumes, "finance-03")) << volumes;
-  EXPECT_TRUE(contains(volumes, "finance-06")) << volumes;
+    // Delete a view that has LUs, volumes included.
+    const std::string setView = view("HSet:8");
+    ASSERT_EQ(0, wbemcli("cmx " + service() +
+                             " 'DeleteProtocolController.DeleteUnits=true,ProtocolController=" +
+                             setView + "'",
+                         out))
+        << out;
+    EXPECT_TRUE(contains(out, "<VALUE>0</VALUE>")) << out;
+    EXPECT_TRUE(contains(out, "DeviceNumber=0x0xA,HostCollection=set:esx-cluster: Success")) << out;
+    std::string volumes = zarcli("volumes");
+    EXPECT_FALSE(contains(volumes, "finance-03")) << volumes;
+    EXPECT_TRUE(contains(volumes, "finance-06")) << volumes;
 
-  // The audit log names the user and the client's address of each change.
-  std::string events = zarcli("events --limit 3");
-  EXPECT_TRUE(contains(events, "storage  127.0.0.1  ZAR_ControllerConfigurationService:DeleteProtocolController"))
-      << events;
-  EXPECT_TRUE(contains(events, "api_removeVVs")) << events;
+    // The audit log names the user and the client's address of each change.
+    std::string events = zarcli("events --limit 3");
+    EXPECT_TRUE(contains(
+        events, "storage  127.0.0.1  ZAR_ControllerConfigurationService:DeleteProtocolController"))
+        << events;
+    EXPECT_TRUE(contains(events, "api_removeVVs")) << events;
 }
 
-TEST_F(ServiceWbemcliTest, TheWalkthroughRunsAsWritten) {
-  std::string out;
-  int port = freePort();
-  ASSERT_GT(port, 0);
-  int rc = runCommand(sourceDir() + "/scripts/masking-walkthrough.sh --build-dir " + binaryDir() + " --work-dir " +
-                          dir_ + "/walk --port " + std::to_string(port) + " 2>&1",
-                      out, 120);
-  ASSERT_EQ(0, rc) << out;
-  EXPECT_TRUE(contains(out, "== 6. DeleteProtocolController")) << out;
-  EXPECT_TRUE(contains(out, "Done: the volume was masked to the host and back.")) << out;
-  EXPECT_TRUE(contains(out, "walkthrough  127.0.0.1  ZAR_ControllerConfigurationService:HidePaths")) << out;
-  // The commands it shows are the ones a user types.
-  EXPECT_TRUE(contains(out, "$ wbemcli cmx 'http://walkthrough:")) << out;
+TEST_F(ServiceWbemcliTest, TheWalkthroughRunsAsWritten)
+{
+    std::string out;
+    int port = freePort();
+    ASSERT_GT(port, 0);
+    int rc =
+        runCommand(sourceDir() + "/scripts/masking-walkthrough.sh --build-dir " + binaryDir() +
+                       " --work-dir " + dir_ + "/walk --port " + std::to_string(port) + " 2>&1",
+                   out, 120);
+    ASSERT_EQ(0, rc) << out;
+    EXPECT_TRUE(contains(out, "== 6. DeleteProtocolController")) << out;
+    EXPECT_TRUE(contains(out, "Done: the volume was masked to the host and back.")) << out;
+    EXPECT_TRUE(
+        contains(out, "walkthrough  127.0.0.1  ZAR_ControllerConfigurationService:HidePaths"))
+        << out;
+    // The commands it shows are the ones a user types.
+    EXPECT_TRUE(contains(out, "$ wbemcli cmx 'http://walkthrough:")) << out;
 
-  ASSERT_EQ(0, runCommand(sourceDir() + "/scripts/masking-walkthrough.sh --help", out));
-  EXPECT_TRUE(contains(out, "Usage: scripts/masking-walkthrough.sh")) << out;
+    ASSERT_EQ(0, runCommand(sourceDir() + "/scripts/masking-walkthrough.sh --help", out));
+    EXPECT_TRUE(contains(out, "Usage: scripts/masking-walkthrough.sh")) << out;
 }
 
 }  // namespace

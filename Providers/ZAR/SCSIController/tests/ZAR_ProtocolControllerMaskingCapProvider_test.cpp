@@ -11,137 +11,163 @@ using zartest::LogCapture;
 namespace {
 
 class MaskingCapTest : public zartest::ModuleFixture {
- protected:
-  static CIMObjectPath capPath(const char* cls = "ZAR_ProtocolControllerMaskingCapabilities",
-                               const char* id = "KESTREL:ZAR-DEMO") {
-    Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding("InstanceID", String(id), CIMKeyBinding::STRING));
-    return CIMObjectPath("testhost", "root/zar", cls, keys);
-  }
-  CIMInstance get(const CIMObjectPath& p) {
-    return server().getInstance(as("p1browse"), ns(), p, false, false, false, CIMPropertyList());
-  }
-  static std::string prop(const CIMInstance& i, const char* name) {
-    return zartest::text(ZAR_Common::getPropertyValue(i, name).toString());
-  }
+protected:
+    static CIMObjectPath capPath(const char* cls = "ZAR_ProtocolControllerMaskingCapabilities",
+                                 const char* id = "KESTREL:ZAR-DEMO")
+    {
+        Array<CIMKeyBinding> keys;
+        keys.append(CIMKeyBinding("InstanceID", String(id), CIMKeyBinding::STRING));
+        return CIMObjectPath("testhost", "root/zar", cls, keys);
+    }
+    CIMInstance get(const CIMObjectPath& p)
+    {
+        return server().getInstance(as("p1browse"), ns(), p, false, false, false,
+                                    CIMPropertyList());
+    }
+    static std::string prop(const CIMInstance& i, const char* name)
+    {
+        return zartest::text(ZAR_Common::getPropertyValue(i, name).toString());
+    }
 };
 
-TEST_F(MaskingCapTest, InstanceShowsTheArraysCapabilities) {
-  LogCapture log;
-  CIMInstance i = get(capPath());
-  EXPECT_EQ("Protocol Controller Masking Capabilities for ZAR-DEMO", prop(i, "Description"));
-  EXPECT_EQ("KESTREL Protocol Controller Masking Capabilities", prop(i, "ElementName"));
-  EXPECT_EQ("KESTREL:ZAR-DEMO", prop(i, "InstanceID"));
-  EXPECT_EQ("1 2 5 ", prop(i, "ValidHardwareIdTypes"));
-  EXPECT_EQ("Null StorageID ", prop(i, "OtherValidHardwareIDTypes"));
-  EXPECT_EQ("4", prop(i, "PortsPerView"));
-  EXPECT_EQ("0", prop(i, "MaximumMapCount"));
-  const char* trueOnes[] = {"ClientSelectableDeviceNumbers", "ProtocolControllerSupportsCollections",
-                            "ExposePathsSupported", "SPCAllowsNoTargets", "SPCAllowsNoInitiators",
-                            "RequiresHostNodePortRegistration"};
-  for (const char* n : trueOnes) EXPECT_EQ("TRUE", prop(i, n)) << n;
-  const char* falseOnes[] = {"AttachDeviceSupported", "UniqueUnitNumbersPerPort",
-                             "PrivilegeDeniedSupported", "ProtocolControllerRequiresAuthorizedIdentity",
-                             "CreateProtocolControllerSupported", "SPCAllowsNoLUs",
-                             "SPCSupportsDefaultViews"};
-  for (const char* n : falseOnes) EXPECT_EQ("FALSE", prop(i, n)) << n;
-  EXPECT_TRUE(log.has("--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance() \n"));
-  EXPECT_TRUE(log.has("<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance()\n"));
-  EXPECT_TRUE(log.has("--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance()\n"));
-  EXPECT_TRUE(log.has("<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstances()\n"));
+TEST_F(MaskingCapTest, InstanceShowsTheArraysCapabilities)
+{
+    LogCapture log;
+    CIMInstance i = get(capPath());
+    EXPECT_EQ("Protocol Controller Masking Capabilities for ZAR-DEMO", prop(i, "Description"));
+    EXPECT_EQ("KESTREL Protocol Controller Masking Capabilities", prop(i, "ElementName"));
+    EXPECT_EQ("KESTREL:ZAR-DEMO", prop(i, "InstanceID"));
+    EXPECT_EQ("1 2 5 ", prop(i, "ValidHardwareIdTypes"));
+    EXPECT_EQ("Null StorageID ", prop(i, "OtherValidHardwareIDTypes"));
+    EXPECT_EQ("4", prop(i, "PortsPerView"));
+    EXPECT_EQ("0", prop(i, "MaximumMapCount"));
+    const char* trueOnes[] = {
+        "ClientSelectableDeviceNumbers", "ProtocolControllerSupportsCollections",
+        "ExposePathsSupported",          "SPCAllowsNoTargets",
+        "SPCAllowsNoInitiators",         "RequiresHostNodePortRegistration"};
+    for (const char* n : trueOnes)
+        EXPECT_EQ("TRUE", prop(i, n)) << n;
+    const char* falseOnes[] = {"AttachDeviceSupported",
+                               "UniqueUnitNumbersPerPort",
+                               "PrivilegeDeniedSupported",
+                               "ProtocolControllerRequiresAuthorizedIdentity",
+                               "CreateProtocolControllerSupported",
+                               "SPCAllowsNoLUs",
+                               "SPCSupportsDefaultViews"};
+    for (const char* n : falseOnes)
+        EXPECT_EQ("FALSE", prop(i, n)) << n;
+    EXPECT_TRUE(log.has("--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance() \n"));
+    EXPECT_TRUE(log.has("<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance()\n"));
+    EXPECT_TRUE(
+        log.has("--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance()\n"));
+    EXPECT_TRUE(
+        log.has("<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstances()\n"));
 }
 
-TEST_F(MaskingCapTest, PolicyBitDecidesOneHardwareIDPerViewOnEveryRequest) {
-  Uint32 saved = ZAR_Common::getPolicy();
-  ZAR_Common::setPolicy(saved | 0x4);
-  EXPECT_EQ("TRUE", prop(get(capPath()), "OneHardwareIDPerView"));
-  ZAR_Common::setPolicy(saved & ~0x4u);
-  CIMInstance off = get(capPath());
-  EXPECT_EQ("FALSE", prop(off, "OneHardwareIDPerView"));
-  EXPECT_EQ("4", prop(off, "PortsPerView"));
-  ZAR_Common::setPolicy(saved);
+TEST_F(MaskingCapTest, PolicyBitDecidesOneHardwareIDPerViewOnEveryRequest)
+{
+    Uint32 saved = ZAR_Common::getPolicy();
+    ZAR_Common::setPolicy(saved | 0x4);
+    EXPECT_EQ("TRUE", prop(get(capPath()), "OneHardwareIDPerView"));
+    ZAR_Common::setPolicy(saved & ~0x4u);
+    CIMInstance off = get(capPath());
+    EXPECT_EQ("FALSE", prop(off, "OneHardwareIDPerView"));
+    EXPECT_EQ("4", prop(off, "PortsPerView"));
+    ZAR_Common::setPolicy(saved);
 }
 
-TEST_F(MaskingCapTest, SuperclassPathFindsTheInstance) {
-  zartest::ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
-      "ZAR_ProtocolControllerMaskingCapabilitiesProvider");
-  zartest::Instances out;
-  p->getInstance(as("p1browse"), capPath("CIM_ProtocolControllerMaskingCapabilities"), false,
-                 false, CIMPropertyList(), out);
-  ASSERT_EQ(1u, out.items.size());
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities",
-            zartest::text(out.items[0].getPath().getClassName().getString()));
+TEST_F(MaskingCapTest, SuperclassPathFindsTheInstance)
+{
+    zartest::ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
+        "ZAR_ProtocolControllerMaskingCapabilitiesProvider");
+    zartest::Instances out;
+    p->getInstance(as("p1browse"), capPath("CIM_ProtocolControllerMaskingCapabilities"), false,
+                   false, CIMPropertyList(), out);
+    ASSERT_EQ(1u, out.items.size());
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities",
+              zartest::text(out.items[0].getPath().getClassName().getString()));
 }
 
-TEST_F(MaskingCapTest, Refusals) {
-  zartest::ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
-      "ZAR_ProtocolControllerMaskingCapabilitiesProvider");
-  zartest::Instances out;
-  CIMException cls = zartest::cimErrorOf([&] {
-    p->getInstance(as("p1browse"), capPath("ZAR_SCSIController"), false, false, CIMPropertyList(), out);
-  });
-  EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, cls.getCode());
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities Invalid class nameZAR_SCSIController",
-            zartest::text(cls.getMessage()));
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities Invalid class nameCIM_Capabilities",
-            zartest::text(zartest::cimErrorOf([&] {
-              p->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Capabilities"), false,
-                                    false, CIMPropertyList(), out);
-            }).getMessage()));
+TEST_F(MaskingCapTest, Refusals)
+{
+    zartest::ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
+        "ZAR_ProtocolControllerMaskingCapabilitiesProvider");
+    zartest::Instances out;
+    CIMException cls = zartest::cimErrorOf([&] {
+        p->getInstance(as("p1browse"), capPath("ZAR_SCSIController"), false, false,
+                       CIMPropertyList(), out);
+    });
+    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, cls.getCode());
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities Invalid class nameZAR_SCSIController",
+              zartest::text(cls.getMessage()));
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities Invalid class nameCIM_Capabilities",
+              zartest::text(zartest::cimErrorOf([&] {
+                                p->enumerateInstances(as("p1browse"),
+                                                      CIMObjectPath("CIM_Capabilities"), false,
+                                                      false, CIMPropertyList(), out);
+                            }).getMessage()));
 
-  CIMObjectPath twoKeys = capPath();
-  Array<CIMKeyBinding> keys = twoKeys.getKeyBindings();
-  keys.append(CIMKeyBinding("Extra", String("x"), CIMKeyBinding::STRING));
-  twoKeys.setKeyBindings(keys);
-  LogCapture log;
-  CIMException two = zartest::cimErrorOf([&] { get(twoKeys); });
-  EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, two.getCode());
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities Expect only one key.",
-            zartest::text(two.getMessage()));
-  EXPECT_TRUE(log.has("ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(): "
-                      "Invalid number of keys (2)\n"));
+    CIMObjectPath twoKeys = capPath();
+    Array<CIMKeyBinding> keys = twoKeys.getKeyBindings();
+    keys.append(CIMKeyBinding("Extra", String("x"), CIMKeyBinding::STRING));
+    twoKeys.setKeyBindings(keys);
+    LogCapture log;
+    CIMException two = zartest::cimErrorOf([&] { get(twoKeys); });
+    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, two.getCode());
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities Expect only one key.",
+              zartest::text(two.getMessage()));
+    EXPECT_TRUE(
+        log.has("ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(): "
+                "Invalid number of keys (2)\n"));
 
-  CIMException nf = zartest::cimErrorOf([&] { get(capPath("ZAR_ProtocolControllerMaskingCapabilities", "KESTREL:OTHER")); });
-  EXPECT_EQ(CIM_ERR_NOT_FOUND, nf.getCode());
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities CIM Object not found.",
-            zartest::text(nf.getMessage()));
+    CIMException nf = zartest::cimErrorOf(
+        [&] { get(capPath("ZAR_ProtocolControllerMaskingCapabilities", "KESTREL:OTHER")); });
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, nf.getCode());
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities CIM Object not found.",
+              zartest::text(nf.getMessage()));
 
-  EXPECT_EQ("Insufficient privilege for the user",
-            zartest::text(zartest::cimErrorOf([&] {
-              server().getInstance(as("p1locked"), ns(), capPath(), false, false, false,
-                                   CIMPropertyList());
-            }).getMessage()));
+    EXPECT_EQ("Insufficient privilege for the user",
+              zartest::text(zartest::cimErrorOf([&] {
+                                server().getInstance(as("p1locked"), ns(), capPath(), false, false,
+                                                     false, CIMPropertyList());
+                            }).getMessage()));
 
-  zartest::Paths paths;
-  zartest::Plain plain;
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support modifyInstance.",
-            zartest::text(zartest::cimErrorOf([&] {
-              p->modifyInstance(as("p1super"), capPath(), CIMInstance("X"), false, CIMPropertyList(), plain);
-            }).getMessage()));
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support createInstance.",
-            zartest::text(zartest::cimErrorOf([&] {
-              p->createInstance(as("p1super"), capPath(), CIMInstance("X"), paths);
-            }).getMessage()));
-  EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support deleteInstance.",
-            zartest::text(zartest::cimErrorOf([&] {
-              p->deleteInstance(as("p1super"), capPath(), plain);
-            }).getMessage()));
+    zartest::Paths paths;
+    zartest::Plain plain;
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support modifyInstance.",
+              zartest::text(zartest::cimErrorOf([&] {
+                                p->modifyInstance(as("p1super"), capPath(), CIMInstance("X"), false,
+                                                  CIMPropertyList(), plain);
+                            }).getMessage()));
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support createInstance.",
+              zartest::text(zartest::cimErrorOf([&] {
+                                p->createInstance(as("p1super"), capPath(), CIMInstance("X"),
+                                                  paths);
+                            }).getMessage()));
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support deleteInstance.",
+              zartest::text(zartest::cimErrorOf([&] {
+                                p->deleteInstance(as("p1super"), capPath(), plain);
+                            }).getMessage()));
 }
 
-TEST_F(MaskingCapTest, EnumerationsDeliverTheOneInstance) {
-  LogCapture log;
-  zartest::Instances all;
-  server().enumerateInstances(as("p1browse"), ns(), "ZAR_ProtocolControllerMaskingCapabilities",
-                              true, false, false, false, CIMPropertyList(), all);
-  ASSERT_EQ(1u, all.items.size());
-  EXPECT_TRUE(log.has("\t className = ZAR_ProtocolControllerMaskingCapabilities\n"));
-  EXPECT_TRUE(log.has("<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances() \n"));
-  zartest::Paths names;
-  server().enumerateInstanceNames(as("p1browse"), ns(), "ZAR_ProtocolControllerMaskingCapabilities", names);
-  ASSERT_EQ(1u, names.items.size());
-  EXPECT_TRUE(ZAR_Common::matchObjectPath(
-      CIMObjectPath(String(), "root/zar", names.items[0].getClassName(), names.items[0].getKeyBindings()),
-      capPath()));
+TEST_F(MaskingCapTest, EnumerationsDeliverTheOneInstance)
+{
+    LogCapture log;
+    zartest::Instances all;
+    server().enumerateInstances(as("p1browse"), ns(), "ZAR_ProtocolControllerMaskingCapabilities",
+                                true, false, false, false, CIMPropertyList(), all);
+    ASSERT_EQ(1u, all.items.size());
+    EXPECT_TRUE(log.has("\t className = ZAR_ProtocolControllerMaskingCapabilities\n"));
+    EXPECT_TRUE(
+        log.has("<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances() \n"));
+    zartest::Paths names;
+    server().enumerateInstanceNames(as("p1browse"), ns(),
+                                    "ZAR_ProtocolControllerMaskingCapabilities", names);
+    ASSERT_EQ(1u, names.items.size());
+    EXPECT_TRUE(ZAR_Common::matchObjectPath(
+        CIMObjectPath(String(), "root/zar", names.items[0].getClassName(),
+                      names.items[0].getKeyBindings()),
+        capPath()));
 }
 
 }  // namespace

@@ -40,8 +40,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 class CIMClientInterface;
 
-class PEGASUS_CLIENT_LINKAGE CIMClient
-{
+class PEGASUS_CLIENT_LINKAGE CIMClient {
 public:
     // A client that is not connected.
     CIMClient();
@@ -57,19 +56,12 @@ public:
     // CannotConnectException ("Cannot connect to <host>:<port>. Connection
     // failed.") when the server cannot be reached; AlreadyConnectedException
     // when connected.
-    void connect(
-        const String& host,
-        const Uint32 portNumber,
-        const String& userName,
-        const String& password);
+    void connect(const String& host, const Uint32 portNumber, const String& userName,
+                 const String& password);
 
     // As above, over HTTPS with the given certificate settings.
-    void connect(
-        const String& host,
-        const Uint32 portNumber,
-        const SSLContext& sslContext,
-        const String& userName,
-        const String& password);
+    void connect(const String& host, const Uint32 portNumber, const SSLContext& sslContext,
+                 const String& userName, const String& password);
 
     // Connects to the CIM server of this machine as the process's OS user.
     // CannotConnectException when no server can be reached;
@@ -79,115 +71,83 @@ public:
     // Closes the connection; does nothing when not connected.
     void disconnect();
 
-    CIMClass getClass(
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean localOnly = true,
-        Boolean includeQualifiers = true,
-        Boolean includeClassOrigin = false,
-        const CIMPropertyList& propertyList = CIMPropertyList());
+    CIMClass getClass(const CIMNamespaceName& nameSpace, const CIMName& className,
+                      Boolean localOnly = true, Boolean includeQualifiers = true,
+                      Boolean includeClassOrigin = false,
+                      const CIMPropertyList& propertyList = CIMPropertyList());
 
-    Array<CIMClass> enumerateClasses(
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className = CIMName(),
-        Boolean deepInheritance = false,
-        Boolean localOnly = true,
-        Boolean includeQualifiers = true,
-        Boolean includeClassOrigin = false);
+    Array<CIMClass> enumerateClasses(const CIMNamespaceName& nameSpace,
+                                     const CIMName& className = CIMName(),
+                                     Boolean deepInheritance = false, Boolean localOnly = true,
+                                     Boolean includeQualifiers = true,
+                                     Boolean includeClassOrigin = false);
 
-    Array<CIMName> enumerateClassNames(
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className = CIMName(),
-        Boolean deepInheritance = false);
+    Array<CIMName> enumerateClassNames(const CIMNamespaceName& nameSpace,
+                                       const CIMName& className = CIMName(),
+                                       Boolean deepInheritance = false);
 
-    CIMInstance getInstance(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        Boolean localOnly = true,
-        Boolean includeQualifiers = false,
-        Boolean includeClassOrigin = false,
-        const CIMPropertyList& propertyList = CIMPropertyList());
+    CIMInstance getInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
+                            Boolean localOnly = true, Boolean includeQualifiers = false,
+                            Boolean includeClassOrigin = false,
+                            const CIMPropertyList& propertyList = CIMPropertyList());
 
-    void deleteInstance(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName);
+    void deleteInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName);
 
-    CIMObjectPath createInstance(
-        const CIMNamespaceName& nameSpace,
-        const CIMInstance& newInstance);
+    CIMObjectPath createInstance(const CIMNamespaceName& nameSpace, const CIMInstance& newInstance);
 
-    void modifyInstance(
-        const CIMNamespaceName& nameSpace,
-        const CIMInstance& modifiedInstance,
-        Boolean includeQualifiers = true,
-        const CIMPropertyList& propertyList = CIMPropertyList());
+    void modifyInstance(const CIMNamespaceName& nameSpace, const CIMInstance& modifiedInstance,
+                        Boolean includeQualifiers = true,
+                        const CIMPropertyList& propertyList = CIMPropertyList());
 
-    Array<CIMInstance> enumerateInstances(
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance = true,
-        Boolean localOnly = true,
-        Boolean includeQualifiers = false,
-        Boolean includeClassOrigin = false,
-        const CIMPropertyList& propertyList = CIMPropertyList());
+    Array<CIMInstance> enumerateInstances(const CIMNamespaceName& nameSpace,
+                                          const CIMName& className, Boolean deepInheritance = true,
+                                          Boolean localOnly = true,
+                                          Boolean includeQualifiers = false,
+                                          Boolean includeClassOrigin = false,
+                                          const CIMPropertyList& propertyList = CIMPropertyList());
 
-    Array<CIMObjectPath> enumerateInstanceNames(
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className);
+    Array<CIMObjectPath> enumerateInstanceNames(const CIMNamespaceName& nameSpace,
+                                                const CIMName& className);
 
-    Array<CIMObject> associators(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass = CIMName(),
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY,
-        const String& resultRole = String::EMPTY,
-        Boolean includeQualifiers = false,
-        Boolean includeClassOrigin = false,
-        const CIMPropertyList& propertyList = CIMPropertyList());
+    Array<CIMObject> associators(const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
+                                 const CIMName& assocClass = CIMName(),
+                                 const CIMName& resultClass = CIMName(),
+                                 const String& role = String::EMPTY,
+                                 const String& resultRole = String::EMPTY,
+                                 Boolean includeQualifiers = false,
+                                 Boolean includeClassOrigin = false,
+                                 const CIMPropertyList& propertyList = CIMPropertyList());
 
-    Array<CIMObjectPath> associatorNames(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass = CIMName(),
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY,
-        const String& resultRole = String::EMPTY);
+    Array<CIMObjectPath> associatorNames(const CIMNamespaceName& nameSpace,
+                                         const CIMObjectPath& objectName,
+                                         const CIMName& assocClass = CIMName(),
+                                         const CIMName& resultClass = CIMName(),
+                                         const String& role = String::EMPTY,
+                                         const String& resultRole = String::EMPTY);
 
-    Array<CIMObject> references(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY,
-        Boolean includeQualifiers = false,
-        Boolean includeClassOrigin = false,
-        const CIMPropertyList& propertyList = CIMPropertyList());
+    Array<CIMObject> references(const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
+                                const CIMName& resultClass = CIMName(),
+                                const String& role = String::EMPTY,
+                                Boolean includeQualifiers = false,
+                                Boolean includeClassOrigin = false,
+                                const CIMPropertyList& propertyList = CIMPropertyList());
 
-    Array<CIMObjectPath> referenceNames(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY);
+    Array<CIMObjectPath> referenceNames(const CIMNamespaceName& nameSpace,
+                                        const CIMObjectPath& objectName,
+                                        const CIMName& resultClass = CIMName(),
+                                        const String& role = String::EMPTY);
 
-    CIMValue getProperty(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& propertyName);
+    CIMValue getProperty(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
+                         const CIMName& propertyName);
 
-    void setProperty(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& propertyName,
-        const CIMValue& newValue = CIMValue());
+    void setProperty(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
+                     const CIMName& propertyName, const CIMValue& newValue = CIMValue());
 
     // Returns the method's return value; the output parameters replace the
     // contents of outParameters.
-    CIMValue invokeMethod(
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        Array<CIMParamValue>& outParameters);
+    CIMValue invokeMethod(const CIMNamespaceName& nameSpace, const CIMObjectPath& instanceName,
+                          const CIMName& methodName, const Array<CIMParamValue>& inParameters,
+                          Array<CIMParamValue>& outParameters);
 
     // Pull operations. An open...() operation starts an enumeration on the
     // server and returns its first objects (at most maxObjectCount, none by
@@ -205,116 +165,75 @@ public:
     // connection an open runs the whole operation at once and the pulls hand
     // out its results.
     Array<CIMInstance> openEnumerateInstances(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance = true,
-        Boolean includeClassOrigin = false,
-        const CIMPropertyList& propertyList = CIMPropertyList(),
+        CIMEnumerationContext& enumerationContext, Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace, const CIMName& className, Boolean deepInheritance = true,
+        Boolean includeClassOrigin = false, const CIMPropertyList& propertyList = CIMPropertyList(),
         const String& filterQueryLanguage = String::EMPTY,
-        const String& filterQuery = String::EMPTY,
-        const Uint32Arg& operationTimeout = Uint32Arg(),
-        Boolean continueOnError = false,
-        Uint32 maxObjectCount = 0);
+        const String& filterQuery = String::EMPTY, const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false, Uint32 maxObjectCount = 0);
 
     Array<CIMObjectPath> openEnumerateInstancePaths(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
+        CIMEnumerationContext& enumerationContext, Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace, const CIMName& className,
         const String& filterQueryLanguage = String::EMPTY,
-        const String& filterQuery = String::EMPTY,
-        const Uint32Arg& operationTimeout = Uint32Arg(),
-        Boolean continueOnError = false,
-        Uint32 maxObjectCount = 0);
+        const String& filterQuery = String::EMPTY, const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false, Uint32 maxObjectCount = 0);
 
     Array<CIMInstance> openReferenceInstances(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY,
+        CIMEnumerationContext& enumerationContext, Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
+        const CIMName& resultClass = CIMName(), const String& role = String::EMPTY,
         const Boolean includeClassOrigin = false,
         const CIMPropertyList& propertyList = CIMPropertyList(),
         const String& filterQueryLanguage = String::EMPTY,
-        const String& filterQuery = String::EMPTY,
-        const Uint32Arg& operationTimeout = Uint32Arg(),
-        Boolean continueOnError = false,
-        Uint32 maxObjectCount = 0);
+        const String& filterQuery = String::EMPTY, const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false, Uint32 maxObjectCount = 0);
 
     Array<CIMObjectPath> openReferenceInstancePaths(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY,
+        CIMEnumerationContext& enumerationContext, Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
+        const CIMName& resultClass = CIMName(), const String& role = String::EMPTY,
         const String& filterQueryLanguage = String::EMPTY,
-        const String& filterQuery = String::EMPTY,
-        const Uint32Arg& operationTimeout = Uint32Arg(),
-        Boolean continueOnError = false,
-        Uint32 maxObjectCount = 0);
+        const String& filterQuery = String::EMPTY, const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false, Uint32 maxObjectCount = 0);
 
     Array<CIMInstance> openAssociatorInstances(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass = CIMName(),
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY,
-        const String& resultRole = String::EMPTY,
-        Boolean includeClassOrigin = false,
-        const CIMPropertyList& propertyList = CIMPropertyList(),
+        CIMEnumerationContext& enumerationContext, Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
+        const CIMName& assocClass = CIMName(), const CIMName& resultClass = CIMName(),
+        const String& role = String::EMPTY, const String& resultRole = String::EMPTY,
+        Boolean includeClassOrigin = false, const CIMPropertyList& propertyList = CIMPropertyList(),
         const String& filterQueryLanguage = String::EMPTY,
-        const String& filterQuery = String::EMPTY,
-        const Uint32Arg& operationTimeout = Uint32Arg(),
-        Boolean continueOnError = false,
-        Uint32 maxObjectCount = 0);
+        const String& filterQuery = String::EMPTY, const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false, Uint32 maxObjectCount = 0);
 
     Array<CIMObjectPath> openAssociatorInstancePaths(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass = CIMName(),
-        const CIMName& resultClass = CIMName(),
-        const String& role = String::EMPTY,
-        const String& resultRole = String::EMPTY,
+        CIMEnumerationContext& enumerationContext, Boolean& endOfSequence,
+        const CIMNamespaceName& nameSpace, const CIMObjectPath& objectName,
+        const CIMName& assocClass = CIMName(), const CIMName& resultClass = CIMName(),
+        const String& role = String::EMPTY, const String& resultRole = String::EMPTY,
         const String& filterQueryLanguage = String::EMPTY,
-        const String& filterQuery = String::EMPTY,
-        const Uint32Arg& operationTimeout = Uint32Arg(),
-        Boolean continueOnError = false,
-        Uint32 maxObjectCount = 0);
+        const String& filterQuery = String::EMPTY, const Uint32Arg& operationTimeout = Uint32Arg(),
+        Boolean continueOnError = false, Uint32 maxObjectCount = 0);
 
-    Array<CIMInstance> pullInstancesWithPath(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        Uint32 maxObjectCount);
+    Array<CIMInstance> pullInstancesWithPath(CIMEnumerationContext& enumerationContext,
+                                             Boolean& endOfSequence, Uint32 maxObjectCount);
 
-    Array<CIMObjectPath> pullInstancePaths(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        Uint32 maxObjectCount);
+    Array<CIMObjectPath> pullInstancePaths(CIMEnumerationContext& enumerationContext,
+                                           Boolean& endOfSequence, Uint32 maxObjectCount);
 
     // For enumerations opened by a query (which this client cannot open):
     // servers answer CIM_ERR_FAILED for the other kinds.
-    Array<CIMInstance> pullInstances(
-        CIMEnumerationContext& enumerationContext,
-        Boolean& endOfSequence,
-        Uint32 maxObjectCount);
+    Array<CIMInstance> pullInstances(CIMEnumerationContext& enumerationContext,
+                                     Boolean& endOfSequence, Uint32 maxObjectCount);
 
-    void closeEnumeration(
-        CIMEnumerationContext& enumerationContext);
+    void closeEnumeration(CIMEnumerationContext& enumerationContext);
 
     // Servers may answer CIM_ERR_NOT_SUPPORTED.
-    Uint64Arg enumerationCount(
-        CIMEnumerationContext& enumerationContext);
+    Uint64Arg enumerationCount(CIMEnumerationContext& enumerationContext);
 
 private:
-    CIMClient(const CIMClient&);               // not copyable
+    CIMClient(const CIMClient&);  // not copyable
     CIMClient& operator=(const CIMClient&);
     CIMClientInterface* _rep;
 };

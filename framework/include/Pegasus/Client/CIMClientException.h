@@ -13,8 +13,7 @@
 PEGASUS_NAMESPACE_BEGIN
 
 // The HTTP response could not be parsed.
-class PEGASUS_CLIENT_LINKAGE CIMClientMalformedHTTPException : public Exception
-{
+class PEGASUS_CLIENT_LINKAGE CIMClientMalformedHTTPException : public Exception {
 public:
     CIMClientMalformedHTTPException(const String& message);
 };
@@ -24,14 +23,10 @@ class CIMClientHTTPErrorExceptionRep;
 // The server answered with an HTTP error status (e.g. 401, 400). The message
 // reads "HTTP Error (<code> <reason phrase>)." followed, when present, by
 // " CIMError: <cimError>." and " Detail: <detail>.".
-class PEGASUS_CLIENT_LINKAGE CIMClientHTTPErrorException : public Exception
-{
+class PEGASUS_CLIENT_LINKAGE CIMClientHTTPErrorException : public Exception {
 public:
-    CIMClientHTTPErrorException(
-        Uint32 httpStatusCode,
-        const String& reasonPhrase,
-        const String& cimError,
-        const String& cimErrorDetail);
+    CIMClientHTTPErrorException(Uint32 httpStatusCode, const String& reasonPhrase,
+                                const String& cimError, const String& cimErrorDetail);
     CIMClientHTTPErrorException(const CIMClientHTTPErrorException& e);
     CIMClientHTTPErrorException& operator=(const CIMClientHTTPErrorException& e);
     virtual ~CIMClientHTTPErrorException();
@@ -48,16 +43,14 @@ private:
 };
 
 // The response body is not well-formed or not valid CIM-XML.
-class PEGASUS_CLIENT_LINKAGE CIMClientXmlException : public Exception
-{
+class PEGASUS_CLIENT_LINKAGE CIMClientXmlException : public Exception {
 public:
     CIMClientXmlException(const String& message);
 };
 
 // The response is valid CIM-XML but does not answer the request (e.g. a
 // message id or method name that does not match).
-class PEGASUS_CLIENT_LINKAGE CIMClientResponseException : public Exception
-{
+class PEGASUS_CLIENT_LINKAGE CIMClientResponseException : public Exception {
 public:
     CIMClientResponseException(const String& message);
 };

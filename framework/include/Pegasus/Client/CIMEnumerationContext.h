@@ -19,8 +19,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 class CIMEnumerationContextRep;
 
-class PEGASUS_CLIENT_LINKAGE CIMEnumerationContext
-{
+class PEGASUS_CLIENT_LINKAGE CIMEnumerationContext {
 public:
     CIMEnumerationContext();
     ~CIMEnumerationContext();

@@ -13,8 +13,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE AcceptLanguageList
-{
+class PEGASUS_COMMON_LINKAGE AcceptLanguageList {
 public:
     // An empty list.
     AcceptLanguageList();

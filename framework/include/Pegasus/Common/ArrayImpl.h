@@ -15,8 +15,8 @@ PEGASUS_NAMESPACE_BEGIN
 
 // The shared element buffer behind an Array<T>. A null Array::_rep is an
 // empty array that owns nothing.
-template<class T> struct ArrayRep
-{
+template <class T>
+struct ArrayRep {
     std::atomic<Uint32> refs;
     Uint32 size;
     Uint32 capacity;
@@ -52,18 +52,22 @@ template<class T> struct ArrayRep
 
 #define PEGASUS_ARRAY_REP(P) (static_cast<ArrayRep<T>*>(P))
 
-template<class T> Array<T>::Array() : _rep(0) { }
+template <class T>
+Array<T>::Array() : _rep(0)
+{
+}
 
-template<class T> Array<T>::Array(const Array<T>& x) : _rep(x._rep)
+template <class T>
+Array<T>::Array(const Array<T>& x) : _rep(x._rep)
 {
     if (_rep)
         PEGASUS_ARRAY_REP(_rep)->refs.fetch_add(1, std::memory_order_relaxed);
 }
 
-template<class T> Array<T>::Array(Uint32 size) : _rep(0)
+template <class T>
+Array<T>::Array(Uint32 size) : _rep(0)
 {
-    if (size)
-    {
+    if (size) {
         ArrayRep<T>* r = new ArrayRep<T>(size);
         std::uninitialized_value_construct_n(r->items, size);
         r->size = size;
@@ -71,25 +75,28 @@ template<class T> Array<T>::Array(Uint32 size) : _rep(0)
     }
 }
 
-template<class T> Array<T>::Array(Uint32 size, const T& x) : _rep(0)
+template <class T>
+Array<T>::Array(Uint32 size, const T& x) : _rep(0)
 {
     grow(size, x);
 }
 
-template<class T> Array<T>::Array(const T* items, Uint32 size) : _rep(0)
+template <class T>
+Array<T>::Array(const T* items, Uint32 size) : _rep(0)
 {
     append(items, size);
 }
 
-template<class T> Array<T>::~Array()
+template <class T>
+Array<T>::~Array()
 {
     ArrayRep<T>::unref(PEGASUS_ARRAY_REP(_rep));
 }
 
-template<class T> Array<T>& Array<T>::operator=(const Array<T>& x)
+template <class T>
+Array<T>& Array<T>::operator=(const Array<T>& x)
 {
-    if (x._rep != _rep)
-    {
+    if (x._rep != _rep) {
         if (x._rep)
             PEGASUS_ARRAY_REP(x._rep)->refs.fetch_add(1, std::memory_order_relaxed);
         ArrayRep<T>::unref(PEGASUS_ARRAY_REP(_rep));
@@ -98,24 +105,24 @@ template<class T> Array<T>& Array<T>::operator=(const Array<T>& x)
     return *this;
 }
 
-template<class T> void Array<T>::clear()
+template <class T>
+void Array<T>::clear()
 {
     ArrayRep<T>::unref(PEGASUS_ARRAY_REP(_rep));
     _rep = 0;
 }
 
 // Makes _rep unshared with room for at least capacity elements.
-template<class T> void Array<T>::_reserve(Uint32 capacity)
+template <class T>
+void Array<T>::_reserve(Uint32 capacity)
 {
     ArrayRep<T>* r = PEGASUS_ARRAY_REP(_rep);
-    if (!r)
-    {
+    if (!r) {
         if (capacity)
             _rep = new ArrayRep<T>(capacity);
         return;
     }
-    if (r->refs.load(std::memory_order_acquire) == 1)
-    {
+    if (r->refs.load(std::memory_order_acquire) == 1) {
         if (r->capacity >= capacity)
             return;
         ArrayRep<T>* n = new ArrayRep<T>(capacity);
@@ -130,26 +137,25 @@ template<class T> void Array<T>::_reserve(Uint32 capacity)
     _rep = n;
 }
 
-template<class T> void Array<T>::reserveCapacity(Uint32 capacity)
+template <class T>
+void Array<T>::reserveCapacity(Uint32 capacity)
 {
     _reserve(capacity);
 }
 
 // Opens a gap of n default-constructed slots at index (index <= size()).
-template<class T> void Array<T>::_makeRoom(Uint32 index, Uint32 n)
+template <class T>
+void Array<T>::_makeRoom(Uint32 index, Uint32 n)
 {
     Uint32 oldSize = size();
     Uint32 need = oldSize + n;
     Uint32 cap = getCapacity();
     if (_rep && PEGASUS_ARRAY_REP(_rep)->refs.load(std::memory_order_acquire) != 1)
         cap = oldSize;
-    if (need > cap)
-    {
+    if (need > cap) {
         Uint32 grown = cap < 8 ? 8 : cap * 2;
         _reserve(need > grown ? need : grown);
-    }
-    else
-    {
+    } else {
         _reserve(need);
     }
     ArrayRep<T>* r = PEGASUS_ARRAY_REP(_rep);
@@ -157,8 +163,7 @@ template<class T> void Array<T>::_makeRoom(Uint32 index, Uint32 n)
     // Move the tail up by n, constructing the slots past the old end.
     Uint32 tail = oldSize - index;
     Uint32 i = tail;
-    while (i > 0)
-    {
+    while (i > 0) {
         --i;
         Uint32 from = index + i;
         Uint32 to = from + n;
@@ -168,15 +173,15 @@ template<class T> void Array<T>::_makeRoom(Uint32 index, Uint32 n)
             p[to] = std::move(p[from]);
     }
     // Slots in the gap that lie past the old end are still raw memory.
-    for (Uint32 k = index; k < index + n; k++)
-    {
+    for (Uint32 k = index; k < index + n; k++) {
         if (k >= oldSize)
             new (p + k) T();
     }
     r->size = need;
 }
 
-template<class T> void Array<T>::grow(Uint32 size, const T& x)
+template <class T>
+void Array<T>::grow(Uint32 size, const T& x)
 {
     if (size == 0)
         return;
@@ -188,29 +193,34 @@ template<class T> void Array<T>::grow(Uint32 size, const T& x)
     r->size = old + size;
 }
 
-template<class T> void Array<T>::swap(Array<T>& x)
+template <class T>
+void Array<T>::swap(Array<T>& x)
 {
     void* t = _rep;
     _rep = x._rep;
     x._rep = t;
 }
 
-template<class T> Uint32 Array<T>::size() const
+template <class T>
+Uint32 Array<T>::size() const
 {
     return _rep ? PEGASUS_ARRAY_REP(_rep)->size : 0;
 }
 
-template<class T> Uint32 Array<T>::getCapacity() const
+template <class T>
+Uint32 Array<T>::getCapacity() const
 {
     return _rep ? PEGASUS_ARRAY_REP(_rep)->capacity : 0;
 }
 
-template<class T> const T* Array<T>::getData() const
+template <class T>
+const T* Array<T>::getData() const
 {
     return _rep ? PEGASUS_ARRAY_REP(_rep)->items : 0;
 }
 
-template<class T> T& Array<T>::operator[](Uint32 index)
+template <class T>
+T& Array<T>::operator[](Uint32 index)
 {
     if (index >= size())
         ArrayThrowIndexOutOfBoundsException();
@@ -218,45 +228,53 @@ template<class T> T& Array<T>::operator[](Uint32 index)
     return PEGASUS_ARRAY_REP(_rep)->items[index];
 }
 
-template<class T> const T& Array<T>::operator[](Uint32 index) const
+template <class T>
+const T& Array<T>::operator[](Uint32 index) const
 {
     if (index >= size())
         ArrayThrowIndexOutOfBoundsException();
     return PEGASUS_ARRAY_REP(_rep)->items[index];
 }
 
-template<class T> void Array<T>::append(const T& x)
+template <class T>
+void Array<T>::append(const T& x)
 {
     insert(size(), &x, 1);
 }
 
-template<class T> void Array<T>::append(const T* x, Uint32 size)
+template <class T>
+void Array<T>::append(const T* x, Uint32 size)
 {
     insert(this->size(), x, size);
 }
 
-template<class T> void Array<T>::appendArray(const Array<T>& x)
+template <class T>
+void Array<T>::appendArray(const Array<T>& x)
 {
     Array<T> keep(x);
     append(keep.getData(), keep.size());
 }
 
-template<class T> void Array<T>::prepend(const T& x)
+template <class T>
+void Array<T>::prepend(const T& x)
 {
     insert(0, &x, 1);
 }
 
-template<class T> void Array<T>::prepend(const T* x, Uint32 size)
+template <class T>
+void Array<T>::prepend(const T* x, Uint32 size)
 {
     insert(0, x, size);
 }
 
-template<class T> void Array<T>::insert(Uint32 index, const T& x)
+template <class T>
+void Array<T>::insert(Uint32 index, const T& x)
 {
     insert(index, &x, 1);
 }
 
-template<class T> void Array<T>::insert(Uint32 index, const T* x, Uint32 size)
+template <class T>
+void Array<T>::insert(Uint32 index, const T* x, Uint32 size)
 {
     if (index > this->size())
         ArrayThrowIndexOutOfBoundsException();
@@ -265,8 +283,7 @@ template<class T> void Array<T>::insert(Uint32 index, const T* x, Uint32 size)
     // The source may lie inside this array's own buffer: copy it first.
     Array<T> source;
     const T* data = getData();
-    if (data && x + size > data && x < data + this->size())
-    {
+    if (data && x + size > data && x < data + this->size()) {
         source = Array<T>();
         source._reserve(size);
         ArrayRep<T>* s = PEGASUS_ARRAY_REP(source._rep);
@@ -280,20 +297,21 @@ template<class T> void Array<T>::insert(Uint32 index, const T* x, Uint32 size)
         p[index + i] = x[i];
 }
 
-template<class T> void Array<T>::remove(Uint32 index)
+template <class T>
+void Array<T>::remove(Uint32 index)
 {
     remove(index, 1);
 }
 
-template<class T> void Array<T>::remove(Uint32 index, Uint32 size)
+template <class T>
+void Array<T>::remove(Uint32 index, Uint32 size)
 {
     if (size == 0)
         return;
     Uint32 n = this->size();
     if (index >= n || size > n - index)
         ArrayThrowIndexOutOfBoundsException();
-    if (size == n)
-    {
+    if (size == n) {
         clear();
         return;
     }

@@ -17,8 +17,8 @@ PEGASUS_COMMON_LINKAGE void ArrayThrowIndexOutOfBoundsException();
 // A sequence of T with value semantics: copies share the elements until one of
 // them is changed (copy-on-write, safe to copy from several threads).
 // Every index outside the elements throws IndexOutOfBoundsException.
-template<class T> class Array
-{
+template <class T>
+class Array {
 public:
     // An empty array.
     Array();

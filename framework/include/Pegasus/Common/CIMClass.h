@@ -35,21 +35,18 @@ class CIMConstInstance;
 
 class CIMClassRep;
 
-class PEGASUS_COMMON_LINKAGE CIMClass
-{
+class PEGASUS_COMMON_LINKAGE CIMClass {
 public:
     // Uninitialized handle.
     CIMClass();
-    CIMClass(const CIMClass& x);               // shares
+    CIMClass(const CIMClass& x);  // shares
     // Shares the class behind x; DynamicCastFailedException when x is not a
     // class (an instance, or uninitialized).
     explicit CIMClass(const CIMObject& x);
     // An empty class whose path holds only the class name; a null class
     // name throws UninitializedObjectException.
-    CIMClass(
-        const CIMName& className,
-        const CIMName& superClassName = CIMName());
-    CIMClass& operator=(const CIMClass& x);    // shares
+    CIMClass(const CIMName& className, const CIMName& superClassName = CIMName());
+    CIMClass& operator=(const CIMClass& x);  // shares
     ~CIMClass();
 
     // True iff the class carries the qualifier Association (Abstract) with
@@ -58,7 +55,7 @@ public:
     Boolean isAbstract() const;
     const CIMName& getClassName() const;
     const CIMObjectPath& getPath() const;
-    void setPath (const CIMObjectPath & path);
+    void setPath(const CIMObjectPath& path);
     const CIMName& getSuperClassName() const;
     void setSuperClassName(const CIMName& superClassName);
 
@@ -107,9 +104,8 @@ public:
     // for a NULL propertyList, else those named in the list), each with the
     // class's (default) value; the class's and properties' qualifiers only
     // if includeQualifiers; class origins only if includeClassOrigin.
-    CIMInstance buildInstance(Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList & propertyList) const;
+    CIMInstance buildInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
+                              const CIMPropertyList& propertyList) const;
 
 private:
     CIMClass(CIMClassRep* rep);
@@ -120,12 +116,11 @@ private:
     friend class CIMObjectModelAccess;
 };
 
-class PEGASUS_COMMON_LINKAGE CIMConstClass
-{
+class PEGASUS_COMMON_LINKAGE CIMConstClass {
 public:
     CIMConstClass();
     CIMConstClass(const CIMConstClass& x);
-    CIMConstClass(const CIMClass& x);                 // shares
+    CIMConstClass(const CIMClass& x);  // shares
     explicit CIMConstClass(const CIMObject& x);
     explicit CIMConstClass(const CIMConstObject& x);
     CIMConstClass(const CIMName& className, const CIMName& superClassName = CIMName());

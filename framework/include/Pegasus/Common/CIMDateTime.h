@@ -16,8 +16,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 struct CIMDateTimeRep;
 
-class PEGASUS_COMMON_LINKAGE CIMDateTime
-{
+class PEGASUS_COMMON_LINKAGE CIMDateTime {
 public:
     // Marks a field as a wildcard in the field-wise constructors.
     static const Uint32 WILDCARD;
@@ -38,25 +37,12 @@ public:
     // A timestamp; a field equal to WILDCARD becomes '*'s, and only the first
     // numSignificantMicrosecondDigits microsecond digits are kept (the rest
     // are '*'). Throws DateTimeOutOfRangeException for fields out of range.
-    CIMDateTime(
-        Uint32 year,
-        Uint32 month,
-        Uint32 day,
-        Uint32 hours,
-        Uint32 minutes,
-        Uint32 seconds,
-        Uint32 microseconds,
-        Uint32 numSignificantMicrosecondDigits,
-        Sint32 utcOffset);
+    CIMDateTime(Uint32 year, Uint32 month, Uint32 day, Uint32 hours, Uint32 minutes, Uint32 seconds,
+                Uint32 microseconds, Uint32 numSignificantMicrosecondDigits, Sint32 utcOffset);
 
     // An interval, with the same wildcard rules.
-    CIMDateTime(
-        Uint32 days,
-        Uint32 hours,
-        Uint32 minutes,
-        Uint32 seconds,
-        Uint32 microseconds,
-        Uint32 numSignificantMicrosecondDigits);
+    CIMDateTime(Uint32 days, Uint32 hours, Uint32 minutes, Uint32 seconds, Uint32 microseconds,
+                Uint32 numSignificantMicrosecondDigits);
 
     ~CIMDateTime();
 
@@ -70,24 +56,12 @@ public:
     void set(const String& str);
 
     // Field-wise setters with the rules of the matching constructors.
-    void setTimeStamp(
-        Uint32 year,
-        Uint32 month,
-        Uint32 day,
-        Uint32 hours,
-        Uint32 minutes,
-        Uint32 seconds,
-        Uint32 microseconds,
-        Uint32 numSignificantMicrosecondDigits,
-        Sint32 utcOffset);
+    void setTimeStamp(Uint32 year, Uint32 month, Uint32 day, Uint32 hours, Uint32 minutes,
+                      Uint32 seconds, Uint32 microseconds, Uint32 numSignificantMicrosecondDigits,
+                      Sint32 utcOffset);
 
-    void setInterval(
-        Uint32 days,
-        Uint32 hours,
-        Uint32 minutes,
-        Uint32 seconds,
-        Uint32 microseconds,
-        Uint32 numSignificantMicrosecondDigits);
+    void setInterval(Uint32 days, Uint32 hours, Uint32 minutes, Uint32 seconds, Uint32 microseconds,
+                     Uint32 numSignificantMicrosecondDigits);
 
     // Back to the zero interval.
     void clear();

@@ -11,12 +11,11 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE CIMFlavor
-{
+class PEGASUS_COMMON_LINKAGE CIMFlavor {
 public:
     // No flavor bits (NONE).
     CIMFlavor();
-    CIMFlavor(const CIMFlavor & flavor);
+    CIMFlavor(const CIMFlavor& flavor);
     CIMFlavor& operator=(const CIMFlavor& flavor);
 
     // Sets, clears or tests the bits of flavor.
@@ -35,16 +34,16 @@ public:
     // "OVERRIDABLE TOSUBCLASS"; empty for NONE.
     String toString() const;
 
-    static const CIMFlavor NONE;            // 0
-    static const CIMFlavor OVERRIDABLE;     // 1
-    static const CIMFlavor ENABLEOVERRIDE;  // 1
-    static const CIMFlavor DISABLEOVERRIDE; // 16
-    static const CIMFlavor TOSUBCLASS;      // 2
-    static const CIMFlavor RESTRICTED;      // 32
-    static const CIMFlavor TOINSTANCE;      // 4
-    static const CIMFlavor TRANSLATABLE;    // 8
-    static const CIMFlavor DEFAULTS;        // OVERRIDABLE + TOSUBCLASS
-    static const CIMFlavor TOSUBELEMENTS;   // == TOSUBCLASS
+    static const CIMFlavor NONE;             // 0
+    static const CIMFlavor OVERRIDABLE;      // 1
+    static const CIMFlavor ENABLEOVERRIDE;   // 1
+    static const CIMFlavor DISABLEOVERRIDE;  // 16
+    static const CIMFlavor TOSUBCLASS;       // 2
+    static const CIMFlavor RESTRICTED;       // 32
+    static const CIMFlavor TOINSTANCE;       // 4
+    static const CIMFlavor TRANSLATABLE;     // 8
+    static const CIMFlavor DEFAULTS;         // OVERRIDABLE + TOSUBCLASS
+    static const CIMFlavor TOSUBELEMENTS;    // == TOSUBCLASS
 
 private:
     CIMFlavor(const Uint32 flavor);

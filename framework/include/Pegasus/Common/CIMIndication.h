@@ -13,8 +13,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE CIMIndication
-{
+class PEGASUS_COMMON_LINKAGE CIMIndication {
 public:
     CIMIndication();
     CIMIndication(const CIMIndication& x);

@@ -33,19 +33,18 @@ class CIMConstInstance;
 
 class CIMInstanceRep;
 
-class PEGASUS_COMMON_LINKAGE CIMInstance
-{
+class PEGASUS_COMMON_LINKAGE CIMInstance {
 public:
     // Uninitialized handle.
     CIMInstance();
-    CIMInstance(const CIMInstance& x);         // shares
+    CIMInstance(const CIMInstance& x);  // shares
     // Shares the instance behind x; DynamicCastFailedException when x is
     // not an instance (a class, or uninitialized).
     explicit CIMInstance(const CIMObject& x);
     // An empty instance whose path holds only the class name; a null name
     // throws UninitializedObjectException.
     CIMInstance(const CIMName& className);
-    CIMInstance& operator=(const CIMInstance& x);     // shares
+    CIMInstance& operator=(const CIMInstance& x);  // shares
     ~CIMInstance();
 
     const CIMName& getClassName() const;
@@ -54,7 +53,7 @@ public:
     // has no class name, TypeMismatchException when its class name differs
     // (case-insensitively) from the instance's. Afterwards getClassName()
     // returns the path's spelling.
-    void setPath (const CIMObjectPath & path);
+    void setPath(const CIMObjectPath& path);
 
     // Adds a qualifier; AlreadyExistsException for a duplicate name
     // (case-insensitive), UninitializedObjectException for an uninitialized
@@ -95,14 +94,12 @@ public:
 
     // Same as instanceFilter().
     void filter(Boolean includeQualifiers, Boolean includeClassOrigin,
-        const CIMPropertyList & propertyList);
+                const CIMPropertyList& propertyList);
     // Drops the qualifiers of the instance and its properties unless
     // includeQualifiers, the class origins unless includeClassOrigin, and
     // every property not in a non-NULL propertyList.
-    void instanceFilter(
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList & propertyList);
+    void instanceFilter(Boolean includeQualifiers, Boolean includeClassOrigin,
+                        const CIMPropertyList& propertyList);
 
 private:
     CIMInstance(CIMInstanceRep* rep);
@@ -114,12 +111,11 @@ private:
     friend class CIMObjectModelAccess;
 };
 
-class PEGASUS_COMMON_LINKAGE CIMConstInstance
-{
+class PEGASUS_COMMON_LINKAGE CIMConstInstance {
 public:
     CIMConstInstance();
     CIMConstInstance(const CIMConstInstance& x);
-    CIMConstInstance(const CIMInstance& x);               // shares
+    CIMConstInstance(const CIMInstance& x);  // shares
     explicit CIMConstInstance(const CIMObject& x);
     explicit CIMConstInstance(const CIMConstObject& x);
     CIMConstInstance(const CIMName& className);

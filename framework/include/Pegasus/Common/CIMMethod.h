@@ -28,19 +28,15 @@ class CIMConstMethod;
 
 class CIMMethodRep;
 
-class PEGASUS_COMMON_LINKAGE CIMMethod
-{
+class PEGASUS_COMMON_LINKAGE CIMMethod {
 public:
     // Uninitialized handle.
     CIMMethod();
-    CIMMethod(const CIMMethod& x);             // shares
+    CIMMethod(const CIMMethod& x);  // shares
     // A new method returning type; a null name throws
     // UninitializedObjectException.
-    CIMMethod(
-        const CIMName& name,
-        CIMType type,
-        const CIMName& classOrigin = CIMName(),
-        Boolean propagated = false);
+    CIMMethod(const CIMName& name, CIMType type, const CIMName& classOrigin = CIMName(),
+              Boolean propagated = false);
     ~CIMMethod();
     CIMMethod& operator=(const CIMMethod& x);  // shares
 
@@ -73,7 +69,7 @@ public:
     // of range.
     CIMParameter getParameter(Uint32 index);
     CIMConstParameter getParameter(Uint32 index) const;
-    void removeParameter (Uint32 index);
+    void removeParameter(Uint32 index);
     Uint32 getParameterCount() const;
 
     Boolean isUninitialized() const;
@@ -88,17 +84,13 @@ private:
     friend class CIMObjectModelAccess;
 };
 
-class PEGASUS_COMMON_LINKAGE CIMConstMethod
-{
+class PEGASUS_COMMON_LINKAGE CIMConstMethod {
 public:
     CIMConstMethod();
     CIMConstMethod(const CIMConstMethod& x);
-    CIMConstMethod(const CIMMethod& x);                // shares
-    CIMConstMethod(
-        const CIMName& name,
-        CIMType type,
-        const CIMName& classOrigin = CIMName(),
-        Boolean propagated = false);
+    CIMConstMethod(const CIMMethod& x);  // shares
+    CIMConstMethod(const CIMName& name, CIMType type, const CIMName& classOrigin = CIMName(),
+                   Boolean propagated = false);
     ~CIMConstMethod();
     CIMConstMethod& operator=(const CIMConstMethod& x);
     CIMConstMethod& operator=(const CIMMethod& x);

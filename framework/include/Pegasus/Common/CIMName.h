@@ -18,8 +18,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE CIMName
-{
+class PEGASUS_COMMON_LINKAGE CIMName {
 public:
     // A null name.
     CIMName();
@@ -70,8 +69,7 @@ PEGASUS_COMMON_LINKAGE Boolean operator==(const char* name1, const CIMName& name
 PEGASUS_COMMON_LINKAGE Boolean operator!=(const CIMName& name1, const char* name2);
 PEGASUS_COMMON_LINKAGE Boolean operator!=(const char* name1, const CIMName& name2);
 
-class PEGASUS_COMMON_LINKAGE CIMNamespaceName
-{
+class PEGASUS_COMMON_LINKAGE CIMNamespaceName {
 public:
     // A null namespace name.
     CIMNamespaceName();
@@ -109,20 +107,16 @@ private:
     String cimNamespaceName;
 };
 
-PEGASUS_COMMON_LINKAGE Boolean operator==(
-    const CIMNamespaceName& name1, const CIMNamespaceName& name2);
-PEGASUS_COMMON_LINKAGE Boolean operator!=(
-    const CIMNamespaceName& name1, const CIMNamespaceName& name2);
+PEGASUS_COMMON_LINKAGE Boolean operator==(const CIMNamespaceName& name1,
+                                          const CIMNamespaceName& name2);
+PEGASUS_COMMON_LINKAGE Boolean operator!=(const CIMNamespaceName& name1,
+                                          const CIMNamespaceName& name2);
 
 // Literal comparisons without validation, as for CIMName.
-PEGASUS_COMMON_LINKAGE Boolean operator==(
-    const CIMNamespaceName& name1, const char* name2);
-PEGASUS_COMMON_LINKAGE Boolean operator==(
-    const char* name1, const CIMNamespaceName& name2);
-PEGASUS_COMMON_LINKAGE Boolean operator!=(
-    const CIMNamespaceName& name1, const char* name2);
-PEGASUS_COMMON_LINKAGE Boolean operator!=(
-    const char* name1, const CIMNamespaceName& name2);
+PEGASUS_COMMON_LINKAGE Boolean operator==(const CIMNamespaceName& name1, const char* name2);
+PEGASUS_COMMON_LINKAGE Boolean operator==(const char* name1, const CIMNamespaceName& name2);
+PEGASUS_COMMON_LINKAGE Boolean operator!=(const CIMNamespaceName& name1, const char* name2);
+PEGASUS_COMMON_LINKAGE Boolean operator!=(const char* name1, const CIMNamespaceName& name2);
 
 PEGASUS_NAMESPACE_END
 

@@ -34,8 +34,7 @@ class CIMConstInstance;
 
 class CIMObjectRep;
 
-class PEGASUS_COMMON_LINKAGE CIMObject
-{
+class PEGASUS_COMMON_LINKAGE CIMObject {
 public:
     // Uninitialized handle.
     CIMObject();
@@ -48,7 +47,7 @@ public:
     const CIMName& getClassName() const;
     const CIMObjectPath& getPath() const;
     // Sets the path, with the checks of CIMInstance::setPath for instances.
-    void setPath (const CIMObjectPath & path);
+    void setPath(const CIMObjectPath& path);
 
     // Qualifier access as for CIMClass / CIMInstance.
     CIMObject& addQualifier(const CIMQualifier& qualifier);
@@ -80,10 +79,8 @@ public:
     // Drops the qualifiers of the object and its properties unless
     // includeQualifiers, the class origins unless includeClassOrigin, and
     // every property not in a non-NULL propertyList.
-    void instanceFilter(
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList & propertyList);
+    void instanceFilter(Boolean includeQualifiers, Boolean includeClassOrigin,
+                        const CIMPropertyList& propertyList);
 
 private:
     CIMObject(CIMObjectRep* rep);
@@ -96,8 +93,7 @@ private:
     friend class CIMObjectModelAccess;
 };
 
-class PEGASUS_COMMON_LINKAGE CIMConstObject
-{
+class PEGASUS_COMMON_LINKAGE CIMConstObject {
 public:
     CIMConstObject();
     CIMConstObject(const CIMConstObject& x);

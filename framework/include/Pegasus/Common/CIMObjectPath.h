@@ -23,17 +23,10 @@ class CIMObjectPath;
 struct CIMKeyBindingRep;
 struct CIMObjectPathRep;
 
-class PEGASUS_COMMON_LINKAGE CIMKeyBinding
-{
+class PEGASUS_COMMON_LINKAGE CIMKeyBinding {
 public:
     // How the value text is to be read.
-    enum Type
-    {
-        BOOLEAN,
-        STRING,
-        NUMERIC,
-        REFERENCE
-    };
+    enum Type { BOOLEAN, STRING, NUMERIC, REFERENCE };
 
     // A binding with a null name, an empty STRING value.
     CIMKeyBinding();
@@ -73,8 +66,7 @@ private:
 // STRING exactly, BOOLEAN ignoring case, NUMERIC as numbers, REFERENCE as paths.
 PEGASUS_COMMON_LINKAGE Boolean operator==(const CIMKeyBinding& x, const CIMKeyBinding& y);
 
-class PEGASUS_COMMON_LINKAGE CIMObjectPath
-{
+class PEGASUS_COMMON_LINKAGE CIMObjectPath {
 public:
     // An empty path (toString() is "").
     CIMObjectPath();
@@ -87,11 +79,8 @@ public:
     // A path of the given parts; keys are sorted and reference values
     // normalised (an unparsable reference text throws
     // MalformedObjectNameException).
-    CIMObjectPath(
-        const String& host,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
+    CIMObjectPath(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
+                  const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
 
     ~CIMObjectPath();
 
@@ -101,11 +90,8 @@ public:
     void clear();
 
     // Replaces every part, as the four-part constructor does.
-    void set(
-        const String& host,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
+    void set(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
+             const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
 
     // Parses objectName; on error throws and leaves the path unchanged.
     void set(const String& objectName);

@@ -19,8 +19,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 class CIMParamValueRep;
 
-class PEGASUS_COMMON_LINKAGE CIMParamValue
-{
+class PEGASUS_COMMON_LINKAGE CIMParamValue {
 public:
     // Uninitialized handle.
     CIMParamValue();
@@ -29,10 +28,7 @@ public:
     // A new parameter value; an empty name throws
     // UninitializedObjectException. isTyped tells whether the value's type
     // is known (false for a value received without a type).
-    CIMParamValue(
-        String parameterName,
-        CIMValue value,
-        Boolean isTyped=true);
+    CIMParamValue(String parameterName, CIMValue value, Boolean isTyped = true);
     ~CIMParamValue();
 
     // The name in the spelling it was given.

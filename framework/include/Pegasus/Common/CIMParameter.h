@@ -25,24 +25,19 @@ class CIMConstParameter;
 
 class CIMParameterRep;
 
-class PEGASUS_COMMON_LINKAGE CIMParameter
-{
+class PEGASUS_COMMON_LINKAGE CIMParameter {
 public:
     // Uninitialized handle.
     CIMParameter();
-    CIMParameter(const CIMParameter& x);       // shares
+    CIMParameter(const CIMParameter& x);  // shares
     // A new parameter. Throws UninitializedObjectException for a null name
     // and TypeMismatchException when referenceClassName is given for a
     // non-reference type or arraySize for a scalar. Unlike properties,
     // parameters may be arrays of references.
-    CIMParameter(
-        const CIMName& name,
-        CIMType type,
-        Boolean isArray = false,
-        Uint32 arraySize = 0,
-        const CIMName& referenceClassName = CIMName());
+    CIMParameter(const CIMName& name, CIMType type, Boolean isArray = false, Uint32 arraySize = 0,
+                 const CIMName& referenceClassName = CIMName());
     ~CIMParameter();
-    CIMParameter& operator=(const CIMParameter& x);   // shares
+    CIMParameter& operator=(const CIMParameter& x);  // shares
 
     const CIMName& getName() const;
     // Renames; a null name throws UninitializedObjectException.
@@ -56,7 +51,7 @@ public:
     CIMParameter& addQualifier(const CIMQualifier& x);
     Uint32 findQualifier(const CIMName& name) const;
     CIMQualifier getQualifier(Uint32 index);
-    void removeQualifier (Uint32 index);
+    void removeQualifier(Uint32 index);
     CIMConstQualifier getQualifier(Uint32 index) const;
     Uint32 getQualifierCount() const;
 
@@ -73,18 +68,13 @@ private:
     friend class CIMObjectModelAccess;
 };
 
-class PEGASUS_COMMON_LINKAGE CIMConstParameter
-{
+class PEGASUS_COMMON_LINKAGE CIMConstParameter {
 public:
     CIMConstParameter();
     CIMConstParameter(const CIMConstParameter& x);
-    CIMConstParameter(const CIMParameter& x);          // shares
-    CIMConstParameter(
-        const CIMName& name,
-        CIMType type,
-        Boolean isArray = false,
-        Uint32 arraySize = 0,
-        const CIMName& referenceClassName = CIMName());
+    CIMConstParameter(const CIMParameter& x);  // shares
+    CIMConstParameter(const CIMName& name, CIMType type, Boolean isArray = false,
+                      Uint32 arraySize = 0, const CIMName& referenceClassName = CIMName());
     ~CIMConstParameter();
     CIMConstParameter& operator=(const CIMConstParameter& x);
     CIMConstParameter& operator=(const CIMParameter& x);

@@ -28,25 +28,20 @@ class CIMConstProperty;
 
 class CIMPropertyRep;
 
-class PEGASUS_COMMON_LINKAGE CIMProperty
-{
+class PEGASUS_COMMON_LINKAGE CIMProperty {
 public:
     // Uninitialized handle.
     CIMProperty();
-    CIMProperty(const CIMProperty& x);         // shares
+    CIMProperty(const CIMProperty& x);  // shares
     // A new property. Throws UninitializedObjectException for a null name,
     // TypeMismatchException when referenceClassName is given for a
     // non-reference value, when the value is an array of references, or when
     // a non-zero arraySize does not match the value.
-    CIMProperty(
-        const CIMName& name,
-        const CIMValue& value,
-        Uint32 arraySize = 0,
-        const CIMName& referenceClassName = CIMName(),
-        const CIMName& classOrigin = CIMName(),
-        Boolean propagated = false);
+    CIMProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize = 0,
+                const CIMName& referenceClassName = CIMName(),
+                const CIMName& classOrigin = CIMName(), Boolean propagated = false);
     ~CIMProperty();
-    CIMProperty& operator=(const CIMProperty& x);     // shares
+    CIMProperty& operator=(const CIMProperty& x);  // shares
 
     const CIMName& getName() const;
     // Renames the property. A null name throws UninitializedObjectException;
@@ -95,19 +90,14 @@ private:
     friend class CIMObjectModelAccess;
 };
 
-class PEGASUS_COMMON_LINKAGE CIMConstProperty
-{
+class PEGASUS_COMMON_LINKAGE CIMConstProperty {
 public:
     CIMConstProperty();
     CIMConstProperty(const CIMConstProperty& x);
-    CIMConstProperty(const CIMProperty& x);               // shares
-    CIMConstProperty(
-        const CIMName& name,
-        const CIMValue& value,
-        Uint32 arraySize = 0,
-        const CIMName& referenceClassName = CIMName(),
-        const CIMName& classOrigin = CIMName(),
-        Boolean propagated = false);
+    CIMConstProperty(const CIMProperty& x);  // shares
+    CIMConstProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize = 0,
+                     const CIMName& referenceClassName = CIMName(),
+                     const CIMName& classOrigin = CIMName(), Boolean propagated = false);
     ~CIMConstProperty();
     CIMConstProperty& operator=(const CIMConstProperty& x);
     CIMConstProperty& operator=(const CIMProperty& x);

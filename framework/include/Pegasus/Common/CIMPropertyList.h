@@ -19,8 +19,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 class CIMPropertyListRep;
 
-class PEGASUS_COMMON_LINKAGE CIMPropertyList
-{
+class PEGASUS_COMMON_LINKAGE CIMPropertyList {
 public:
     // A NULL list (all properties).
     CIMPropertyList();
@@ -48,7 +47,7 @@ public:
     Uint32 getCIMNameTag(Uint32 index) const;
     // Appends each string as a name (validated as CIMName) and makes the list
     // non-NULL.
-    void append(Array<String> & propertyListArray);
+    void append(Array<String>& propertyListArray);
     // Replaces the tag of the next name that has none (names appended
     // before their tags); extra tags are ignored.
     void appendCIMNameTag(Uint32 nameTag);

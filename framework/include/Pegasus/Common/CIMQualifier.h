@@ -25,20 +25,16 @@ class CIMConstQualifier;
 
 class CIMQualifierRep;
 
-class PEGASUS_COMMON_LINKAGE CIMQualifier
-{
+class PEGASUS_COMMON_LINKAGE CIMQualifier {
 public:
     // Uninitialized handle.
     CIMQualifier();
-    CIMQualifier(const CIMQualifier& x);       // shares
+    CIMQualifier(const CIMQualifier& x);  // shares
     // A new qualifier; a null name throws UninitializedObjectException.
-    CIMQualifier(
-        const CIMName& name,
-        const CIMValue& value,
-        const CIMFlavor & flavor = CIMFlavor (CIMFlavor::NONE),
-        Boolean propagated = false);
+    CIMQualifier(const CIMName& name, const CIMValue& value,
+                 const CIMFlavor& flavor = CIMFlavor(CIMFlavor::NONE), Boolean propagated = false);
     ~CIMQualifier();
-    CIMQualifier& operator=(const CIMQualifier& x);   // shares
+    CIMQualifier& operator=(const CIMQualifier& x);  // shares
 
     const CIMName& getName() const;
     // Renames; a null name throws UninitializedObjectException.
@@ -50,9 +46,9 @@ public:
     // Replaces the value (any type).
     void setValue(const CIMValue& value);
     // Adds (setFlavor) or clears (unsetFlavor) flavor bits.
-    void setFlavor(const CIMFlavor & flavor);
-    void unsetFlavor(const CIMFlavor & flavor);
-    const CIMFlavor & getFlavor() const;
+    void setFlavor(const CIMFlavor& flavor);
+    void unsetFlavor(const CIMFlavor& flavor);
+    const CIMFlavor& getFlavor() const;
     // 1 if the qualifier was propagated from a superclass or class, else 0.
     Uint32 getPropagated() const;
     void setPropagated(Boolean propagated);
@@ -68,17 +64,14 @@ private:
     friend class CIMObjectModelAccess;
 };
 
-class PEGASUS_COMMON_LINKAGE CIMConstQualifier
-{
+class PEGASUS_COMMON_LINKAGE CIMConstQualifier {
 public:
     CIMConstQualifier();
     CIMConstQualifier(const CIMConstQualifier& x);
-    CIMConstQualifier(const CIMQualifier& x);          // shares
-    CIMConstQualifier(
-        const CIMName& name,
-        const CIMValue& value,
-        const CIMFlavor & flavor = CIMFlavor (CIMFlavor::NONE),
-        Boolean propagated = false);
+    CIMConstQualifier(const CIMQualifier& x);  // shares
+    CIMConstQualifier(const CIMName& name, const CIMValue& value,
+                      const CIMFlavor& flavor = CIMFlavor(CIMFlavor::NONE),
+                      Boolean propagated = false);
     ~CIMConstQualifier();
     CIMConstQualifier& operator=(const CIMConstQualifier& x);
     CIMConstQualifier& operator=(const CIMQualifier& x);
@@ -87,7 +80,7 @@ public:
     CIMType getType() const;
     Boolean isArray() const;
     const CIMValue& getValue() const;
-    const CIMFlavor & getFlavor() const;
+    const CIMFlavor& getFlavor() const;
     Uint32 getPropagated() const;
     Boolean isUninitialized() const;
     Boolean identical(const CIMConstQualifier& x) const;

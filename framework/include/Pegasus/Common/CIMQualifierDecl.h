@@ -15,13 +15,13 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE CIMQualifierDecl
-{
+class PEGASUS_COMMON_LINKAGE CIMQualifierDecl {
 public:
     CIMQualifierDecl();
     CIMQualifierDecl(const CIMQualifierDecl& x);
     CIMQualifierDecl& operator=(const CIMQualifierDecl& x);
     ~CIMQualifierDecl();
+
 private:
     void* _rep;
 };

@@ -13,8 +13,7 @@ PEGASUS_NAMESPACE_BEGIN
 
 // The underlying type is fixed so that vendor codes (e.g. 4096 and above,
 // passed as (CIMStatusCode)4100) are valid values of the type.
-enum CIMStatusCode : int
-{
+enum CIMStatusCode : int {
     CIM_ERR_SUCCESS = 0,
     CIM_ERR_FAILED = 1,
     CIM_ERR_ACCESS_DENIED = 2,
@@ -50,13 +49,13 @@ PEGASUS_COMMON_LINKAGE const char* cimStatusCodeToString(CIMStatusCode code);
 
 // The enumerator's name, or Unrecognized CIM status code "<n>" for a code
 // outside the enumeration (the form a CIM-XML error DESCRIPTION uses).
-PEGASUS_COMMON_LINKAGE String cimStatusCodeToString(
-    CIMStatusCode code, const ContentLanguageList& contentLanguages);
+PEGASUS_COMMON_LINKAGE String cimStatusCodeToString(CIMStatusCode code,
+                                                    const ContentLanguageList& contentLanguages);
 
 // As the two-argument form, storing the text in message; returns the
 // languages of the text.
-PEGASUS_COMMON_LINKAGE ContentLanguageList cimStatusCodeToString_Thread(
-    String& message, CIMStatusCode code);
+PEGASUS_COMMON_LINKAGE ContentLanguageList cimStatusCodeToString_Thread(String& message,
+                                                                        CIMStatusCode code);
 
 PEGASUS_NAMESPACE_END
 

@@ -24,8 +24,7 @@ class CIMObject;
 class CIMInstance;
 struct CIMValueRep;
 
-class PEGASUS_COMMON_LINKAGE CIMValue
-{
+class PEGASUS_COMMON_LINKAGE CIMValue {
 public:
     // A null, non-array boolean.
     CIMValue();

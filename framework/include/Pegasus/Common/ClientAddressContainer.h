@@ -16,11 +16,9 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE ClientAddressContainer
-    : virtual public OperationContext::Container
-{
+class PEGASUS_COMMON_LINKAGE ClientAddressContainer : virtual public OperationContext::Container {
 public:
-    static const String NAME;                        // "ClientAddressContainer"
+    static const String NAME;  // "ClientAddressContainer"
 
     // Copies a ClientAddressContainer reached through its base;
     // DynamicCastFailedException if container is of another type.
@@ -29,14 +27,14 @@ public:
     ClientAddressContainer(const String& address);
     virtual ~ClientAddressContainer();
     ClientAddressContainer& operator=(const ClientAddressContainer& container);
-    virtual String getName() const;                  // NAME
+    virtual String getName() const;  // NAME
     virtual OperationContext::Container* clone() const;
     virtual void destroy();
     // The client's address as text.
     String getAddress() const;
 
 private:
-    ClientAddressContainer();    // not implemented
+    ClientAddressContainer();  // not implemented
     String _address;
 };
 

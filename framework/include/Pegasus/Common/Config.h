@@ -23,25 +23,25 @@
 #define PEGASUS_USING_STD using namespace std
 #define PEGASUS_USING_PEGASUS using namespace Pegasus
 
-#define PEGASUS_EXPORT __attribute__ ((visibility("default")))
-#define PEGASUS_IMPORT __attribute__ ((visibility("default")))
+#define PEGASUS_EXPORT __attribute__((visibility("default")))
+#define PEGASUS_IMPORT __attribute__((visibility("default")))
 #define PEGASUS_HIDDEN_LINKAGE __attribute__((visibility("hidden")))
 
 // No explicit keyword on this platform, as in the OpenPegasus Linux build.
 #define PEGASUS_EXPLICIT
 #define PEGASUS_TEMPLATE_SPECIALIZATION template <>
-#define PEGASUS_SINT64_LITERAL(X) (Sint64 (X##LL))
-#define PEGASUS_UINT64_LITERAL(X) (Uint64 (X##ULL))
+#define PEGASUS_SINT64_LITERAL(X) (Sint64(X##LL))
+#define PEGASUS_UINT64_LITERAL(X) (Uint64(X##ULL))
 // printf/scanf length modifier for 64-bit integers: "%" PEGASUS_64BIT_CONVERSION_WIDTH "u".
 #define PEGASUS_64BIT_CONVERSION_WIDTH "ll"
-#define PEGASUS_FORMAT(A1, A2) __attribute__((format (printf, A1, A2)))
+#define PEGASUS_FORMAT(A1, A2) __attribute__((format(printf, A1, A2)))
 
 // Interfaces marked experimental or deprecated are always declared.
 #ifndef PEGASUS_USE_EXPERIMENTAL_INTERFACES
-# define PEGASUS_USE_EXPERIMENTAL_INTERFACES
+#define PEGASUS_USE_EXPERIMENTAL_INTERFACES
 #endif
 #ifndef PEGASUS_USE_DEPRECATED_INTERFACES
-# define PEGASUS_USE_DEPRECATED_INTERFACES
+#define PEGASUS_USE_DEPRECATED_INTERFACES
 #endif
 
 PEGASUS_NAMESPACE_BEGIN

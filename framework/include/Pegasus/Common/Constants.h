@@ -15,8 +15,7 @@
 // Where the server keeps its start-up files, and the local-socket path that
 // CIMClient::connectLocal() uses, in the default (development) layout.
 #define PEGASUS_CIMSERVER_STARTFILES_DIR "/var/tmp"
-#define PEGASUS_LOCAL_DOMAIN_SOCKET_PATH \
-    PEGASUS_CIMSERVER_STARTFILES_DIR "/cimxml.socket"
+#define PEGASUS_LOCAL_DOMAIN_SOCKET_PATH PEGASUS_CIMSERVER_STARTFILES_DIR "/cimxml.socket"
 
 // Default time a client waits for a response.
 #define PEGASUS_DEFAULT_CLIENT_TIMEOUT_MILLISECONDS 20000

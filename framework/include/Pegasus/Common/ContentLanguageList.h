@@ -12,8 +12,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE ContentLanguageList
-{
+class PEGASUS_COMMON_LINKAGE ContentLanguageList {
 public:
     // An empty list.
     ContentLanguageList();

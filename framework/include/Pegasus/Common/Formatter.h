@@ -11,15 +11,12 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE Formatter
-{
+class PEGASUS_COMMON_LINKAGE Formatter {
 public:
     // One argument: text, an integer, a real or a boolean (written true/false).
-    class PEGASUS_COMMON_LINKAGE Arg
-    {
+    class PEGASUS_COMMON_LINKAGE Arg {
     public:
-        enum Type { VOIDT, STRING, BOOLEAN, INTEGER, UINTEGER, LINTEGER,
-            ULINTEGER, REAL };
+        enum Type { VOIDT, STRING, BOOLEAN, INTEGER, UINTEGER, LINTEGER, ULINTEGER, REAL };
 
         // An argument that formats as nothing.
         Arg();
@@ -37,8 +34,7 @@ public:
 
     private:
         String _string;
-        union
-        {
+        union {
             Sint64 _integer;
             Uint64 _uinteger;
             Real64 _real;
@@ -50,18 +46,12 @@ public:
     static const Arg DEFAULT_ARG;
 
     // format with $0..$9 replaced by arg0..arg9.
-    static String format(
-        const String& format,
-        const Arg& arg0 = DEFAULT_ARG,
-        const Arg& arg1 = DEFAULT_ARG,
-        const Arg& arg2 = DEFAULT_ARG,
-        const Arg& arg3 = DEFAULT_ARG,
-        const Arg& arg4 = DEFAULT_ARG,
-        const Arg& arg5 = DEFAULT_ARG,
-        const Arg& arg6 = DEFAULT_ARG,
-        const Arg& arg7 = DEFAULT_ARG,
-        const Arg& arg8 = DEFAULT_ARG,
-        const Arg& arg9 = DEFAULT_ARG);
+    static String format(const String& format, const Arg& arg0 = DEFAULT_ARG,
+                         const Arg& arg1 = DEFAULT_ARG, const Arg& arg2 = DEFAULT_ARG,
+                         const Arg& arg3 = DEFAULT_ARG, const Arg& arg4 = DEFAULT_ARG,
+                         const Arg& arg5 = DEFAULT_ARG, const Arg& arg6 = DEFAULT_ARG,
+                         const Arg& arg7 = DEFAULT_ARG, const Arg& arg8 = DEFAULT_ARG,
+                         const Arg& arg9 = DEFAULT_ARG);
 };
 
 PEGASUS_NAMESPACE_END

@@ -16,43 +16,30 @@
 PEGASUS_NAMESPACE_BEGIN
 
 // "null pointer": a null pointer was passed where text or an object was needed.
-class PEGASUS_COMMON_LINKAGE NullPointer : public Exception
-{
+class PEGASUS_COMMON_LINKAGE NullPointer : public Exception {
 public:
     NullPointer();
 };
 
 // "no such property: <key>"
-class PEGASUS_COMMON_LINKAGE NoSuchProperty : public Exception
-{
+class PEGASUS_COMMON_LINKAGE NoSuchProperty : public Exception {
 public:
     NoSuchProperty(const String& key);
 };
 
 // A CIMException that also records where it was raised. getMessage() is the
 // message alone; getDescription() prefixes the status name.
-class PEGASUS_COMMON_LINKAGE TraceableCIMException : public CIMException
-{
+class PEGASUS_COMMON_LINKAGE TraceableCIMException : public CIMException {
 public:
-    TraceableCIMException(
-        CIMStatusCode code,
-        const String& message,
-        const String& file,
-        Uint32 line);
+    TraceableCIMException(CIMStatusCode code, const String& message, const String& file,
+                          Uint32 line);
 
     // The message is parms formatted (see MessageLoader.h).
-    TraceableCIMException(
-        CIMStatusCode code,
-        const MessageLoaderParms& parms,
-        const String& file,
-        Uint32 line);
+    TraceableCIMException(CIMStatusCode code, const MessageLoaderParms& parms, const String& file,
+                          Uint32 line);
 
-    TraceableCIMException(
-        const ContentLanguageList& langs,
-        CIMStatusCode code,
-        const String& message,
-        const String& file,
-        Uint32 line);
+    TraceableCIMException(const ContentLanguageList& langs, CIMStatusCode code,
+                          const String& message, const String& file, Uint32 line);
 
     // Wraps any CIMException (file and line as the original had them, if any).
     TraceableCIMException(const CIMException& cimException);

@@ -11,8 +11,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE LanguageTag
-{
+class PEGASUS_COMMON_LINKAGE LanguageTag {
 public:
     // An empty tag.
     LanguageTag();

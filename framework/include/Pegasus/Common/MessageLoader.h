@@ -14,8 +14,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE MessageLoaderParms
-{
+class PEGASUS_COMMON_LINKAGE MessageLoaderParms {
 public:
     // Message catalogue key (unused here).
     String msg_id;
@@ -31,26 +30,23 @@ public:
 
     MessageLoaderParms();
 
-    MessageLoaderParms(
-        const String& id,
-        const String& msg,
-        const Formatter::Arg& a0 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a1 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a2 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a3 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a4 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a5 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a6 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a7 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a8 = Formatter::DEFAULT_ARG,
-        const Formatter::Arg& a9 = Formatter::DEFAULT_ARG);
+    MessageLoaderParms(const String& id, const String& msg,
+                       const Formatter::Arg& a0 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a1 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a2 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a3 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a4 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a5 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a6 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a7 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a8 = Formatter::DEFAULT_ARG,
+                       const Formatter::Arg& a9 = Formatter::DEFAULT_ARG);
 
     // The default text with its placeholders replaced.
     String toString() const;
 };
 
-class PEGASUS_COMMON_LINKAGE MessageLoader
-{
+class PEGASUS_COMMON_LINKAGE MessageLoader {
 public:
     // The message text for parms (its formatted default text).
     static String getMessage(MessageLoaderParms& parms);

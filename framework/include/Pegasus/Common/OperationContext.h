@@ -22,13 +22,11 @@ PEGASUS_NAMESPACE_BEGIN
 
 class OperationContextRep;
 
-class PEGASUS_COMMON_LINKAGE OperationContext
-{
+class PEGASUS_COMMON_LINKAGE OperationContext {
 public:
     // One named piece of context. Implementations return their fixed name,
     // a heap copy of themselves (clone) and free such a copy (destroy).
-    class PEGASUS_COMMON_LINKAGE Container
-    {
+    class PEGASUS_COMMON_LINKAGE Container {
     public:
         virtual ~Container();
         virtual String getName() const = 0;
@@ -67,11 +65,9 @@ class IdentityContainerRep;
 
 // The name of the user on whose behalf the operation runs (empty when the
 // server does not authenticate).
-class PEGASUS_COMMON_LINKAGE IdentityContainer
-    : virtual public OperationContext::Container
-{
+class PEGASUS_COMMON_LINKAGE IdentityContainer : virtual public OperationContext::Container {
 public:
-    static const String NAME;                        // "IdentityContainer"
+    static const String NAME;  // "IdentityContainer"
 
     // Copies an IdentityContainer reached through its base;
     // DynamicCastFailedException if container is of another type.
@@ -80,7 +76,7 @@ public:
     IdentityContainer(const String& userName);
     virtual ~IdentityContainer();
     IdentityContainer& operator=(const IdentityContainer& container);
-    virtual String getName() const;                  // NAME
+    virtual String getName() const;  // NAME
     virtual OperationContext::Container* clone() const;
     virtual void destroy();
     String getUserName() const;
@@ -89,23 +85,21 @@ protected:
     IdentityContainerRep* _rep;
 
 private:
-    IdentityContainer();    // not implemented
+    IdentityContainer();  // not implemented
 };
 
 class SubscriptionInstanceContainerRep;
 
 // The subscription instance an indication operation is about.
 class PEGASUS_COMMON_LINKAGE SubscriptionInstanceContainer
-    : virtual public OperationContext::Container
-{
+    : virtual public OperationContext::Container {
 public:
-    static const String NAME;           // "SubscriptionInstanceContainer"
+    static const String NAME;  // "SubscriptionInstanceContainer"
     SubscriptionInstanceContainer(const OperationContext::Container& container);
     SubscriptionInstanceContainer(const SubscriptionInstanceContainer& container);
     SubscriptionInstanceContainer(const CIMInstance& subscriptionInstance);
     virtual ~SubscriptionInstanceContainer();
-    SubscriptionInstanceContainer& operator=(
-        const SubscriptionInstanceContainer& container);
+    SubscriptionInstanceContainer& operator=(const SubscriptionInstanceContainer& container);
     virtual String getName() const;
     virtual OperationContext::Container* clone() const;
     virtual void destroy();
@@ -115,24 +109,20 @@ protected:
     SubscriptionInstanceContainerRep* _rep;
 
 private:
-    SubscriptionInstanceContainer();    // not implemented
+    SubscriptionInstanceContainer();  // not implemented
 };
 
 class SubscriptionFilterConditionContainerRep;
 
 // The condition and query language of a subscription's filter.
 class PEGASUS_COMMON_LINKAGE SubscriptionFilterConditionContainer
-    : virtual public OperationContext::Container
-{
+    : virtual public OperationContext::Container {
 public:
-    static const String NAME;    // "SubscriptionFilterConditionContainer"
-    SubscriptionFilterConditionContainer(
-        const OperationContext::Container& container);
-    SubscriptionFilterConditionContainer(
-        const SubscriptionFilterConditionContainer& container);
-    SubscriptionFilterConditionContainer(
-        const String& filterCondition,
-        const String& queryLanguage);
+    static const String NAME;  // "SubscriptionFilterConditionContainer"
+    SubscriptionFilterConditionContainer(const OperationContext::Container& container);
+    SubscriptionFilterConditionContainer(const SubscriptionFilterConditionContainer& container);
+    SubscriptionFilterConditionContainer(const String& filterCondition,
+                                         const String& queryLanguage);
     virtual ~SubscriptionFilterConditionContainer();
     SubscriptionFilterConditionContainer& operator=(
         const SubscriptionFilterConditionContainer& container);
@@ -146,28 +136,22 @@ protected:
     SubscriptionFilterConditionContainerRep* _rep;
 
 private:
-    SubscriptionFilterConditionContainer();    // not implemented
+    SubscriptionFilterConditionContainer();  // not implemented
 };
 
 class SubscriptionFilterQueryContainerRep;
 
 // The query, query language and source namespace of a subscription's filter.
 class PEGASUS_COMMON_LINKAGE SubscriptionFilterQueryContainer
-    : virtual public OperationContext::Container
-{
+    : virtual public OperationContext::Container {
 public:
-    static const String NAME;    // "SubscriptionFilterQueryContainer"
-    SubscriptionFilterQueryContainer(
-        const OperationContext::Container& container);
-    SubscriptionFilterQueryContainer(
-        const SubscriptionFilterQueryContainer& container);
-    SubscriptionFilterQueryContainer(
-        const String& filterQuery,
-        const String& queryLanguage,
-        const CIMNamespaceName& sourceNameSpace);
+    static const String NAME;  // "SubscriptionFilterQueryContainer"
+    SubscriptionFilterQueryContainer(const OperationContext::Container& container);
+    SubscriptionFilterQueryContainer(const SubscriptionFilterQueryContainer& container);
+    SubscriptionFilterQueryContainer(const String& filterQuery, const String& queryLanguage,
+                                     const CIMNamespaceName& sourceNameSpace);
     virtual ~SubscriptionFilterQueryContainer();
-    SubscriptionFilterQueryContainer& operator=(
-        const SubscriptionFilterQueryContainer& container);
+    SubscriptionFilterQueryContainer& operator=(const SubscriptionFilterQueryContainer& container);
     virtual String getName() const;
     virtual OperationContext::Container* clone() const;
     virtual void destroy();
@@ -179,23 +163,19 @@ protected:
     SubscriptionFilterQueryContainerRep* _rep;
 
 private:
-    SubscriptionFilterQueryContainer();    // not implemented
+    SubscriptionFilterQueryContainer();  // not implemented
 };
 
 class SubscriptionInstanceNamesContainerRep;
 
 // The names of the subscriptions an indication is delivered for.
 class PEGASUS_COMMON_LINKAGE SubscriptionInstanceNamesContainer
-    : virtual public OperationContext::Container
-{
+    : virtual public OperationContext::Container {
 public:
-    static const String NAME;    // "SubscriptionInstanceNamesContainer"
-    SubscriptionInstanceNamesContainer(
-        const OperationContext::Container& container);
-    SubscriptionInstanceNamesContainer(
-        const SubscriptionInstanceNamesContainer& container);
-    SubscriptionInstanceNamesContainer(
-        const Array<CIMObjectPath>& subscriptionInstanceNames);
+    static const String NAME;  // "SubscriptionInstanceNamesContainer"
+    SubscriptionInstanceNamesContainer(const OperationContext::Container& container);
+    SubscriptionInstanceNamesContainer(const SubscriptionInstanceNamesContainer& container);
+    SubscriptionInstanceNamesContainer(const Array<CIMObjectPath>& subscriptionInstanceNames);
     virtual ~SubscriptionInstanceNamesContainer();
     SubscriptionInstanceNamesContainer& operator=(
         const SubscriptionInstanceNamesContainer& container);
@@ -208,15 +188,13 @@ protected:
     SubscriptionInstanceNamesContainerRep* _rep;
 
 private:
-    SubscriptionInstanceNamesContainer();    // not implemented
+    SubscriptionInstanceNamesContainer();  // not implemented
 };
 
 // The operation's time-out in milliseconds.
-class PEGASUS_COMMON_LINKAGE TimeoutContainer
-    : virtual public OperationContext::Container
-{
+class PEGASUS_COMMON_LINKAGE TimeoutContainer : virtual public OperationContext::Container {
 public:
-    static const String NAME;                        // "TimeoutContainer"
+    static const String NAME;  // "TimeoutContainer"
     TimeoutContainer(const OperationContext::Container& container);
     TimeoutContainer(Uint32 timeout);
     virtual String getName() const;
@@ -228,23 +206,21 @@ protected:
     Uint32 _value;
 
 private:
-    TimeoutContainer();    // not implemented
+    TimeoutContainer();  // not implemented
 };
 
 class AcceptLanguageListContainerRep;
 
 // The languages the client accepts in responses.
 class PEGASUS_COMMON_LINKAGE AcceptLanguageListContainer
-    : virtual public OperationContext::Container
-{
+    : virtual public OperationContext::Container {
 public:
-    static const String NAME;            // "AcceptLanguageListContainer"
+    static const String NAME;  // "AcceptLanguageListContainer"
     AcceptLanguageListContainer(const OperationContext::Container& container);
     AcceptLanguageListContainer(const AcceptLanguageListContainer& container);
     AcceptLanguageListContainer(const AcceptLanguageList& languages);
     virtual ~AcceptLanguageListContainer();
-    AcceptLanguageListContainer& operator=(
-        const AcceptLanguageListContainer& container);
+    AcceptLanguageListContainer& operator=(const AcceptLanguageListContainer& container);
     virtual String getName() const;
     virtual OperationContext::Container* clone() const;
     virtual void destroy();
@@ -254,23 +230,21 @@ protected:
     AcceptLanguageListContainerRep* _rep;
 
 private:
-    AcceptLanguageListContainer();    // not implemented
+    AcceptLanguageListContainer();  // not implemented
 };
 
 class ContentLanguageListContainerRep;
 
 // The languages of the request's (or response's) content.
 class PEGASUS_COMMON_LINKAGE ContentLanguageListContainer
-    : virtual public OperationContext::Container
-{
+    : virtual public OperationContext::Container {
 public:
-    static const String NAME;            // "ContentLanguageListContainer"
+    static const String NAME;  // "ContentLanguageListContainer"
     ContentLanguageListContainer(const OperationContext::Container& container);
     ContentLanguageListContainer(const ContentLanguageListContainer& container);
     ContentLanguageListContainer(const ContentLanguageList& languages);
     virtual ~ContentLanguageListContainer();
-    ContentLanguageListContainer& operator=(
-        const ContentLanguageListContainer& container);
+    ContentLanguageListContainer& operator=(const ContentLanguageListContainer& container);
     virtual String getName() const;
     virtual OperationContext::Container* clone() const;
     virtual void destroy();
@@ -280,17 +254,15 @@ protected:
     ContentLanguageListContainerRep* _rep;
 
 private:
-    ContentLanguageListContainer();    // not implemented
+    ContentLanguageListContainer();  // not implemented
 };
 
 class SnmpTrapOidContainerRep;
 
 // The SNMP trap OID of an indication.
-class PEGASUS_COMMON_LINKAGE SnmpTrapOidContainer
-    : virtual public OperationContext::Container
-{
+class PEGASUS_COMMON_LINKAGE SnmpTrapOidContainer : virtual public OperationContext::Container {
 public:
-    static const String NAME;            // "SnmpTrapOidContainer"
+    static const String NAME;  // "SnmpTrapOidContainer"
     SnmpTrapOidContainer(const OperationContext::Container& container);
     SnmpTrapOidContainer(const SnmpTrapOidContainer& container);
     SnmpTrapOidContainer(const String& snmpTrapOid);
@@ -305,7 +277,7 @@ protected:
     SnmpTrapOidContainerRep* _rep;
 
 private:
-    SnmpTrapOidContainer();    // not implemented
+    SnmpTrapOidContainer();  // not implemented
 };
 
 PEGASUS_NAMESPACE_END

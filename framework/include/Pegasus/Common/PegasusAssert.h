@@ -9,9 +9,9 @@
 #include <cassert>
 
 #if defined(NDEBUG) || defined(PEGASUS_NOASSERTS)
-# define PEGASUS_ASSERT(COND) ((void)0)
+#define PEGASUS_ASSERT(COND) ((void)0)
 #else
-# define PEGASUS_ASSERT(COND) assert(COND)
+#define PEGASUS_ASSERT(COND) assert(COND)
 #endif
 
 #define PEGASUS_DEBUG_ASSERT(COND) PEGASUS_ASSERT(COND)

@@ -22,8 +22,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE ResponseHandler
-{
+class PEGASUS_COMMON_LINKAGE ResponseHandler {
 public:
     virtual ~ResponseHandler();
     // The provider has started to work on the request.
@@ -32,7 +31,7 @@ public:
     virtual void complete() = 0;
     // Attaches a context to the response (e.g. its content languages); the
     // handler keeps a copy.
-    void setContext(const OperationContext & context);
+    void setContext(const OperationContext& context);
 
 protected:
     ResponseHandler();
@@ -46,49 +45,43 @@ private:
 };
 
 // Receives the instances of getInstance and enumerateInstances.
-class PEGASUS_COMMON_LINKAGE InstanceResponseHandler : virtual public ResponseHandler
-{
+class PEGASUS_COMMON_LINKAGE InstanceResponseHandler : virtual public ResponseHandler {
 public:
-    virtual void deliver(const CIMInstance & instance) = 0;
-    virtual void deliver(const Array<CIMInstance> & instances) = 0;
+    virtual void deliver(const CIMInstance& instance) = 0;
+    virtual void deliver(const Array<CIMInstance>& instances) = 0;
 };
 
 // Receives object paths (enumerateInstanceNames, createInstance, the
 // association name operations).
-class PEGASUS_COMMON_LINKAGE ObjectPathResponseHandler : virtual public ResponseHandler
-{
+class PEGASUS_COMMON_LINKAGE ObjectPathResponseHandler : virtual public ResponseHandler {
 public:
-    virtual void deliver(const CIMObjectPath & objectPath) = 0;
-    virtual void deliver(const Array<CIMObjectPath> & objectPaths) = 0;
+    virtual void deliver(const CIMObjectPath& objectPath) = 0;
+    virtual void deliver(const Array<CIMObjectPath>& objectPaths) = 0;
 };
 
 // Receives a method's output parameters and its return value.
-class PEGASUS_COMMON_LINKAGE MethodResultResponseHandler : virtual public ResponseHandler
-{
+class PEGASUS_COMMON_LINKAGE MethodResultResponseHandler : virtual public ResponseHandler {
 public:
-    virtual void deliverParamValue(const CIMParamValue & outParamValue) = 0;
-    virtual void deliverParamValue(const Array<CIMParamValue> & outParamValues) = 0;
-    virtual void deliver(const CIMValue & returnValue) = 0;
+    virtual void deliverParamValue(const CIMParamValue& outParamValue) = 0;
+    virtual void deliverParamValue(const Array<CIMParamValue>& outParamValues) = 0;
+    virtual void deliver(const CIMValue& returnValue) = 0;
 };
 
 // Receives indications.
-class PEGASUS_COMMON_LINKAGE IndicationResponseHandler : virtual public ResponseHandler
-{
+class PEGASUS_COMMON_LINKAGE IndicationResponseHandler : virtual public ResponseHandler {
 public:
-    virtual void deliver(const CIMIndication & indication) = 0;
-    virtual void deliver(const Array<CIMIndication> & indications) = 0;
-    virtual void deliver(const OperationContext & context,
-        const CIMIndication & indication) = 0;
-    virtual void deliver(const OperationContext & context,
-        const Array<CIMIndication> & indications) = 0;
+    virtual void deliver(const CIMIndication& indication) = 0;
+    virtual void deliver(const Array<CIMIndication>& indications) = 0;
+    virtual void deliver(const OperationContext& context, const CIMIndication& indication) = 0;
+    virtual void deliver(const OperationContext& context,
+                         const Array<CIMIndication>& indications) = 0;
 };
 
 // Receives classes or instances (associators, references).
-class PEGASUS_COMMON_LINKAGE ObjectResponseHandler : virtual public ResponseHandler
-{
+class PEGASUS_COMMON_LINKAGE ObjectResponseHandler : virtual public ResponseHandler {
 public:
-    virtual void deliver(const CIMObject & object) = 0;
-    virtual void deliver(const Array<CIMObject> & objects) = 0;
+    virtual void deliver(const CIMObject& object) = 0;
+    virtual void deliver(const Array<CIMObject>& objects) = 0;
 };
 
 PEGASUS_NAMESPACE_END

@@ -16,26 +16,19 @@ class SSLCertificateInfo;
 class SSLContextRep;
 
 // Called for each certificate of the server's chain; returns true to accept.
-typedef Boolean (SSLCertificateVerifyFunction)(SSLCertificateInfo &certInfo);
+typedef Boolean(SSLCertificateVerifyFunction)(SSLCertificateInfo& certInfo);
 
-class PEGASUS_COMMON_LINKAGE SSLContext
-{
+class PEGASUS_COMMON_LINKAGE SSLContext {
 public:
     // trustStore: a PEM file or a folder of certificates that verify the
     // server (empty: no verification); verifyCert: optional callback;
     // randomFile: seed file for the random generator (may be empty).
-    SSLContext(
-        const String& trustStore,
-        SSLCertificateVerifyFunction* verifyCert = NULL,
-        const String& randomFile = String::EMPTY);
+    SSLContext(const String& trustStore, SSLCertificateVerifyFunction* verifyCert = NULL,
+               const String& randomFile = String::EMPTY);
 
     // As above, with the client's certificate and private key (PEM files).
-    SSLContext(
-        const String& trustStore,
-        const String& certPath,
-        const String& keyPath,
-        SSLCertificateVerifyFunction* verifyCert,
-        const String& randomFile);
+    SSLContext(const String& trustStore, const String& certPath, const String& keyPath,
+               SSLCertificateVerifyFunction* verifyCert, const String& randomFile);
 
     SSLContext(const SSLContext& sslContext);
     ~SSLContext();
@@ -48,7 +41,7 @@ public:
     SSLCertificateVerifyFunction* getSSLCertificateVerifyFunction() const;
 
 private:
-    SSLContext& operator=(const SSLContext& sslContext);   // not copy-assignable
+    SSLContext& operator=(const SSLContext& sslContext);  // not copy-assignable
     SSLContextRep* _rep;
 };
 

@@ -24,8 +24,7 @@ struct StringRep;
 // An owned, NUL-terminated UTF-8 byte buffer. The pointer obtained through the
 // conversion operator is valid only while this object lives: cast a
 // temporary in the same full expression, (const char*)s.getCString().
-class PEGASUS_COMMON_LINKAGE CString
-{
+class PEGASUS_COMMON_LINKAGE CString {
 public:
     // Holds a null pointer.
     CString();
@@ -47,8 +46,7 @@ private:
     char* _rep;
 };
 
-class PEGASUS_COMMON_LINKAGE String
-{
+class PEGASUS_COMMON_LINKAGE String {
 public:
     // An empty string.
     static const String EMPTY;
@@ -130,7 +128,7 @@ public:
     void toLower();
 
     // Appends printf-style formatted text (the result is read as UTF-8).
-    PEGASUS_FORMAT(2,3)
+    PEGASUS_FORMAT(2, 3)
     void appendPrintf(const char* format, ...);
 
     // Upper-cases the ASCII letters in place.
@@ -175,8 +173,8 @@ PEGASUS_COMMON_LINKAGE Boolean operator!=(const String& str1, const char* str2);
 PEGASUS_COMMON_LINKAGE Boolean operator!=(const char* str1, const String& str2);
 
 // Writes code units 1..255 as single bytes and every other unit as \xNNNN.
-PEGASUS_COMMON_LINKAGE PEGASUS_STD(ostream)& operator<<(
-    PEGASUS_STD(ostream)& os, const String& str);
+PEGASUS_COMMON_LINKAGE PEGASUS_STD(ostream) & operator<<(PEGASUS_STD(ostream) & os,
+                                                         const String& str);
 
 PEGASUS_COMMON_LINKAGE String operator+(const String& str1, const String& str2);
 PEGASUS_COMMON_LINKAGE String operator+(const String& str1, const char* str2);

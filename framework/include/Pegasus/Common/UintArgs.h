@@ -13,8 +13,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_COMMON_LINKAGE Uint32Arg
-{
+class PEGASUS_COMMON_LINKAGE Uint32Arg {
 public:
     Uint32Arg();
     Uint32Arg(const Uint32Arg& x);
@@ -37,8 +36,7 @@ private:
     Boolean _null;
 };
 
-class PEGASUS_COMMON_LINKAGE Uint64Arg
-{
+class PEGASUS_COMMON_LINKAGE Uint64Arg {
 public:
     Uint64Arg();
     Uint64Arg(const Uint64Arg& x);

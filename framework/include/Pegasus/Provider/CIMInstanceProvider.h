@@ -17,59 +17,49 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_PROVIDER_LINKAGE CIMInstanceProvider : public virtual CIMProvider
-{
+class PEGASUS_PROVIDER_LINKAGE CIMInstanceProvider : public virtual CIMProvider {
 public:
     CIMInstanceProvider();
     virtual ~CIMInstanceProvider();
 
     // Delivers the one instance named by instanceReference.
-    virtual void getInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler) = 0;
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList,
+                             InstanceResponseHandler& handler) = 0;
 
     // Delivers every instance of the class of classReference, each with its
     // path set.
-    virtual void enumerateInstances(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        const Boolean includeQualifiers,
-        const Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList,
-        InstanceResponseHandler& handler) = 0;
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler) = 0;
 
     // Delivers the path of every instance of the class of classReference.
-    virtual void enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMObjectPath& classReference,
-        ObjectPathResponseHandler& handler) = 0;
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler) = 0;
 
     // Changes the named instance to instanceObject's values (only the
     // properties in a non-NULL propertyList).
-    virtual void modifyInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        const Boolean includeQualifiers,
-        const CIMPropertyList& propertyList,
-        ResponseHandler& handler) = 0;
+    virtual void modifyInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                                const CIMPropertyList& propertyList, ResponseHandler& handler) = 0;
 
     // Creates the instance and delivers its path.
-    virtual void createInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        const CIMInstance& instanceObject,
-        ObjectPathResponseHandler& handler) = 0;
+    virtual void createInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                const CIMInstance& instanceObject,
+                                ObjectPathResponseHandler& handler) = 0;
 
     // Deletes the named instance.
-    virtual void deleteInstance(
-        const OperationContext& context,
-        const CIMObjectPath& instanceReference,
-        ResponseHandler& handler) = 0;
+    virtual void deleteInstance(const OperationContext& context,
+                                const CIMObjectPath& instanceReference,
+                                ResponseHandler& handler) = 0;
 };
 
 PEGASUS_NAMESPACE_END

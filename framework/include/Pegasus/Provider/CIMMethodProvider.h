@@ -13,8 +13,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_PROVIDER_LINKAGE CIMMethodProvider : public virtual CIMProvider
-{
+class PEGASUS_PROVIDER_LINKAGE CIMMethodProvider : public virtual CIMProvider {
 public:
     CIMMethodProvider();
     virtual ~CIMMethodProvider();
@@ -22,12 +21,9 @@ public:
     // Runs methodName on objectReference (an instance or a class path) with
     // inParameters; delivers the output parameters with deliverParamValue()
     // and the return value with deliver().
-    virtual void invokeMethod(
-        const OperationContext& context,
-        const CIMObjectPath& objectReference,
-        const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        MethodResultResponseHandler& handler) = 0;
+    virtual void invokeMethod(const OperationContext& context, const CIMObjectPath& objectReference,
+                              const CIMName& methodName, const Array<CIMParamValue>& inParameters,
+                              MethodResultResponseHandler& handler) = 0;
 };
 
 PEGASUS_NAMESPACE_END

@@ -29,163 +29,102 @@ PEGASUS_NAMESPACE_BEGIN
 
 class CIMOMHandleRep;
 
-class PEGASUS_PROVIDER_LINKAGE CIMOMHandle
-{
+class PEGASUS_PROVIDER_LINKAGE CIMOMHandle {
 public:
     // A handle to the server of this process.
     CIMOMHandle();
-    CIMOMHandle(const CIMOMHandle&);                    // shares
+    CIMOMHandle(const CIMOMHandle&);  // shares
     ~CIMOMHandle();
     CIMOMHandle& operator=(const CIMOMHandle& handle);  // shares
 
-    CIMClass getClass(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    CIMClass getClass(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                      const CIMName& className, Boolean localOnly, Boolean includeQualifiers,
+                      Boolean includeClassOrigin, const CIMPropertyList& propertyList);
 
-    Array<CIMClass> enumerateClasses(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin);
+    Array<CIMClass> enumerateClasses(const OperationContext& context,
+                                     const CIMNamespaceName& nameSpace, const CIMName& className,
+                                     Boolean deepInheritance, Boolean localOnly,
+                                     Boolean includeQualifiers, Boolean includeClassOrigin);
 
-    Array<CIMName> enumerateClassNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance);
+    Array<CIMName> enumerateClassNames(const OperationContext& context,
+                                       const CIMNamespaceName& nameSpace, const CIMName& className,
+                                       Boolean deepInheritance);
 
     // Class changes are not supported by this server: CIM_ERR_NOT_SUPPORTED.
-    void createClass(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMClass& newClass);
+    void createClass(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                     const CIMClass& newClass);
 
-    void modifyClass(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMClass& modifiedClass);
+    void modifyClass(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                     const CIMClass& modifiedClass);
 
-    void deleteClass(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className);
+    void deleteClass(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                     const CIMName& className);
 
-    CIMInstance getInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    CIMInstance getInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                            const CIMObjectPath& instanceName, Boolean localOnly,
+                            Boolean includeQualifiers, Boolean includeClassOrigin,
+                            const CIMPropertyList& propertyList);
 
-    Array<CIMInstance> enumerateInstances(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className,
-        Boolean deepInheritance,
-        Boolean localOnly,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    Array<CIMInstance> enumerateInstances(const OperationContext& context,
+                                          const CIMNamespaceName& nameSpace,
+                                          const CIMName& className, Boolean deepInheritance,
+                                          Boolean localOnly, Boolean includeQualifiers,
+                                          Boolean includeClassOrigin,
+                                          const CIMPropertyList& propertyList);
 
-    Array<CIMObjectPath> enumerateInstanceNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMName& className);
+    Array<CIMObjectPath> enumerateInstanceNames(const OperationContext& context,
+                                                const CIMNamespaceName& nameSpace,
+                                                const CIMName& className);
 
-    CIMObjectPath createInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMInstance& newInstance);
+    CIMObjectPath createInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                 const CIMInstance& newInstance);
 
-    void modifyInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMInstance& modifiedInstance,
-        Boolean includeQualifiers,
-        const CIMPropertyList& propertyList);
+    void modifyInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                        const CIMInstance& modifiedInstance, Boolean includeQualifiers,
+                        const CIMPropertyList& propertyList);
 
-    void deleteInstance(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName);
+    void deleteInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                        const CIMObjectPath& instanceName);
 
     // Queries are not supported by this server: CIM_ERR_NOT_SUPPORTED.
-    Array<CIMObject> execQuery(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const String& queryLanguage,
-        const String& query);
+    Array<CIMObject> execQuery(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                               const String& queryLanguage, const String& query);
 
-    Array<CIMObject> associators(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    Array<CIMObject> associators(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                 const CIMObjectPath& objectName, const CIMName& assocClass,
+                                 const CIMName& resultClass, const String& role,
+                                 const String& resultRole, Boolean includeQualifiers,
+                                 Boolean includeClassOrigin, const CIMPropertyList& propertyList);
 
-    Array<CIMObjectPath> associatorNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& assocClass,
-        const CIMName& resultClass,
-        const String& role,
-        const String& resultRole);
+    Array<CIMObjectPath> associatorNames(const OperationContext& context,
+                                         const CIMNamespaceName& nameSpace,
+                                         const CIMObjectPath& objectName, const CIMName& assocClass,
+                                         const CIMName& resultClass, const String& role,
+                                         const String& resultRole);
 
-    Array<CIMObject> references(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role,
-        Boolean includeQualifiers,
-        Boolean includeClassOrigin,
-        const CIMPropertyList& propertyList);
+    Array<CIMObject> references(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                                const CIMObjectPath& objectName, const CIMName& resultClass,
+                                const String& role, Boolean includeQualifiers,
+                                Boolean includeClassOrigin, const CIMPropertyList& propertyList);
 
-    Array<CIMObjectPath> referenceNames(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& objectName,
-        const CIMName& resultClass,
-        const String& role);
+    Array<CIMObjectPath> referenceNames(const OperationContext& context,
+                                        const CIMNamespaceName& nameSpace,
+                                        const CIMObjectPath& objectName, const CIMName& resultClass,
+                                        const String& role);
 
-    CIMValue getProperty(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& propertyName);
+    CIMValue getProperty(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                         const CIMObjectPath& instanceName, const CIMName& propertyName);
 
-    void setProperty(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& propertyName,
-        const CIMValue& newValue);
+    void setProperty(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                     const CIMObjectPath& instanceName, const CIMName& propertyName,
+                     const CIMValue& newValue);
 
     // Returns the method's return value; the output parameters replace the
     // contents of outParameters.
-    CIMValue invokeMethod(
-        const OperationContext& context,
-        const CIMNamespaceName& nameSpace,
-        const CIMObjectPath& instanceName,
-        const CIMName& methodName,
-        const Array<CIMParamValue>& inParameters,
-        Array<CIMParamValue>& outParameters);
+    CIMValue invokeMethod(const OperationContext& context, const CIMNamespaceName& nameSpace,
+                          const CIMObjectPath& instanceName, const CIMName& methodName,
+                          const Array<CIMParamValue>& inParameters,
+                          Array<CIMParamValue>& outParameters);
 
     // Keeps the server from unloading the calling provider while idle, until
     // a matching allowProviderUnload(). Calls nest.

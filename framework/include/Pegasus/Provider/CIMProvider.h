@@ -19,14 +19,13 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class PEGASUS_PROVIDER_LINKAGE CIMProvider
-{
+class PEGASUS_PROVIDER_LINKAGE CIMProvider {
 public:
     CIMProvider();
     virtual ~CIMProvider();
     // Called once after creation; cimom reaches the server for the
     // provider's own requests (keep a copy). Throwing fails the load.
-    virtual void initialize(CIMOMHandle & cimom) = 0;
+    virtual void initialize(CIMOMHandle& cimom) = 0;
     // Called once when the provider is unloaded.
     virtual void terminate() = 0;
 };

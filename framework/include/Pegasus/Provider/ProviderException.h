@@ -12,8 +12,7 @@
 PEGASUS_NAMESPACE_BEGIN
 
 // CIM_ERR_FAILED, and the base of the specific provider exceptions.
-class PEGASUS_PROVIDER_LINKAGE CIMOperationFailedException : public CIMException
-{
+class PEGASUS_PROVIDER_LINKAGE CIMOperationFailedException : public CIMException {
 public:
     CIMOperationFailedException(const String& message);
 
@@ -22,57 +21,44 @@ protected:
 };
 
 // CIM_ERR_ACCESS_DENIED
-class PEGASUS_PROVIDER_LINKAGE CIMAccessDeniedException
-    : public CIMOperationFailedException
-{
+class PEGASUS_PROVIDER_LINKAGE CIMAccessDeniedException : public CIMOperationFailedException {
 public:
     CIMAccessDeniedException(const String& message);
 };
 
 // CIM_ERR_INVALID_PARAMETER
-class PEGASUS_PROVIDER_LINKAGE CIMInvalidParameterException
-    : public CIMOperationFailedException
-{
+class PEGASUS_PROVIDER_LINKAGE CIMInvalidParameterException : public CIMOperationFailedException {
 public:
     CIMInvalidParameterException(const String& message);
 };
 
 // CIM_ERR_NOT_FOUND
-class PEGASUS_PROVIDER_LINKAGE CIMObjectNotFoundException
-    : public CIMOperationFailedException
-{
+class PEGASUS_PROVIDER_LINKAGE CIMObjectNotFoundException : public CIMOperationFailedException {
 public:
     CIMObjectNotFoundException(const String& message);
 };
 
 // CIM_ERR_NOT_SUPPORTED
-class PEGASUS_PROVIDER_LINKAGE CIMNotSupportedException
-    : public CIMOperationFailedException
-{
+class PEGASUS_PROVIDER_LINKAGE CIMNotSupportedException : public CIMOperationFailedException {
 public:
     CIMNotSupportedException(const String& message);
 };
 
 // CIM_ERR_ALREADY_EXISTS
 class PEGASUS_PROVIDER_LINKAGE CIMObjectAlreadyExistsException
-    : public CIMOperationFailedException
-{
+    : public CIMOperationFailedException {
 public:
     CIMObjectAlreadyExistsException(const String& message);
 };
 
 // CIM_ERR_NO_SUCH_PROPERTY
-class PEGASUS_PROVIDER_LINKAGE CIMPropertyNotFoundException
-    : public CIMOperationFailedException
-{
+class PEGASUS_PROVIDER_LINKAGE CIMPropertyNotFoundException : public CIMOperationFailedException {
 public:
     CIMPropertyNotFoundException(const String& message);
 };
 
 // CIM_ERR_METHOD_NOT_FOUND
-class PEGASUS_PROVIDER_LINKAGE CIMMethodNotFoundException
-    : public CIMOperationFailedException
-{
+class PEGASUS_PROVIDER_LINKAGE CIMMethodNotFoundException : public CIMOperationFailedException {
 public:
     CIMMethodNotFoundException(const String& message);
 };
