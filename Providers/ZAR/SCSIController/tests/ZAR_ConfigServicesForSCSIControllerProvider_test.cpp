@@ -130,3 +130,48 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
 }
 
 }  // namespace
+
+// A user the array refuses gets nothing from any operation, and an
+// enumeration of another class is refused before the array is asked.
+TEST_F(ConfigServicesTest, EveryOperationChecksTheUserAndTheClass)
+{
+    const CIMObjectPath view = viewNames()[0];
+    const CIMObjectPath assocClass("ZAR_ConfigServicesForSCSIController");
+    zartest::Objects objects;
+    zartest::Paths paths;
+    zartest::Instances instances;
+    const std::vector<std::function<void(const OperationContext&)>> calls = {
+        [&](const OperationContext& c) {
+            p()->associators(c, view, "ZAR_ConfigServicesForSCSIController", CIMName(), "", "",
+                             false, false, CIMPropertyList(), objects);
+        },
+        [&](const OperationContext& c) {
+            p()->associatorNames(c, view, "ZAR_ConfigServicesForSCSIController", CIMName(), "", "",
+                                 paths);
+        },
+        [&](const OperationContext& c) {
+            p()->references(c, view, "ZAR_ConfigServicesForSCSIController", "", false, false,
+                            CIMPropertyList(), objects);
+        },
+        [&](const OperationContext& c) {
+            p()->referenceNames(c, view, "ZAR_ConfigServicesForSCSIController", "", paths);
+        },
+        [&](const OperationContext& c) {
+            p()->enumerateInstances(c, assocClass, false, false, CIMPropertyList(), instances);
+        },
+        [&](const OperationContext& c) { p()->enumerateInstanceNames(c, assocClass, paths); },
+    };
+    for (size_t i = 0; i < calls.size(); i++) {
+        CIMException e = zartest::cimErrorOf([&] { calls[i](as("p1locked")); });
+        EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode()) << "operation " << i;
+        EXPECT_EQ("Insufficient privilege for the user", text(e.getMessage())) << "operation " << i;
+    }
+    EXPECT_TRUE(objects.items.size() == 0 && paths.items.size() == 0 &&
+                instances.items.size() == 0);
+
+    CIMException e = zartest::cimErrorOf([&] {
+        p()->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Dependency"), false, false,
+                                CIMPropertyList(), instances);
+    });
+    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
+}
