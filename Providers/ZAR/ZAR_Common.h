@@ -417,6 +417,17 @@ public:
     static void deReferenceSPCDeviceID(String& deviceID, Uint32& vlunType, String& hostName,
                                        Uint16& portID, bool iSCSI);
 
+    // An FC endpoint's path: root/zar, class className, keys
+    // SystemCreationClassName ZAR_StorageSystem, SystemName,
+    // CreationClassName, Name (the port's WWN as 16 upper-case hexadecimal
+    // digits, or as given when it is no WWN of at most 16 digits).
+    static CIMObjectPath buildFCEndpointPath(const String& className, const String& systemName,
+                                             const String& portWWN);
+
+    // The iSCSI name of a target name: the text before its first ",t,"
+    // (either case), or the whole text.
+    static String extractISCSIName(const String& targetName);
+
     // The view's path: root/zar, class className, keys
     // SystemCreationClassName, SystemName, CreationClassName, DeviceID.
     static CIMObjectPath buildSPCObjectPath(String systemCreationClassName, const String& host,

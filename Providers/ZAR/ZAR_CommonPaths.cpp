@@ -6,6 +6,7 @@
 #include "ZAR_Common.h"
 
 #include <arpa/inet.h>
+#include <stdio.h>
 #include <string.h>
 
 PEGASUS_NAMESPACE_BEGIN
@@ -286,6 +287,39 @@ Boolean ZAR_Common::isPartOfArray(const CIMName& x, const Array<CIMName>& list)
             return true;
     }
     return false;
+}
+
+CIMObjectPath ZAR_Common::buildFCEndpointPath(const String& className, const String& systemName,
+                                              const String& portWWN)
+{
+    String name = portWWN;
+    zar_u64 high = 0;
+    zar_u64 low = 0;
+    if (portWWN.size() != 0 && portWWN.size() <= 16 &&
+        api_wwnStringToInt(NULL, (const char*)portWWN.getCString(), &high, &low) == 0) {
+        char buffer[17];
+        snprintf(buffer, sizeof(buffer), "%016llX", (unsigned long long)low);
+        name = String(buffer);
+    }
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String("ZAR_StorageSystem"),
+                              CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), className, CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("Name"), name, CIMKeyBinding::STRING));
+    return CIMObjectPath(String(), CIMNamespaceName("root/zar"), CIMName(className), keys);
+}
+
+String ZAR_Common::extractISCSIName(const String& targetName)
+{
+    // iSCSI names hold no commas, so the first ",t," starts the suffix.
+    for (Uint32 i = 0; i + 3 <= targetName.size(); i++) {
+        if (targetName[i] == ',' && (targetName[i + 1] == 't' || targetName[i + 1] == 'T') &&
+            targetName[i + 2] == ',') {
+            return targetName.subString(0, i);
+        }
+    }
+    return targetName;
 }
 
 PEGASUS_NAMESPACE_END

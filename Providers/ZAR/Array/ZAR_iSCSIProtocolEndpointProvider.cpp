@@ -3,6 +3,8 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_iSCSIProtocolEndpointProvider.h"
 
+#include <ZAR_Common.h>
+
 PEGASUS_NAMESPACE_BEGIN
 
 ZAR_iSCSIProtocolEndpointProvider::ZAR_iSCSIProtocolEndpointProvider()
@@ -15,14 +17,7 @@ ZAR_iSCSIProtocolEndpointProvider::~ZAR_iSCSIProtocolEndpointProvider() {}
 
 String ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(const String& targetName)
 {
-    // iSCSI names hold no commas, so the first ",t," starts the suffix.
-    for (Uint32 i = 0; i + 3 <= targetName.size(); i++) {
-        if (targetName[i] == ',' && (targetName[i + 1] == 't' || targetName[i + 1] == 'T') &&
-            targetName[i + 2] == ',') {
-            return targetName.subString(0, i);
-        }
-    }
-    return targetName;
+    return ZAR_Common::extractISCSIName(targetName);
 }
 
 PEGASUS_NAMESPACE_END

@@ -8,8 +8,6 @@
 #include <string.h>
 
 #include <ZAR_Common.h>
-#include <ZAR_SCSIProtocolFCEndpointProvider.h>
-#include <ZAR_iSCSIProtocolEndpointProvider.h>
 
 #include "ZAR_ControllerConfigurationServiceUtility.h"
 
@@ -104,7 +102,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                         break;
                     }
                 }
-                String name = ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(id);
+                String name = ZAR_Common::extractISCSIName(id);
                 port = ZAR_Common::getPortLPID(name);
                 if (port == NO_PORT)
                     port = _extractLPIDFromPortiSCSIName(name);
@@ -179,8 +177,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                         deviceID = fieldText(ports[0].deviceID, sizeof(ports[0].deviceID));
                     if (ports)
                         api_freeFCPorts(ports, count > 0 ? count : 0);
-                    CIMObjectPath fcEndpoint = ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(
-                        "ZAR_SCSIProtocolFCEndpoint", _systemName, deviceID, id);
+                    CIMObjectPath fcEndpoint = ZAR_Common::buildFCEndpointPath(
+                        "ZAR_SCSIProtocolFCEndpoint", _systemName, id);
                     found = _viewsOfEndpoint(_cimom, context, fcEndpoint,
                                              "ZAR_SAPAvailableForElement", "ZAR_SCSIController");
                 }
@@ -289,7 +287,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
                 }
             } else if (viewClass.equal(CIMName("ZAR_iSCSIController"))) {
                 portType = PORT_TYPE_ISCSI;
-                String iscsiName = ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(name);
+                String iscsiName = ZAR_Common::extractISCSIName(name);
                 port = ZAR_Common::getPortLPID(iscsiName);
                 if (port == NO_PORT)
                     port = _extractLPIDFromPortiSCSIName(iscsiName);

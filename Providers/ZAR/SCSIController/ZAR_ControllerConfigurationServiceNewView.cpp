@@ -9,7 +9,6 @@
 #include <string.h>
 
 #include <ZAR_Common.h>
-#include <ZAR_iSCSIProtocolEndpointProvider.h>
 
 #include "ZAR_ControllerConfigurationServiceUtility.h"
 
@@ -138,7 +137,7 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
                 } else {
                     if (entryType != PORT_TYPE_UNKNOWN && entryType != PORT_TYPE_ISCSI)
                         continue;
-                    String name = ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(id);
+                    String name = ZAR_Common::extractISCSIName(id);
                     if (name.size() == 0)
                         continue;
                     port = ZAR_Common::getPortLPID(name);

@@ -12,7 +12,6 @@
 #include <string.h>
 
 #include <ZAR_Common.h>
-#include <ZAR_iSCSIControllerProvider.h>
 
 #include "ZAR_ControllerConfigurationServiceProvider.h"
 #include "ZAR_SCSIControllerProvider.h"
@@ -323,8 +322,9 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
                 paths.append(fcViews.buildObjectPath("ZAR_StorageSystem", _systemAddress,
                                                      _systemName, deviceID));
             } else if (record.hporttype == PORT_TYPE_ISCSI) {
-                paths.append(ZAR_iSCSIControllerProvider::buildObjectPath(
-                    "ZAR_StorageSystem", _systemAddress, deviceID, _systemName));
+                paths.append(ZAR_Common::buildSPCObjectPath("ZAR_StorageSystem", _systemAddress,
+                                                            _systemName, deviceID,
+                                                            CIMName("ZAR_iSCSIController")));
             }
         }
     } catch (...) {
