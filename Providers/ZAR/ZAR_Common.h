@@ -46,6 +46,8 @@
 
 #include <zarapi.h>
 
+#include "ZAR_Names.h"
+
 PEGASUS_NAMESPACE_BEGIN
 
 class PEGASUS_EXPORT ZAR_Common {

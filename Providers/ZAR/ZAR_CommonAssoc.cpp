@@ -99,7 +99,7 @@ CIMObjectPath ZAR_Common::buildDepAssocPath(String host, CIMName assocClass,
     Array<CIMKeyBinding> keys;
     keys.append(_refKey("Antecedent", antecedent));
     keys.append(_refKey("Dependent", dependent));
-    return CIMObjectPath(host, CIMNamespaceName("root/zar"), assocClass, keys);
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), assocClass, keys);
 }
 
 CIMInstance ZAR_Common::buildDepAssocInstance(String host, CIMName assocClass,

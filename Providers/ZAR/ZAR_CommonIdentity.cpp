@@ -14,7 +14,6 @@ PEGASUS_NAMESPACE_BEGIN
 namespace {
 
 const char INTERNAL_NAMESPACE[] = "root/PG_Internal";
-const char ZAR_NAMESPACE[] = "root/zar";
 
 // Calls a method of the internal cache object through the local client and,
 // when allowed, through the handle if the local call fails. Returns the

@@ -307,7 +307,7 @@ CIMObjectPath ZAR_Common::buildFCEndpointPath(const String& className, const Str
     keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("CreationClassName"), className, CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("Name"), name, CIMKeyBinding::STRING));
-    return CIMObjectPath(String(), CIMNamespaceName("root/zar"), CIMName(className), keys);
+    return CIMObjectPath(String(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(className), keys);
 }
 
 String ZAR_Common::extractISCSIName(const String& targetName)

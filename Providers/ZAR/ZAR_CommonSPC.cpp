@@ -79,8 +79,8 @@ void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /
         return;
 
     CIMClass cls =
-        getStoredCIMClass(cimom, OperationContext(), CIMNamespaceName("root/zar"), className, false,
-                          includeQualifiers, includeClassOrigin, propertyList);
+        getStoredCIMClass(cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), className,
+                          false, includeQualifiers, includeClassOrigin, propertyList);
 
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));

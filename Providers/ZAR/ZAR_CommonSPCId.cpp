@@ -153,7 +153,7 @@ CIMObjectPath ZAR_Common::buildSPCObjectPath(String systemCreationClassName, con
     keys.append(
         CIMKeyBinding(CIMName("CreationClassName"), className.getString(), CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("DeviceID"), deviceID, CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName("root/zar"), className, keys);
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), className, keys);
 }
 
 PEGASUS_NAMESPACE_END

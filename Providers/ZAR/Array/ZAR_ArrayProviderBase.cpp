@@ -66,9 +66,9 @@ CIMClass ZAR_ArrayProviderBase::_storedClass(const CIMName& className, Boolean i
                                              Boolean includeClassOrigin,
                                              const CIMPropertyList& propertyList)
 {
-    return ZAR_Common::getStoredCIMClass(_cimom, OperationContext(), CIMNamespaceName("root/zar"),
-                                         className, false, includeQualifiers, includeClassOrigin,
-                                         propertyList);
+    return ZAR_Common::getStoredCIMClass(_cimom, OperationContext(),
+                                         CIMNamespaceName(ZAR_NAMESPACE), className, false,
+                                         includeQualifiers, includeClassOrigin, propertyList);
 }
 
 void ZAR_ArrayProviderBase::_fail(const char* operation, const char* call,
@@ -84,7 +84,7 @@ CIMObjectPath ZAR_ArrayProviderBase::_asClass(const CIMObjectPath& path, const C
 {
     CIMNamespaceName ns = path.getNameSpace();
     if (ns.isNull())
-        ns = CIMNamespaceName("root/zar");
+        ns = CIMNamespaceName(ZAR_NAMESPACE);
     return CIMObjectPath(path.getHost(), ns, className, path.getKeyBindings());
 }
 

@@ -130,7 +130,7 @@ CIMObjectPath ZAR_AssociationProviderBase::_assocPath(const Pair& pair, const St
         keys.append(CIMKeyBinding(CIMName(_roles[side]), pair.ends[side].toString(),
                                   CIMKeyBinding::REFERENCE));
     }
-    return CIMObjectPath(host, CIMNamespaceName("root/zar"), _assocClass, keys);
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), _assocClass, keys);
 }
 
 CIMInstance ZAR_AssociationProviderBase::_assocInstance(CIMClass& cls, const Pair& pair,

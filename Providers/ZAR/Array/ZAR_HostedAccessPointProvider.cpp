@@ -89,8 +89,8 @@ CIMInstance ZAR_HostedAccessPointProvider::_endInstance(const OperationContext& 
 {
     if (side == SYSTEM) {
         CIMInstance system =
-            _cimom.getInstance(OperationContext(), CIMNamespaceName("root/zar"), pair.ends[SYSTEM],
-                               false, false, false, CIMPropertyList());
+            _cimom.getInstance(OperationContext(), CIMNamespaceName(ZAR_NAMESPACE),
+                               pair.ends[SYSTEM], false, false, false, CIMPropertyList());
         system.setPath(pair.ends[SYSTEM]);
         return system;
     }

@@ -50,7 +50,7 @@ CIMObjectPath ZAR_ProtocolEndpointBase::endpointPath(const ZAR_PortRecord& port,
     keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(cls), CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("Name"), endpointName(port), CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName("root/zar"), CIMName(cls), keys);
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), CIMName(cls), keys);
 }
 
 CIMInstance ZAR_ProtocolEndpointBase::endpointInstance(CIMClass& cls, const ZAR_PortRecord& port,

@@ -19,7 +19,6 @@ static const String ClassName = "ZAR_StorageSystemProvider";
 
 namespace {
 
-const char* const _NAMESPACE = "root/zar";
 const char* const _CLASS = "ZAR_StorageSystem";
 
 String _field(const char* text, size_t size)
@@ -65,7 +64,7 @@ CIMObjectPath ZAR_StorageSystemProvider::buildObjectPath(const String& host,
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(_CLASS), CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("Name"), systemName, CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), keys);
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), CIMName(_CLASS), keys);
 }
 
 void ZAR_StorageSystemProvider::_checkClass(const CIMObjectPath& path)
@@ -126,7 +125,7 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
     const String hostName = _field(info.hostName, sizeof(info.hostName));
 
     CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
-        _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), false,
+        _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(_CLASS), false,
         includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = cls.buildInstance(true, true, CIMPropertyList());
 

@@ -38,7 +38,7 @@ CIMObjectPath ZAR_StorageVolumeProvider::buildObjectPath(const String& host,
     keys.append(
         CIMKeyBinding(CIMName("CreationClassName"), String(VOLUME_CLASS), CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("DeviceID"), wwn, CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName("root/zar"), CIMName(VOLUME_CLASS), keys);
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), CIMName(VOLUME_CLASS), keys);
 }
 
 CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls, const api_vv_t& volume,

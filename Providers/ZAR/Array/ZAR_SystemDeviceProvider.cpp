@@ -156,8 +156,8 @@ CIMInstance ZAR_SystemDeviceProvider::_endInstance(const OperationContext& /* co
 {
     if (side == SYSTEM) {
         CIMInstance system =
-            _cimom.getInstance(OperationContext(), CIMNamespaceName("root/zar"), pair.ends[SYSTEM],
-                               false, false, false, CIMPropertyList());
+            _cimom.getInstance(OperationContext(), CIMNamespaceName(ZAR_NAMESPACE),
+                               pair.ends[SYSTEM], false, false, false, CIMPropertyList());
         system.setPath(pair.ends[SYSTEM]);
         return system;
     }

@@ -15,7 +15,6 @@ static const String ClassName = "ZAR_ConfigServicesForSCSIControllerProvider";
 
 namespace {
 
-const char ZAR_NAMESPACE[] = "root/zar";
 const char ASSOC_CLASS[] = "ZAR_ConfigServicesForSCSIController";
 const char CIM_ASSOC_CLASS[] = "CIM_ConcreteDependency";
 const char SERVICE_CLASS[] = "ZAR_ControllerConfigurationService";

@@ -76,7 +76,7 @@ void ZAR_ControllerConfigurationServiceProvider::_buildInstanceName()
     keys.append(
         CIMKeyBinding(CIMName("CreationClassName"), String(SERVICE_CLASS), CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("Name"), _name, CIMKeyBinding::STRING));
-    _instanceName = CIMObjectPath(_systemAddress, CIMNamespaceName(CCSUtil::ZAR_NAMESPACE),
+    _instanceName = CIMObjectPath(_systemAddress, CIMNamespaceName(ZAR_NAMESPACE),
                                   CIMName(SERVICE_CLASS), keys);
     log_message(4,
                 "<-- ZAR_ControllerConfigurationServiceProvider::"
@@ -104,8 +104,8 @@ CIMInstance ZAR_ControllerConfigurationServiceProvider::_buildInstance(
     owner[sizeof(owner) - 1] = '\0';
 
     CIMClass cls = ZAR_Common::getStoredCIMClass(
-        _cimom, OperationContext(), CIMNamespaceName(CCSUtil::ZAR_NAMESPACE),
-        CIMName(SERVICE_CLASS), false, includeQualifiers, includeClassOrigin, propertyList);
+        _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(SERVICE_CLASS), false,
+        includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
     ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String(SYSTEM_CLASS));
     ZAR_Common::setPropertyValue(instance, "SystemName", _systemName);

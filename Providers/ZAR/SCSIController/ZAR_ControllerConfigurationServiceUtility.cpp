@@ -20,8 +20,6 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace CCSUtil {
 
-const char ZAR_NAMESPACE[] = "root/zar";
-
 void finish(MethodResult& result, MethodResultResponseHandler& handler, const char* exitTrace)
 {
     if (result.status != 0) {

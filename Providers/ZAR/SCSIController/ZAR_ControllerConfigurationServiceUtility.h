@@ -27,7 +27,6 @@ const Uint32 LUN_ARRAY_CHOOSES = 0xFFFFFF;
 const Uint64 WWN_MARKER = 0xFFFFFFFFFFFFFFF6ULL;
 
 // The namespace of the array's classes.
-extern const char ZAR_NAMESPACE[];
 
 // What a handler has gathered: the overall status, the descriptions in
 // order and the out-parameters prepared so far.

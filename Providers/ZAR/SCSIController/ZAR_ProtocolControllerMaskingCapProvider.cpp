@@ -15,7 +15,6 @@ namespace {
 
 const char CAP_CLASS[] = "ZAR_ProtocolControllerMaskingCapabilities";
 const char CIM_CAP_CLASS[] = "CIM_ProtocolControllerMaskingCapabilities";
-const char ZAR_NAMESPACE[] = "root/zar";
 const char VENDOR[] = "KESTREL";
 
 }  // namespace

@@ -13,7 +13,6 @@ static const String ClassName = "ZAR_SystemControllerMaskingCapabilitiesProvider
 
 namespace {
 
-const char ZAR_NAMESPACE[] = "root/zar";
 const char ASSOC_CLASS[] = "ZAR_SystemControllerMaskingCapabilities";
 const char CIM_ASSOC_CLASS[] = "CIM_ElementCapabilities";
 const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
