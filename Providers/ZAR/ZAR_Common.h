@@ -46,6 +46,7 @@
 
 #include <zarapi.h>
 
+#include "ZAR_ArraySemaphore.h"
 #include "ZAR_Names.h"
 
 PEGASUS_NAMESPACE_BEGIN
@@ -96,15 +97,12 @@ public:
     template <class Status, class Call>
     static int guardedCall(Status* status, Call call)
     {
-        int r = cim_sem_wait();
+        ZAR_ArraySemaphore semaphore;
         api_initStatus(status);
-        if (r != 0) {
+        if (!semaphore.held()) {
             errinfo_set_str(status, 32, "Semaphore Timed-Out");
-            return r;
+            return semaphore.waitResult();
         }
-        struct Post {
-            ~Post() { cim_sem_post(); }
-        } post;
         return call();
     }
 

@@ -155,9 +155,10 @@ String ZAR_Common::getSystemIPAddr(int iptype)
         _api_ipaddr_t addr;
         memset(&addr, 0, sizeof(addr));
         int rc = -1;
-        if (cim_sem_wait() == 0) {
-            rc = api_getSystemDualIP(&addr);
-            cim_sem_post();
+        {
+            ZAR_ArraySemaphore semaphore;
+            if (semaphore.held())
+                rc = api_getSystemDualIP(&addr);
         }
         if (rc == 0) {
             char text[128];

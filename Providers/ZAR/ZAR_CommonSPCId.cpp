@@ -66,10 +66,12 @@ void _iSCSIPortByName(const String& deviceID, Uint16& portID)
 {
     api_iSCSIPort_t* ports = 0;
     int count = -1;
-    if (cim_sem_wait() != 0)
-        return;
-    count = api_getISCSIPorts(&ports);
-    cim_sem_post();
+    {
+        ZAR_ArraySemaphore semaphore;
+        if (!semaphore.held())
+            return;
+        count = api_getISCSIPorts(&ports);
+    }
     if (count < 0)
         return;
     CString wanted = deviceID.getCString();

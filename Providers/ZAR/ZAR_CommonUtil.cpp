@@ -57,10 +57,9 @@ Uint16 ZAR_Common::getPortLPID(Uint64 wwn)
     lpid_t lpid = NO_PORT;
     // The lookup's own result is deliberately not looked at: callers check
     // the position they get (none when the semaphore timed out).
-    if (cim_sem_wait() == 0) {
+    ZAR_ArraySemaphore semaphore;
+    if (semaphore.held())
         api_getFCPortLPID(wwn, &lpid);
-        cim_sem_post();
-    }
     return lpid;
 }
 
@@ -70,10 +69,9 @@ Uint16 ZAR_Common::getPortLPID(String& iscsiName)
     CString text = iscsiName.getCString();
     _copyText(buffer, (const char*)text, sizeof(buffer) - 1);
     lpid_t lpid = NO_PORT;
-    if (cim_sem_wait() == 0) {
+    ZAR_ArraySemaphore semaphore;
+    if (semaphore.held())
         api_getiSCSIPortLPID(buffer, &lpid);
-        cim_sem_post();
-    }
     return lpid;
 }
 

@@ -168,9 +168,10 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 } else {
                     api_FCPort_t* ports = 0;
                     int count = -1;
-                    if (cim_sem_wait() == 0) {
-                        count = api_getFCPorts(wwn, 1, 0, &ports);
-                        cim_sem_post();
+                    {
+                        ZAR_ArraySemaphore semaphore;
+                        if (semaphore.held())
+                            count = api_getFCPorts(wwn, 1, 0, &ports);
                     }
                     String deviceID;
                     if (count > 0)

@@ -105,16 +105,18 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                     errText[0] = '\0';
                     // A wait that times out ends this LU's ports; the next
                     // LU and host are still tried.
-                    Boolean timedOut = cim_sem_wait() != 0;
                     int rc = API_E_SEM_TIMEOUT;
-                    if (timedOut)
-                        strcpy(errText, "Semaphore Timed-Out");
-                    else {
-                        rc = api_createVLUN(event, vvHigh, vvLow, &lun,
-                                            host.size() ? (const char*)hostText : NULL,
-                                            API_WWN_NONE, NULL, port, p.override, p.noVCN, errText,
-                                            sizeof(errText));
-                        cim_sem_post();
+                    Boolean timedOut = false;
+                    {
+                        ZAR_ArraySemaphore semaphore;
+                        timedOut = !semaphore.held();
+                        if (timedOut)
+                            strcpy(errText, "Semaphore Timed-Out");
+                        else
+                            rc = api_createVLUN(event, vvHigh, vvLow, &lun,
+                                                host.size() ? (const char*)hostText : NULL,
+                                                API_WWN_NONE, NULL, port, p.override, p.noVCN,
+                                                errText, sizeof(errText));
                     }
 
                     String item = "LU=" + lu;

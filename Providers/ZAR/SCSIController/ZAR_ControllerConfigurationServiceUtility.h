@@ -13,6 +13,8 @@
 
 #include <zarapi.h>
 
+#include <ZAR_ArraySemaphore.h>
+
 PEGASUS_NAMESPACE_BEGIN
 
 namespace CCSUtil {
@@ -25,8 +27,6 @@ const Uint32 LUN_NOT_GIVEN = 0xFFFFFFFB;
 const Uint32 LUN_ARRAY_CHOOSES = 0xFFFFFF;
 // WWN value before a conversion: the array's invalid marker.
 const Uint64 WWN_MARKER = 0xFFFFFFFFFFFFFFF6ULL;
-
-// The namespace of the array's classes.
 
 // What a handler has gathered: the overall status, the descriptions in
 // order and the out-parameters prepared so far.
@@ -78,18 +78,16 @@ struct Params {
 Boolean readParams(const Array<CIMParamValue>& inParameters, const char* const* allowed,
                    Boolean skipNullFirst, Params& params, MethodResult& result);
 
-// Runs call() between cim_sem_wait and cim_sem_post. A wait that times out
-// skips call() and returns the wait's non-zero result (the semaphore is not
-// posted then).
+// Runs call() under the array's semaphore (released also when call()
+// throws). A wait that times out skips call() and returns the wait's
+// non-zero result.
 template <class Call>
 int underSemaphore(Call call)
 {
-    int r = cim_sem_wait();
-    if (r != 0)
-        return r;
-    int rc = call();
-    cim_sem_post();
-    return rc;
+    ZAR_ArraySemaphore semaphore;
+    if (!semaphore.held())
+        return semaphore.waitResult();
+    return call();
 }
 
 // Method status of a failed VLUN creation: 1181 -> 5, 1032 -> 4099,

@@ -1,5 +1,8 @@
 // Tests of the small conversions and utilities of ZAR_Common.
 #include <set>
+#include <stdexcept>
+#include <stdlib.h>
+#include <thread>
 #include <string.h>
 
 #include <ZAR_Common.h>
@@ -161,3 +164,25 @@ TEST_F(UtilArrayTest, PortPositionsOfTargetPortIdentifiers)
 }
 
 }  // namespace
+
+// The array's semaphore is given back when an exception leaves the scope
+// that holds it; while it is held, another thread's wait times out.
+TEST(ArraySemaphore, GivenBackWhenAnExceptionLeavesItsScope)
+{
+    setenv("ZAR_SEM_TIMEOUT_MS", "200", 1);
+    try {
+        ZAR_ArraySemaphore held;
+        ASSERT_TRUE(held.held());
+        throw std::runtime_error("the array call failed");
+    } catch (std::runtime_error&) {
+    }
+    ZAR_ArraySemaphore again;
+    EXPECT_TRUE(again.held());
+    std::thread other([] {
+        ZAR_ArraySemaphore waiting;
+        EXPECT_FALSE(waiting.held());
+        EXPECT_NE(0, waiting.waitResult());
+    });
+    other.join();
+    unsetenv("ZAR_SEM_TIMEOUT_MS");
+}
