@@ -135,6 +135,9 @@ void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /
                            String("Failed to retrieve SPC data. ") + String(text));
     }
 
+    // An empty property list asks for no property: the instances carry their
+    // paths alone, which is all that a caller enumerating names needs.
+    const bool pathsOnly = !propertyList.isNull() && propertyList.size() == 0;
     Uint32 appended = 0;
     try {
         for (zar_u32 i = 0; i < query.count; i++) {
@@ -147,8 +150,16 @@ void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /
                                                  requestedID)) {
                 continue;
             }
-            instances.append(
-                buildSPCInstance(String("ZAR_StorageSystem"), cls, record, systemName, host));
+            if (pathsOnly) {
+                CIMInstance named(className);
+                named.setPath(buildSPCObjectPath(String("ZAR_StorageSystem"), host, systemName,
+                                                 _field(record->deviceID, sizeof(record->deviceID)),
+                                                 className));
+                instances.append(named);
+            } else {
+                instances.append(
+                    buildSPCInstance(String("ZAR_StorageSystem"), cls, record, systemName, host));
+            }
             appended++;
         }
     } catch (...) {

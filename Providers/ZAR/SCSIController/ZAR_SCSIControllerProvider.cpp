@@ -176,8 +176,9 @@ void ZAR_SCSIControllerProvider::enumerateInstanceNames(const OperationContext& 
         do {
             Array<CIMInstance> chunk;
             ZAR_Common::buildSPCInstances(_cimom, context, CIMObjectPath(), systemName, host,
-                                          CIMName(SCSI_CONTROLLER), false, false, CIMPropertyList(),
-                                          _maxInstCount, chunk, cursor.get(), &more, SPC_CHUNK);
+                                          CIMName(SCSI_CONTROLLER), false, false,
+                                          CIMPropertyList(Array<CIMName>()), _maxInstCount, chunk,
+                                          cursor.get(), &more, SPC_CHUNK);
             for (Uint32 i = 0; i < chunk.size(); i++)
                 handler.deliver(chunk[i].getPath());
         } while (more != 0);

@@ -17,7 +17,8 @@ class SPCAssemblyTest : public zartest::ModuleFixture {
 protected:
     // Runs buildSPCInstances chunk by chunk until the array says no more.
     Array<CIMInstance> all(const char* className, Uint32 chunk = 200, int* calls = nullptr,
-                           const CIMObjectPath& path = CIMObjectPath())
+                           const CIMObjectPath& path = CIMObjectPath(),
+                           const CIMPropertyList& properties = CIMPropertyList())
     {
         Array<CIMInstance> out;
         api_spc_param_data cursor;
@@ -26,8 +27,8 @@ protected:
         int n = 0;
         do {
             ZAR_Common::buildSPCInstances(handle_, OperationContext(), path, system_, host_,
-                                          className, false, false, CIMPropertyList(), 0, out,
-                                          &cursor, &more, chunk);
+                                          className, false, false, properties, 0, out, &cursor,
+                                          &more, chunk);
             n++;
         } while (more != 0 && n < 1000);
         api_freeSPCParamData(&cursor);
@@ -188,6 +189,23 @@ TEST_F(SPCAssemblyTest, FailedChunkIsTracedAndEndsTheWalkWhenNothingRemains)
         log.has("ZAR_Common::buildSPCInstances ()  api_getSCSIProtocolControllers_chunk "
                 "failed, status = 1\n"));
     api_freeSPCParamData(&cursor);
+}
+
+TEST_F(SPCAssemblyTest, EmptyPropertyListGivesTheSamePathsWithoutProperties)
+{
+    for (const char* cls : {"ZAR_SCSIController", "ZAR_iSCSIController"}) {
+        Array<CIMInstance> full = all(cls, 3);
+        Array<CIMInstance> named =
+            all(cls, 3, nullptr, CIMObjectPath(), CIMPropertyList(Array<CIMName>()));
+        ASSERT_NE(0u, full.size()) << cls;
+        ASSERT_EQ(full.size(), named.size()) << cls;
+        for (Uint32 i = 0; i < full.size(); i++) {
+            EXPECT_TRUE(full[i].getPath() == named[i].getPath())
+                << zartest::text(named[i].getPath().toString());
+            EXPECT_EQ(0u, named[i].getPropertyCount());
+            EXPECT_TRUE(named[i].getClassName().equal(cls));
+        }
+    }
 }
 
 TEST_F(SPCAssemblyTest, TimedOutChunkThrowsWhileRecordsRemain)
