@@ -135,9 +135,12 @@ void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /
                            String("Failed to retrieve SPC data. ") + String(text));
     }
 
-    // An empty property list asks for no property: the instances carry their
-    // paths alone, which is all that a caller enumerating names needs.
-    const bool pathsOnly = !propertyList.isNull() && propertyList.size() == 0;
+    // An empty property list without qualifiers or class origins asks for
+    // nothing but the path (what a caller enumerating names needs): the
+    // instances carry their paths alone, as the server would have trimmed
+    // them to anyway.
+    const bool pathsOnly = !propertyList.isNull() && propertyList.size() == 0 &&
+                           !includeQualifiers && !includeClassOrigin;
     Uint32 appended = 0;
     try {
         for (zar_u32 i = 0; i < query.count; i++) {
