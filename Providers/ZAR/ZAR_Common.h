@@ -283,6 +283,11 @@ public:
     static Boolean isPartOfArray(const CIMObjectPath& x, const Array<CIMInstance>& list);
     static Boolean isPartOfArray(const CIMName& x, const Array<CIMName>& list);
 
+    // True when name is not null and is className (case ignored); isOneOf
+    // for any class of a null-terminated list.
+    static Boolean isClass(const CIMName& name, const char* className);
+    static Boolean isOneOf(const CIMName& name, const char* const* classNames);
+
     // ---------------------------------------------------------------------
     // Association builders. End paths are copied with their hosts set as
     // given (an empty host gives an end without host) and stored as

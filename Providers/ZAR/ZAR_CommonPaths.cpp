@@ -290,6 +290,20 @@ Boolean ZAR_Common::isPartOfArray(const CIMName& x, const Array<CIMName>& list)
     return false;
 }
 
+Boolean ZAR_Common::isClass(const CIMName& name, const char* className)
+{
+    return !name.isNull() && name.equal(CIMName(className));
+}
+
+Boolean ZAR_Common::isOneOf(const CIMName& name, const char* const* classNames)
+{
+    for (; *classNames; classNames++) {
+        if (isClass(name, *classNames))
+            return true;
+    }
+    return false;
+}
+
 CIMObjectPath ZAR_Common::buildFCEndpointPath(const String& className, const String& systemName,
                                               const String& portWWN)
 {

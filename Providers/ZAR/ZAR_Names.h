@@ -12,6 +12,17 @@ PEGASUS_NAMESPACE_BEGIN
 // The namespace of every class the array's providers serve.
 static const char ZAR_NAMESPACE[] = "root/zar";
 
+// Classes named by more than one provider.
+static const char ZAR_STORAGE_SYSTEM[] = "ZAR_StorageSystem";
+static const char ZAR_SCSI_CONTROLLER[] = "ZAR_SCSIController";
+static const char ZAR_ISCSI_CONTROLLER[] = "ZAR_iSCSIController";
+static const char ZAR_ISCSI_NODE[] = "ZAR_iSCSINode";
+static const char ZAR_CONFIG_SERVICE[] = "ZAR_ControllerConfigurationService";
+static const char ZAR_MASKING_CAPABILITIES[] = "ZAR_ProtocolControllerMaskingCapabilities";
+
+// The sentinels of the array library (zarapi.h) are used as they are:
+// API_PORT_NONE for "no port", API_WWN_NONE for "no WWN".
+
 PEGASUS_NAMESPACE_END
 
 #endif

@@ -12,7 +12,7 @@
 #ifndef ZAR_ControllerForUnitProvider_h
 #define ZAR_ControllerForUnitProvider_h
 
-#include "ZAR_AssociationProviderBase.h"
+#include <ZAR_AssociationProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 

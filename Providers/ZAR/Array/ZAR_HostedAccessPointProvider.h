@@ -6,7 +6,7 @@
 #ifndef ZAR_HostedAccessPointProvider_h
 #define ZAR_HostedAccessPointProvider_h
 
-#include "ZAR_AssociationProviderBase.h"
+#include <ZAR_AssociationProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 

@@ -9,7 +9,7 @@
 #include <Pegasus/Common/InternalException.h>
 #include <Pegasus/Provider/ProviderException.h>
 
-#include "ZAR_ArrayAccess.h"
+#include <ZAR_ArrayAccess.h>
 #include "ZAR_Common.h"
 #include "ZAR_InternalCacheService.h"
 
@@ -33,26 +33,9 @@ String _field(const char* text, size_t size)
 
 }  // namespace
 
-ZAR_InternalCacheProvider::ZAR_InternalCacheProvider() {}
+ZAR_InternalCacheProvider::ZAR_InternalCacheProvider() : ZAR_ProviderBase(ClassName) {}
 
 ZAR_InternalCacheProvider::~ZAR_InternalCacheProvider() {}
-
-void ZAR_InternalCacheProvider::initialize(CIMOMHandle& cimom)
-{
-    log_message(4, "-->ZAR_InternalCacheProvider::initialize(cimom)\n");
-    _cimom = cimom;
-    if (api_zarOpenForCimserver(0) != 0) {
-        log_message(2,
-                    "ZAR_InternalCacheProvider::initialize(): "
-                    "api_zarOpenForCimserver failed\n");
-    }
-    log_message(4, "<--ZAR_InternalCacheProvider::initialize(cimom)\n");
-}
-
-void ZAR_InternalCacheProvider::terminate()
-{
-    delete this;
-}
 
 void ZAR_InternalCacheProvider::_checkClass(const CIMObjectPath& path)
 {
@@ -178,25 +161,6 @@ void ZAR_InternalCacheProvider::enumerateInstanceNames(const OperationContext& c
     handler.deliver(_buildInstanceName(info));
     handler.complete();
     log_message(4, "<--ZAR_InternalCacheProvider::enumerateInstanceNames\n");
-}
-
-void ZAR_InternalCacheProvider::modifyInstance(const OperationContext&, const CIMObjectPath&,
-                                               const CIMInstance&, const Boolean,
-                                               const CIMPropertyList&, ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
-}
-
-void ZAR_InternalCacheProvider::createInstance(const OperationContext&, const CIMObjectPath&,
-                                               const CIMInstance&, ObjectPathResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
-}
-
-void ZAR_InternalCacheProvider::deleteInstance(const OperationContext&, const CIMObjectPath&,
-                                               ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 void ZAR_InternalCacheProvider::invokeMethod(const OperationContext& context,

@@ -15,22 +15,18 @@
 #define ZAR_InternalCacheProvider_h
 
 #include <Pegasus/Common/Config.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
 
 #include <zarapi.h>
 
+#include <ZAR_ProviderBase.h>
+
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_InternalCacheProvider : public CIMInstanceProvider, public CIMMethodProvider {
+class ZAR_InternalCacheProvider : public ZAR_ProviderBase, public CIMMethodProvider {
 public:
     ZAR_InternalCacheProvider();
     virtual ~ZAR_InternalCacheProvider();
-
-    // Keeps the handle and opens the array library for the server.
-    virtual void initialize(CIMOMHandle& cimom);
-    // Deletes this provider.
-    virtual void terminate();
 
     // Delivers the one instance when the path names it (class
     // ZAR_InternalCache, one key InstanceID of either accepted value).
@@ -47,17 +43,6 @@ public:
     virtual void enumerateInstanceNames(const OperationContext& context,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);
-    // Refused: the object cannot be changed, created or deleted.
-    virtual void modifyInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
-                                const CIMPropertyList& propertyList, ResponseHandler& handler);
-    virtual void createInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject,
-                                ObjectPathResponseHandler& handler);
-    virtual void deleteInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
     // Answers one of the six identity methods (names compared ignoring
     // case); any other name is refused with CIM_ERR_METHOD_NOT_FOUND.
@@ -72,8 +57,6 @@ private:
     CIMObjectPath _buildInstanceName(const api_sysinfo_t& info);
     CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
                                Boolean includeClassOrigin, const CIMPropertyList& propertyList);
-
-    CIMOMHandle _cimom;
 };
 
 PEGASUS_NAMESPACE_END

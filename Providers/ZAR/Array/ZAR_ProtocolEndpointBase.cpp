@@ -25,7 +25,7 @@ const Uint16 ROLE_TARGET = 3;
 
 ZAR_ProtocolEndpointBase::ZAR_ProtocolEndpointBase(const String& providerName,
                                                    const char* endpointClass, port_type_t type)
-    : ZAR_ArrayProviderBase(providerName), _endpointClass(endpointClass), _type(type)
+    : ZAR_ProviderBase(providerName), _endpointClass(endpointClass), _type(type)
 {
 }
 

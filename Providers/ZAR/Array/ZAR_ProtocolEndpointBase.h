@@ -7,12 +7,12 @@
 #ifndef ZAR_ProtocolEndpointBase_h
 #define ZAR_ProtocolEndpointBase_h
 
-#include "ZAR_ArrayProviderBase.h"
-#include "ZAR_ArrayRecords.h"
+#include <ZAR_ProviderBase.h>
+#include <ZAR_ArrayRecords.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ProtocolEndpointBase : public ZAR_ArrayProviderBase {
+class ZAR_ProtocolEndpointBase : public ZAR_ProviderBase {
 public:
     // providerName prefixes messages; endpointClass is the CIM class
     // served; type the ports' protocol.

@@ -14,7 +14,7 @@
 #ifndef ZAR_SAPAvailableForElementProvider_h
 #define ZAR_SAPAvailableForElementProvider_h
 
-#include "ZAR_AssociationProviderBase.h"
+#include <ZAR_AssociationProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 

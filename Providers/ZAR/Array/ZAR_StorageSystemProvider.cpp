@@ -9,7 +9,7 @@
 #include <Pegasus/Common/InternalException.h>
 #include <Pegasus/Provider/ProviderException.h>
 
-#include "ZAR_ArrayAccess.h"
+#include <ZAR_ArrayAccess.h>
 #include "ZAR_Common.h"
 #include "ZAR_InternalCacheService.h"
 
@@ -37,26 +37,9 @@ void _set(CIMInstance& instance, const char* name, const CIMValue& value)
 
 }  // namespace
 
-ZAR_StorageSystemProvider::ZAR_StorageSystemProvider() {}
+ZAR_StorageSystemProvider::ZAR_StorageSystemProvider() : ZAR_ProviderBase(ClassName) {}
 
 ZAR_StorageSystemProvider::~ZAR_StorageSystemProvider() {}
-
-void ZAR_StorageSystemProvider::initialize(CIMOMHandle& cimom)
-{
-    log_message(4, "-->ZAR_StorageSystemProvider::initialize(cimom)\n");
-    _cimom = cimom;
-    if (api_zarOpenForCimserver(0) != 0) {
-        log_message(2,
-                    "ZAR_StorageSystemProvider::initialize(): "
-                    "api_zarOpenForCimserver failed\n");
-    }
-    log_message(4, "<--ZAR_StorageSystemProvider::initialize(cimom)\n");
-}
-
-void ZAR_StorageSystemProvider::terminate()
-{
-    delete this;
-}
 
 CIMObjectPath ZAR_StorageSystemProvider::buildObjectPath(const String& host,
                                                          const String& systemName)
@@ -275,25 +258,6 @@ void ZAR_StorageSystemProvider::enumerateInstanceNames(const OperationContext& c
         buildObjectPath(ZAR_ArrayAccess::pathHostName(info), _field(info.name, sizeof(info.name))));
     handler.complete();
     log_message(4, "<--ZAR_StorageSystemProvider::enumerateInstanceNames\n");
-}
-
-void ZAR_StorageSystemProvider::modifyInstance(const OperationContext&, const CIMObjectPath&,
-                                               const CIMInstance&, const Boolean,
-                                               const CIMPropertyList&, ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
-}
-
-void ZAR_StorageSystemProvider::createInstance(const OperationContext&, const CIMObjectPath&,
-                                               const CIMInstance&, ObjectPathResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
-}
-
-void ZAR_StorageSystemProvider::deleteInstance(const OperationContext&, const CIMObjectPath&,
-                                               ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 PEGASUS_NAMESPACE_END

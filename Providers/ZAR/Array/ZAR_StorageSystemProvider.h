@@ -15,21 +15,17 @@
 #define ZAR_StorageSystemProvider_h
 
 #include <Pegasus/Common/Config.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
 
 #include <zarapi.h>
 
+#include <ZAR_ProviderBase.h>
+
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_StorageSystemProvider : public CIMInstanceProvider {
+class ZAR_StorageSystemProvider : public ZAR_ProviderBase {
 public:
     ZAR_StorageSystemProvider();
     virtual ~ZAR_StorageSystemProvider();
-
-    // Keeps the handle and opens the array library for the server.
-    virtual void initialize(CIMOMHandle& cimom);
-    // Deletes this provider.
-    virtual void terminate();
 
     // Delivers the instance when the path names it: class ZAR_StorageSystem
     // (or CIM_ComputerSystem, CIM_System), two keys, CreationClassName
@@ -47,17 +43,6 @@ public:
     virtual void enumerateInstanceNames(const OperationContext& context,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);
-    // Refused: the system is changed with the array's own tools.
-    virtual void modifyInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
-                                const CIMPropertyList& propertyList, ResponseHandler& handler);
-    virtual void createInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject,
-                                ObjectPathResponseHandler& handler);
-    virtual void deleteInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
     // The path of the system instance: host `host`, namespace root/zar,
     // keys CreationClassName "ZAR_StorageSystem" and Name `systemName`.
@@ -69,8 +54,6 @@ private:
     CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
                                Boolean includeClassOrigin, const CIMPropertyList& propertyList,
                                const char* operation);
-
-    CIMOMHandle _cimom;
 };
 
 PEGASUS_NAMESPACE_END

@@ -9,7 +9,7 @@
 
 #include <ZAR_Common.h>
 
-#include "ZAR_ArrayRecords.h"
+#include <ZAR_ArrayRecords.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -23,7 +23,7 @@ const Uint64 BLOCK_SIZE = 512;
 
 }  // namespace
 
-ZAR_StorageVolumeProvider::ZAR_StorageVolumeProvider() : ZAR_ArrayProviderBase(ClassName) {}
+ZAR_StorageVolumeProvider::ZAR_StorageVolumeProvider() : ZAR_ProviderBase(ClassName) {}
 
 ZAR_StorageVolumeProvider::~ZAR_StorageVolumeProvider() {}
 

@@ -13,11 +13,11 @@
 #ifndef ZAR_StorageVolumeProvider_h
 #define ZAR_StorageVolumeProvider_h
 
-#include "ZAR_ArrayProviderBase.h"
+#include <ZAR_ProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_StorageVolumeProvider : public ZAR_ArrayProviderBase {
+class ZAR_StorageVolumeProvider : public ZAR_ProviderBase {
 public:
     ZAR_StorageVolumeProvider();
     virtual ~ZAR_StorageVolumeProvider();

@@ -7,7 +7,7 @@
 #ifndef ZAR_SystemDeviceProvider_h
 #define ZAR_SystemDeviceProvider_h
 
-#include "ZAR_AssociationProviderBase.h"
+#include <ZAR_AssociationProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 

@@ -302,7 +302,6 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
     }
 
     try {
-        ZAR_SCSIControllerProvider fcViews;
         for (zar_u32 i = 0; i < query.count; i++) {
             const vlun& record = query.vluns[i];
             if (record.lun != lun)
@@ -317,12 +316,12 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
                 continue;
             String deviceID = CCSUtil::fieldText(record.deviceID, sizeof(record.deviceID));
             if (record.hporttype == PORT_TYPE_FC) {
-                paths.append(fcViews.buildObjectPath("ZAR_StorageSystem", _systemAddress,
-                                                     _systemName, deviceID));
+                paths.append(ZAR_SCSIControllerProvider::buildObjectPath(
+                    ZAR_STORAGE_SYSTEM, _systemAddress, _systemName, deviceID));
             } else if (record.hporttype == PORT_TYPE_ISCSI) {
-                paths.append(ZAR_Common::buildSPCObjectPath("ZAR_StorageSystem", _systemAddress,
+                paths.append(ZAR_Common::buildSPCObjectPath(ZAR_STORAGE_SYSTEM, _systemAddress,
                                                             _systemName, deviceID,
-                                                            CIMName("ZAR_iSCSIController")));
+                                                            CIMName(ZAR_ISCSI_CONTROLLER)));
             }
         }
     } catch (...) {

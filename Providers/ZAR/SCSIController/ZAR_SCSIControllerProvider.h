@@ -1,23 +1,18 @@
 //%/////////////////////////////////////////////////////////////////////////////
-// ZAR_SCSIControllerProvider.h: the array's views (SCSI protocol
-// controllers) as instances of ZAR_SCSIController in root/zar.
-//
-// The provider holds no list of its own: every request walks the array's
-// view records in chunks of 200 and delivers each chunk before the next is
-// fetched. modifyInstance renames the host behind a view; create and delete
-// are refused.
+// ZAR_SCSIControllerProvider.h: the array's FC views (SCSI protocol
+// controllers) as instances of ZAR_SCSIController in root/zar. The
+// operations are those of every view provider (ZAR_ViewProviderBase); this
+// class adds the identity and instance threshold cached at initialize, and
+// matches a requested path as given, its class included.
 //%/////////////////////////////////////////////////////////////////////////////
 #ifndef ZAR_SCSIControllerProvider_h
 #define ZAR_SCSIControllerProvider_h
 
-#include <Pegasus/Common/Config.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
-
-#include <zarapi.h>
+#include <ZAR_ViewProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_SCSIControllerProvider : public CIMInstanceProvider {
+class ZAR_SCSIControllerProvider : public ZAR_ViewProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_SCSIControllerProvider();
@@ -31,60 +26,20 @@ public:
     // name, name and the instance threshold.
     virtual void initialize(CIMOMHandle& cimom);
 
-    // Deletes the provider object.
-    virtual void terminate();
-
-    // The view whose path matches instanceReference (hosts ignored), or
-    // CIMObjectNotFoundException; CIMInvalidParameterException without a
-    // DeviceID key.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
-    // Every view, delivered chunk by chunk. Failures become
-    // CIMOperationFailedException.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    // The path of every view.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
-    // Renames the host behind the view (ElementName only).
-    virtual void modifyInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
-                                const CIMPropertyList& propertyList, ResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void createInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject,
-                                ObjectPathResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
-
     // A view instance from an array record (for other modules).
     CIMInstance buildInstance(String systemCreationClassName, CIMClass cls, vlun* record,
                               const String& systemName, const String& host);
 
     // The path of a ZAR_SCSIController view.
-    CIMObjectPath buildObjectPath(String systemCreationClassName, const String& host,
-                                  const String& systemName, const String& deviceID);
+    static CIMObjectPath buildObjectPath(String systemCreationClassName, const String& host,
+                                         const String& systemName, const String& deviceID);
+
+protected:
+    virtual void _viewIdentity(String& systemName, String& host);
 
 private:
-    CIMOMHandle _cimom;
     String _hostAddr;
     String _systemName;
-    Uint32 _maxInstCount;
 };
 
 PEGASUS_NAMESPACE_END

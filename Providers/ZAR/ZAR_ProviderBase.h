@@ -1,36 +1,41 @@
 //%/////////////////////////////////////////////////////////////////////////////
-// ZAR_ArrayProviderBase.h: what the read-only providers of the array module
-// share: the handle, the array library opened for the server, the
-// system's identity read from the array on each request, stored classes,
-// and the refusal of changes.
+// ZAR_ProviderBase.h: what every instance provider of the array's modules
+// shares: the handle, the array library opened for the server, the refusal
+// of changes, the class check, stored classes, the system's identity read
+// from the array, and failures of array calls.
 //
-// Every message of a refusal or failure begins with the provider's
-// ClassName text (its C++ class name), as the module's messages do.
+// A provider has two names: its ClassName text, with which its messages
+// begin, and the name its traces use (its C++ class name). They are the
+// same unless the constructor is given a trace name.
 //%/////////////////////////////////////////////////////////////////////////////
-#ifndef ZAR_ArrayProviderBase_h
-#define ZAR_ArrayProviderBase_h
+#ifndef ZAR_ProviderBase_h
+#define ZAR_ProviderBase_h
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 
 #include <zarapi.h>
 
+#include "ZAR_Names.h"
+
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ArrayProviderBase : public CIMInstanceProvider {
+class ZAR_ProviderBase : public CIMInstanceProvider {
 public:
-    // className is the provider's name, the prefix of its messages.
-    explicit ZAR_ArrayProviderBase(const String& className);
-    virtual ~ZAR_ArrayProviderBase();
+    // className is the prefix of the provider's messages; traceName (when
+    // given) the name its traces use.
+    explicit ZAR_ProviderBase(const String& className, const char* traceName = 0);
+    virtual ~ZAR_ProviderBase();
 
-    // Keeps the handle and opens the array library for the server.
+    // Traces "-->Name::initialize(cimom)" and its exit line around _open.
     virtual void initialize(CIMOMHandle& cimom);
 
     // Deletes the provider object.
     virtual void terminate();
 
-    // Refused with CIMNotSupportedException: the array's objects are
-    // changed with the array's own tools and the configuration service.
+    // Refused with CIMNotSupportedException "<ClassName> does not support
+    // <operation>.": the array's objects are changed with the array's own
+    // tools and the configuration service.
     virtual void modifyInstance(const OperationContext& context,
                                 const CIMObjectPath& instanceReference,
                                 const CIMInstance& instanceObject, const Boolean includeQualifiers,
@@ -43,6 +48,16 @@ public:
                                 const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
 protected:
+    // Keeps the handle and opens the array library for the server; a
+    // failure is only traced, at failureLevel, as
+    // "<Name>::initialize(): api_zarOpenForCimserver failed".
+    void _open(CIMOMHandle& cimom, int failureLevel = 2);
+
+    // CIMNotSupportedException "<ClassName> Invalid class name<class>"
+    // unless className is ownClass or cimClass.
+    void _checkClassName(const CIMName& className, const char* ownClass,
+                         const char* cimClass) const;
+
     // The system's name (SystemName keys) and the host of returned paths,
     // read from the array. A failure throws CIMOperationFailedException
     // naming `operation`.
@@ -60,8 +75,14 @@ protected:
     // path naming a superclass is compared by its keys alone.
     static CIMObjectPath _asClass(const CIMObjectPath& path, const CIMName& className);
 
+    // The trace name as a C string.
+    const char* _traceName() const { return (const char*)_traceText; }
+
     CIMOMHandle _cimom;
     String _className;
+
+private:
+    CString _traceText;
 };
 
 PEGASUS_NAMESPACE_END

@@ -17,12 +17,12 @@
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
-#include "ZAR_ArrayProviderBase.h"
+#include "ZAR_ProviderBase.h"
 #include "ZAR_ArrayRecords.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_AssociationProviderBase : public CIMAssociationProvider, public ZAR_ArrayProviderBase {
+class ZAR_AssociationProviderBase : public CIMAssociationProvider, public ZAR_ProviderBase {
 public:
     // One association: its two end paths and the records it stems from
     // (those a subclass does not use are null).

@@ -44,7 +44,7 @@ ZAR_AssociationProviderBase::ZAR_AssociationProviderBase(const String& providerN
                                                          const char* assocClass, const char* role0,
                                                          const char* role1, const char* endClass0,
                                                          const char* endClass1)
-    : ZAR_ArrayProviderBase(providerName), _assocClass(assocClass)
+    : ZAR_ProviderBase(providerName), _assocClass(assocClass)
 {
     _roles[0] = role0;
     _roles[1] = role1;

@@ -1,0 +1,104 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_ProviderBase.cpp
+//%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_ProviderBase.h"
+
+#include <string.h>
+
+#include <Pegasus/Provider/ProviderException.h>
+
+#include <ZAR_Common.h>
+
+#include "ZAR_ArrayAccess.h"
+
+PEGASUS_NAMESPACE_BEGIN
+
+ZAR_ProviderBase::ZAR_ProviderBase(const String& className, const char* traceName)
+    : _className(className),
+      _traceText(traceName ? CString(String(traceName).getCString()) : className.getCString())
+{
+}
+
+ZAR_ProviderBase::~ZAR_ProviderBase() {}
+
+void ZAR_ProviderBase::initialize(CIMOMHandle& cimom)
+{
+    log_message(4, "-->%s::initialize(cimom)\n", _traceName());
+    _open(cimom);
+    log_message(4, "<--%s::initialize(cimom)\n", _traceName());
+}
+
+void ZAR_ProviderBase::_open(CIMOMHandle& cimom, int failureLevel)
+{
+    _cimom = cimom;
+    if (api_zarOpenForCimserver(NULL) != 0)
+        log_message(failureLevel, "%s::initialize(): api_zarOpenForCimserver failed\n",
+                    _traceName());
+}
+
+void ZAR_ProviderBase::_checkClassName(const CIMName& className, const char* ownClass,
+                                       const char* cimClass) const
+{
+    if (!ZAR_Common::isClass(className, cimClass) && !ZAR_Common::isClass(className, ownClass))
+        throw CIMNotSupportedException(_className + " Invalid class name" + className.getString());
+}
+
+void ZAR_ProviderBase::terminate()
+{
+    delete this;
+}
+
+void ZAR_ProviderBase::modifyInstance(const OperationContext&, const CIMObjectPath&,
+                                      const CIMInstance&, const Boolean, const CIMPropertyList&,
+                                      ResponseHandler&)
+{
+    throw CIMNotSupportedException(_className + " does not support modifyInstance.");
+}
+
+void ZAR_ProviderBase::createInstance(const OperationContext&, const CIMObjectPath&,
+                                      const CIMInstance&, ObjectPathResponseHandler&)
+{
+    throw CIMNotSupportedException(_className + " does not support createInstance.");
+}
+
+void ZAR_ProviderBase::deleteInstance(const OperationContext&, const CIMObjectPath&,
+                                      ResponseHandler&)
+{
+    throw CIMNotSupportedException(_className + " does not support deleteInstance.");
+}
+
+void ZAR_ProviderBase::_identity(String& systemName, String& host, const char* operation)
+{
+    api_sysinfo_t info;
+    api_status_t status;
+    if (ZAR_ArrayAccess::readSystemInfo(&info, &status) != 0)
+        _fail(operation, "api_getSystemInfo", status);
+    systemName = String(info.name, (Uint32)strnlen(info.name, sizeof(info.name)));
+    host = ZAR_ArrayAccess::pathHostName(info);
+}
+
+CIMClass ZAR_ProviderBase::_storedClass(const CIMName& className, Boolean includeQualifiers,
+                                        Boolean includeClassOrigin,
+                                        const CIMPropertyList& propertyList)
+{
+    return ZAR_Common::getStoredCIMClass(_cimom, OperationContext(),
+                                         CIMNamespaceName(ZAR_NAMESPACE), className, false,
+                                         includeQualifiers, includeClassOrigin, propertyList);
+}
+
+void ZAR_ProviderBase::_fail(const char* operation, const char* call, const api_status_t& status)
+{
+    log_message(2, "%s::%s: %s failed, status = %d\n", _traceName(), operation, call, status.code);
+    throw CIMOperationFailedException(_className + "::" + String(operation) +
+                                      " - Operation failed: " + ZAR_ArrayAccess::errorText(status));
+}
+
+CIMObjectPath ZAR_ProviderBase::_asClass(const CIMObjectPath& path, const CIMName& className)
+{
+    CIMNamespaceName ns = path.getNameSpace();
+    if (ns.isNull())
+        ns = CIMNamespaceName(ZAR_NAMESPACE);
+    return CIMObjectPath(path.getHost(), ns, className, path.getKeyBindings());
+}
+
+PEGASUS_NAMESPACE_END

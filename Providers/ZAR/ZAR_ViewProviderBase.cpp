@@ -1,0 +1,170 @@
+//%/////////////////////////////////////////////////////////////////////////////
+// ZAR_ViewProviderBase.cpp
+//%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_ViewProviderBase.h"
+
+#include <new>
+
+#include <Pegasus/Provider/ProviderException.h>
+
+#include "ZAR_Common.h"
+
+PEGASUS_NAMESPACE_BEGIN
+
+namespace {
+
+const Uint32 SPC_CHUNK = 200;
+
+// Owns the view cursor of a request: released on every exit path.
+class SPCCursor {
+public:
+    SPCCursor() { api_initSPCParamData(&_data); }
+    ~SPCCursor() { api_freeSPCParamData(&_data); }
+    SPCCursor(const SPCCursor&) = delete;
+    SPCCursor& operator=(const SPCCursor&) = delete;
+    api_spc_param_data* get() { return &_data; }
+
+private:
+    api_spc_param_data _data;
+};
+
+}  // namespace
+
+ZAR_ViewProviderBase::ZAR_ViewProviderBase(const String& className, const char* viewClass)
+    : ZAR_ProviderBase(className), _viewClass(viewClass), _threshold(0)
+{
+}
+
+ZAR_ViewProviderBase::~ZAR_ViewProviderBase() {}
+
+CIMObjectPath ZAR_ViewProviderBase::_wanted(const CIMObjectPath& instanceReference)
+{
+    return instanceReference;
+}
+
+void ZAR_ViewProviderBase::_walk(const OperationContext& context, Boolean includeQualifiers,
+                                 Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+                                 const ChunkSink& sink)
+{
+    String systemName, host;
+    _viewIdentity(systemName, host);
+    SPCCursor cursor;
+    Uint32 more = 1;
+    do {
+        Array<CIMInstance> chunk;
+        ZAR_Common::buildSPCInstances(
+            _cimom, context, CIMObjectPath(), systemName, host, _viewClass, includeQualifiers,
+            includeClassOrigin, propertyList, _threshold, chunk, cursor.get(), &more, SPC_CHUNK);
+        if (!sink(chunk))
+            return;
+    } while (more != 0);
+}
+
+void ZAR_ViewProviderBase::getInstance(const OperationContext& context,
+                                       const CIMObjectPath& instanceReference,
+                                       const Boolean includeQualifiers,
+                                       const Boolean includeClassOrigin,
+                                       const CIMPropertyList& propertyList,
+                                       InstanceResponseHandler& handler)
+{
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+
+    const Array<CIMKeyBinding>& keys = instanceReference.getKeyBindings();
+    Boolean haveDeviceID = false;
+    for (Uint32 i = 0; i < keys.size() && !haveDeviceID; i++) {
+        if (keys[i].getName() == CIMName("DeviceID")) {
+            log_message(4, "Search deviceID = %s\n", (const char*)keys[i].getValue().getCString());
+            haveDeviceID = true;
+        }
+    }
+    if (!haveDeviceID)
+        throw CIMInvalidParameterException(_className + " DeviceID key not found.");
+
+    CIMObjectPath wanted = _wanted(instanceReference);
+    handler.processing();
+    Boolean found = false;
+    _walk(context, includeQualifiers, includeClassOrigin, propertyList,
+          [&](const Array<CIMInstance>& chunk) {
+              for (Uint32 i = 0; i < chunk.size(); i++) {
+                  if (ZAR_Common::matchObjectPath(wanted, chunk[i].getPath())) {
+                      handler.deliver(chunk[i]);
+                      found = true;
+                      return false;
+                  }
+              }
+              return true;
+          });
+    if (!found) {
+        log_message(2, "%s::getInstance, not found = %s\n", _traceName(),
+                    (const char*)instanceReference.toString().getCString());
+        throw CIMObjectNotFoundException(_className + instanceReference.toString());
+    }
+    handler.complete();
+}
+
+void ZAR_ViewProviderBase::_enumerate(const OperationContext& context, const char* operation,
+                                      const std::function<void()>& body)
+{
+    log_message(4, "-->%s::%s\n", _traceName(), operation);
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    try {
+        body();
+    } catch (CIMException& e) {
+        throw CIMOperationFailedException(_className + "::" + operation +
+                                          " - Operation failed: " + e.getMessage());
+    } catch (std::bad_alloc&) {
+        throw CIMOperationFailedException("Response too big");
+    } catch (...) {
+        throw CIMOperationFailedException("Unknown error");
+    }
+    log_message(4, "<--%s::%s\n", _traceName(), operation);
+}
+
+void ZAR_ViewProviderBase::enumerateInstances(const OperationContext& context,
+                                              const CIMObjectPath& /* classReference */,
+                                              const Boolean includeQualifiers,
+                                              const Boolean includeClassOrigin,
+                                              const CIMPropertyList& propertyList,
+                                              InstanceResponseHandler& handler)
+{
+    _enumerate(context, "enumerateInstances", [&]() {
+        handler.processing();
+        _walk(context, includeQualifiers, includeClassOrigin, propertyList,
+              [&](const Array<CIMInstance>& chunk) {
+                  if (chunk.size() != 0)
+                      handler.deliver(chunk);
+                  return true;
+              });
+        handler.complete();
+    });
+}
+
+void ZAR_ViewProviderBase::enumerateInstanceNames(const OperationContext& context,
+                                                  const CIMObjectPath& /* classReference */,
+                                                  ObjectPathResponseHandler& handler)
+{
+    _enumerate(context, "enumerateInstanceNames", [&]() {
+        handler.processing();
+        // An empty property list: the builder gives paths alone.
+        _walk(context, false, false, CIMPropertyList(Array<CIMName>()),
+              [&](const Array<CIMInstance>& chunk) {
+                  for (Uint32 i = 0; i < chunk.size(); i++)
+                      handler.deliver(chunk[i].getPath());
+                  return true;
+              });
+        handler.complete();
+    });
+}
+
+void ZAR_ViewProviderBase::modifyInstance(const OperationContext& context,
+                                          const CIMObjectPath& instanceReference,
+                                          const CIMInstance& instanceObject,
+                                          const Boolean includeQualifiers,
+                                          const CIMPropertyList& propertyList,
+                                          ResponseHandler& handler)
+{
+    ZAR_Common::modifySPC(context, instanceReference, instanceObject, includeQualifiers,
+                          propertyList, handler);
+}
+
+PEGASUS_NAMESPACE_END
