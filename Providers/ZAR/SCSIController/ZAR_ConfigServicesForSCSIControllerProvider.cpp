@@ -21,20 +21,6 @@ const char SERVICE_CLASS[] = "ZAR_ControllerConfigurationService";
 const char CIM_SERVICE_CLASS[] = "CIM_ControllerConfigurationService";
 const char VIEW_CLASS[] = "ZAR_SCSIController";
 
-Boolean _isClass(const CIMName& name, const char* className)
-{
-    return !name.isNull() && name.equal(CIMName(className));
-}
-
-Boolean _isOneOf(const CIMName& name, const char* const* classes)
-{
-    for (; *classes; classes++) {
-        if (_isClass(name, *classes))
-            return true;
-    }
-    return false;
-}
-
 Boolean _isRole(const String& role)
 {
     return String::equalNoCase(role, "Antecedent") || String::equalNoCase(role, "Dependent");
@@ -47,19 +33,17 @@ std::string _text(const CIMObjectPath& path)
 
 }  // namespace
 
-ZAR_ConfigServicesForSCSIControllerProvider::ZAR_ConfigServicesForSCSIControllerProvider() {}
+ZAR_ConfigServicesForSCSIControllerProvider::ZAR_ConfigServicesForSCSIControllerProvider()
+    : ZAR_ProviderBase(ClassName)
+{
+}
 
 ZAR_ConfigServicesForSCSIControllerProvider::~ZAR_ConfigServicesForSCSIControllerProvider() {}
 
 void ZAR_ConfigServicesForSCSIControllerProvider::initialize(CIMOMHandle& cimom)
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::initialize(cimom)\n");
-    _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0) {
-        log_message(4,
-                    "ZAR_ConfigServicesForSCSIControllerProvider::initialize(): "
-                    "api_zarOpenForCimserver failed\n");
-    }
+    _open(cimom, 4);
     Array<CIMObjectPath> services = _cimom.enumerateInstanceNames(
         OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(SERVICE_CLASS));
     if (services.size() != 0)
@@ -68,19 +52,14 @@ void ZAR_ConfigServicesForSCSIControllerProvider::initialize(CIMOMHandle& cimom)
     log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::initialize(cimom)\n");
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::terminate()
-{
-    delete this;
-}
-
 Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_getRelatedInstanceNames(
     const CIMObjectPath& objectName, const OperationContext& context)
 {
     Array<CIMObjectPath> related;
-    if (_isClass(objectName.getClassName(), SERVICE_CLASS)) {
+    if (ZAR_Common::isClass(objectName.getClassName(), SERVICE_CLASS)) {
         related = _cimom.enumerateInstanceNames(context, CIMNamespaceName(ZAR_NAMESPACE),
                                                 CIMName(VIEW_CLASS));
-    } else if (_isClass(objectName.getClassName(), VIEW_CLASS))
+    } else if (ZAR_Common::isClass(objectName.getClassName(), VIEW_CLASS))
         related.append(_ccsPath);
     return related;
 }
@@ -90,9 +69,9 @@ Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_getRelatedInsta
     Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
     const char* farClass = 0;
-    if (_isClass(objectName.getClassName(), SERVICE_CLASS))
+    if (ZAR_Common::isClass(objectName.getClassName(), SERVICE_CLASS))
         farClass = VIEW_CLASS;
-    else if (_isClass(objectName.getClassName(), VIEW_CLASS))
+    else if (ZAR_Common::isClass(objectName.getClassName(), VIEW_CLASS))
         farClass = SERVICE_CLASS;
     if (farClass == 0)
         return Array<CIMInstance>();
@@ -109,13 +88,13 @@ Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_buildAssociat
                 "_buildAssociationInstanceNames\n\t objectName = %s \n",
                 _text(objectName).c_str());
     Array<CIMObjectPath> paths;
-    if (_isClass(objectName.getClassName(), SERVICE_CLASS)) {
+    if (ZAR_Common::isClass(objectName.getClassName(), SERVICE_CLASS)) {
         Array<CIMObjectPath> views = _getRelatedInstanceNames(objectName, context);
         for (Uint32 i = 0; i < views.size(); i++) {
             paths.append(ZAR_Common::buildDepAssocPath(_systemAddr, CIMName(ASSOC_CLASS), _ccsPath,
                                                        views[i]));
         }
-    } else if (_isClass(objectName.getClassName(), VIEW_CLASS)) {
+    } else if (ZAR_Common::isClass(objectName.getClassName(), VIEW_CLASS)) {
         paths.append(
             ZAR_Common::buildDepAssocPath(_systemAddr, CIMName(ASSOC_CLASS), _ccsPath, objectName));
     }
@@ -137,7 +116,7 @@ Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_buildAssociatio
                                                  CIMName(ASSOC_CLASS), false, includeQualifiers,
                                                  includeClassOrigin, propertyList);
     Array<CIMInstance> instances;
-    if (_isClass(objectName.getClassName(), ASSOC_CLASS)) {
+    if (ZAR_Common::isClass(objectName.getClassName(), ASSOC_CLASS)) {
         CIMObjectPath antecedent(ZAR_Common::getStringProperty(objectName, "Antecedent"));
         CIMObjectPath dependent(ZAR_Common::getStringProperty(objectName, "Dependent"));
         CIMInstance view;
@@ -178,8 +157,8 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(const CIMObje
 
     if (String::equalNoCase(operation, "references") ||
         String::equalNoCase(operation, "referenceNames")) {
-        return !resultClass.isNull() && !_isClass(resultClass, ASSOC_CLASS) &&
-               !_isClass(resultClass, CIM_ASSOC_CLASS);
+        return !resultClass.isNull() && !ZAR_Common::isClass(resultClass, ASSOC_CLASS) &&
+               !ZAR_Common::isClass(resultClass, CIM_ASSOC_CLASS);
     }
 
     if (!resultClass.isNull() && (String::equalNoCase(operation, "associators") ||
@@ -194,23 +173,17 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(const CIMObje
         static const char* const viewSide[] = {VIEW_CLASS, "CIM_ProtocolController",
                                                "CIM_SCSIProtocolController", 0};
         const CIMName& source = objectName.getClassName();
-        if (!_isOneOf(resultClass, accepted))
+        if (!ZAR_Common::isOneOf(resultClass, accepted))
             return true;
         if (!source.isNull() && resultClass.equal(source))
             return true;
-        if (_isOneOf(source, serviceSide) && _isOneOf(resultClass, serviceSide))
+        if (ZAR_Common::isOneOf(source, serviceSide) &&
+            ZAR_Common::isOneOf(resultClass, serviceSide))
             return true;
-        if (_isOneOf(source, viewSide) && _isOneOf(resultClass, viewSide))
+        if (ZAR_Common::isOneOf(source, viewSide) && ZAR_Common::isOneOf(resultClass, viewSide))
             return true;
     }
     return false;
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::_checkClassName(const CIMName& className)
-{
-    if (!_isClass(className, CIM_ASSOC_CLASS) && !_isClass(className, ASSOC_CLASS)) {
-        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
-    }
 }
 
 Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(const OperationContext& context,
@@ -366,7 +339,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::getInstance(
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::getInstance() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName());
+    _checkClassName(instanceReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
     Uint32 keyCount = instanceReference.getKeyBindings().size();
     if (keyCount != 2) {
         log_message(2,
@@ -406,7 +379,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstances(
                 "--> ZAR_ConfigServicesForSCSIControllerProvider::"
                 "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
     Array<CIMInstance> instances = _buildAssociationInstances(_ccsPath, context, includeQualifiers,
@@ -428,7 +401,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames(
                 "--> ZAR_ConfigServicesForSCSIControllerProvider::"
                 "enumerateInstanceNames() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
     Array<CIMObjectPath> paths = _buildAssociationInstanceNames(_ccsPath, context);
@@ -439,30 +412,6 @@ void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames(
     log_message(4,
                 "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
                 "enumerateInstanceNames() \n");
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::modifyInstance(const OperationContext&,
-                                                                 const CIMObjectPath&,
-                                                                 const CIMInstance&, const Boolean,
-                                                                 const CIMPropertyList&,
-                                                                 ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::createInstance(const OperationContext&,
-                                                                 const CIMObjectPath&,
-                                                                 const CIMInstance&,
-                                                                 ObjectPathResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::deleteInstance(const OperationContext&,
-                                                                 const CIMObjectPath&,
-                                                                 ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 PEGASUS_NAMESPACE_END

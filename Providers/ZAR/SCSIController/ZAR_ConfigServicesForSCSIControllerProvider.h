@@ -12,12 +12,13 @@
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
+
+#include <ZAR_ProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
 class ZAR_ConfigServicesForSCSIControllerProvider : public CIMAssociationProvider,
-                                                    public CIMInstanceProvider {
+                                                    public ZAR_ProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_ConfigServicesForSCSIControllerProvider();
@@ -27,9 +28,6 @@ public:
     // Opens the array library and finds the service's path and the
     // array's host name.
     virtual void initialize(CIMOMHandle& cimom);
-
-    // Deletes the provider object.
-    virtual void terminate();
 
     // From the service: every view; from a view: the service. Parameters
     // that cannot name this association, and an object that does not
@@ -72,22 +70,6 @@ public:
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);
 
-    // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
-                                const CIMPropertyList& propertyList, ResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void createInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject,
-                                ObjectPathResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
-
 private:
     // The far ends of objectName: every view from the service, the service
     // from a view, nothing from another class.
@@ -115,14 +97,9 @@ private:
     Boolean _invalidParms(const CIMObjectPath& objectName, String role, String resultRole,
                           const CIMName& resultClass, String operation);
 
-    // Throws CIMNotSupportedException unless the class is this association
-    // or CIM_ConcreteDependency.
-    void _checkClassName(const CIMName& className);
-
     // True when the object exists, asked through the server.
     Boolean _exists(const OperationContext& context, const CIMObjectPath& objectName);
 
-    CIMOMHandle _cimom;
     String _systemAddr;
     CIMObjectPath _ccsPath;
 };

@@ -33,10 +33,14 @@ typedef void (ZAR_ControllerConfigurationServiceProvider::*Handler)(api_evtparam
 
 }  // namespace
 
-ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider() {}
+ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider()
+    : ZAR_ProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider")
+{
+}
 
 ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider(
     const CIMObjectPath&)
+    : ZAR_ProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider")
 {
     throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
@@ -46,21 +50,11 @@ ZAR_ControllerConfigurationServiceProvider::~ZAR_ControllerConfigurationServiceP
 void ZAR_ControllerConfigurationServiceProvider::initialize(CIMOMHandle& cimom)
 {
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::initialize(cimom)\n");
-    _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0) {
-        log_message(2,
-                    "ZAR_ControllerConfigurationServiceProvider::initialize(): "
-                    "api_zarOpenForCimserver failed\n");
-    }
+    _open(cimom);
     _systemName = ZAR_Common::getSystemName(_cimom);
     _systemAddress = ZAR_Common::getSystemHostName(_cimom);
     _buildInstanceName();
     log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::initialize(cimom)\n");
-}
-
-void ZAR_ControllerConfigurationServiceProvider::terminate()
-{
-    delete this;
 }
 
 void ZAR_ControllerConfigurationServiceProvider::_buildInstanceName()
@@ -122,13 +116,6 @@ CIMInstance ZAR_ControllerConfigurationServiceProvider::_buildInstance(
     return instance;
 }
 
-void ZAR_ControllerConfigurationServiceProvider::_checkClassName(const CIMName& className)
-{
-    if (!className.equal(CIMName(CIM_SERVICE_CLASS)) && !className.equal(CIMName(SERVICE_CLASS))) {
-        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
-    }
-}
-
 void ZAR_ControllerConfigurationServiceProvider::getInstance(const OperationContext& context,
                                                              const CIMObjectPath& instanceReference,
                                                              const Boolean includeQualifiers,
@@ -138,7 +125,7 @@ void ZAR_ControllerConfigurationServiceProvider::getInstance(const OperationCont
 {
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::getInstance()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName());
+    _checkClassName(instanceReference.getClassName(), SERVICE_CLASS, CIM_SERVICE_CLASS);
 
     Uint32 keyCount = instanceReference.getKeyBindings().size();
     if (keyCount != 4) {
@@ -171,7 +158,7 @@ void ZAR_ControllerConfigurationServiceProvider::enumerateInstances(
                 "--> ZAR_ControllerConfigurationServiceProvider::"
                 "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), SERVICE_CLASS, CIM_SERVICE_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
     CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
@@ -191,7 +178,7 @@ void ZAR_ControllerConfigurationServiceProvider::enumerateInstanceNames(
                 "--> ZAR_ControllerConfigurationServiceProvider::"
                 "enumerateInstanceNames()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), SERVICE_CLASS, CIM_SERVICE_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
     handler.processing();
@@ -200,30 +187,6 @@ void ZAR_ControllerConfigurationServiceProvider::enumerateInstanceNames(
     log_message(4,
                 "<-- ZAR_ControllerConfigurationServiceProvider::"
                 "enumerateInstanceNames()\n");
-}
-
-void ZAR_ControllerConfigurationServiceProvider::modifyInstance(const OperationContext&,
-                                                                const CIMObjectPath&,
-                                                                const CIMInstance&, const Boolean,
-                                                                const CIMPropertyList&,
-                                                                ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
-}
-
-void ZAR_ControllerConfigurationServiceProvider::createInstance(const OperationContext&,
-                                                                const CIMObjectPath&,
-                                                                const CIMInstance&,
-                                                                ObjectPathResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
-}
-
-void ZAR_ControllerConfigurationServiceProvider::deleteInstance(const OperationContext&,
-                                                                const CIMObjectPath&,
-                                                                ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 void ZAR_ControllerConfigurationServiceProvider::invokeMethod(

@@ -34,10 +34,11 @@
 #define ZAR_ControllerConfigurationServiceProvider_h
 
 #include <Pegasus/Common/Config.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
 
 #include <zarapi.h>
+
+#include <ZAR_ProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -45,7 +46,7 @@ namespace CCSUtil {
 struct MethodResult;
 }
 
-class ZAR_ControllerConfigurationServiceProvider : public CIMInstanceProvider,
+class ZAR_ControllerConfigurationServiceProvider : public ZAR_ProviderBase,
                                                    public CIMMethodProvider {
 public:
     // Members empty; nothing is asked of the array before initialize.
@@ -59,9 +60,6 @@ public:
     // Opens the array library for the server (a failure is only logged),
     // caches the system's name and host name and builds the service path.
     virtual void initialize(CIMOMHandle& cimom);
-
-    // Deletes the provider object.
-    virtual void terminate();
 
     // The service instance for a path of class ZAR_ or
     // CIM_ControllerConfigurationService with its four keys.
@@ -83,22 +81,6 @@ public:
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);
 
-    // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
-                                const CIMPropertyList& propertyList, ResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void createInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject,
-                                ObjectPathResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
-
     // Checks the user, the target path (it must be the service), the
     // method name (case ignored) and the user's right to that method, then
     // runs the method's handler, which delivers everything itself.
@@ -116,10 +98,6 @@ private:
 
     // Fills _name and _instanceName.
     void _buildInstanceName();
-
-    // Throws CIMNotSupportedException unless the class is the service's
-    // own or CIM_ControllerConfigurationService.
-    void _checkClassName(const CIMName& className);
 
     // Method handlers: each reads its parameters, changes the array and
     // reports as the result convention above says.
@@ -195,7 +173,6 @@ private:
                              Uint16 portID, Boolean override, String& hostName,
                              Array<String>& descriptions);
 
-    CIMOMHandle _cimom;
     String _systemName;
     String _systemAddress;
     String _name;

@@ -21,11 +21,13 @@ const char VENDOR[] = "KESTREL";
 
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
     ZAR_ProtocolControllerMaskingCapabilitiesProvider()
+    : ZAR_ProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider")
 {
 }
 
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
     ZAR_ProtocolControllerMaskingCapabilitiesProvider(const CIMObjectPath&)
+    : ZAR_ProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider")
 {
     throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
@@ -38,22 +40,12 @@ ZAR_ProtocolControllerMaskingCapabilitiesProvider::
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::initialize(CIMOMHandle& cimom)
 {
     log_message(4, "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::initialize\n");
-    _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0) {
-        log_message(2,
-                    "ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                    "initialize(): api_zarOpenForCimserver failed\n");
-    }
+    _open(cimom);
     _systemAddress = ZAR_Common::getSystemHostName(_cimom);
     _buildInstanceName();
     log_message(4,
                 "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "initialize(cimom)\n");
-}
-
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::terminate()
-{
-    delete this;
 }
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstanceName()
@@ -130,13 +122,6 @@ CIMInstance ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance(
     return instance;
 }
 
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::_checkClassName(const CIMName& className)
-{
-    if (!className.equal(CIMName(CIM_CAP_CLASS)) && !className.equal(CIMName(CAP_CLASS))) {
-        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
-    }
-}
-
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(
     const OperationContext& context, const CIMObjectPath& instanceReference,
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
@@ -146,7 +131,7 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(
                 "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "getInstance() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName());
+    _checkClassName(instanceReference.getClassName(), CAP_CLASS, CIM_CAP_CLASS);
 
     Uint32 keyCount = instanceReference.getKeyBindings().size();
     if (keyCount != 1) {
@@ -183,7 +168,7 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances(
                 "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), CAP_CLASS, CIM_CAP_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
 
@@ -204,7 +189,7 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
                 "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "enumerateInstanceNames()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), CAP_CLASS, CIM_CAP_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
 
@@ -214,28 +199,6 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
     log_message(4,
                 "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "enumerateInstanceNames()\n");
-}
-
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&, const Boolean,
-    const CIMPropertyList&, ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
-}
-
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::createInstance(const OperationContext&,
-                                                                       const CIMObjectPath&,
-                                                                       const CIMInstance&,
-                                                                       ObjectPathResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
-}
-
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::deleteInstance(const OperationContext&,
-                                                                       const CIMObjectPath&,
-                                                                       ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 PEGASUS_NAMESPACE_END

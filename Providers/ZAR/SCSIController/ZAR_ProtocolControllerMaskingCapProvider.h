@@ -12,11 +12,12 @@
 #define ZAR_ProtocolControllerMaskingCapProvider_h
 
 #include <Pegasus/Common/Config.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
+
+#include <ZAR_ProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ProtocolControllerMaskingCapabilitiesProvider : public CIMInstanceProvider {
+class ZAR_ProtocolControllerMaskingCapabilitiesProvider : public ZAR_ProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_ProtocolControllerMaskingCapabilitiesProvider();
@@ -29,9 +30,6 @@ public:
     // Opens the array library, caches the system's host name and builds
     // the instance's path from the storage system's Name.
     virtual void initialize(CIMOMHandle& cimom);
-
-    // Deletes the provider object.
-    virtual void terminate();
 
     // The instance, for a path of this class or of
     // CIM_ProtocolControllerMaskingCapabilities with its one key.
@@ -51,22 +49,6 @@ public:
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);
 
-    // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
-                                const CIMPropertyList& propertyList, ResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void createInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject,
-                                ObjectPathResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
-
 private:
     // Fills _systemName, _instanceID and _instanceName.
     void _buildInstanceName();
@@ -75,11 +57,6 @@ private:
     CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
                                const CIMPropertyList& propertyList);
 
-    // Throws CIMNotSupportedException unless the class is this one or its
-    // CIM superclass.
-    void _checkClassName(const CIMName& className);
-
-    CIMOMHandle _cimom;
     String _systemName;
     String _instanceID;
     CIMObjectPath _instanceName;

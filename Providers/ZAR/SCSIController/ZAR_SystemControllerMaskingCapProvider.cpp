@@ -20,23 +20,10 @@ const char CAP_CLASS[] = "ZAR_ProtocolControllerMaskingCapabilities";
 const char ROLE_ELEMENT[] = "ManagedElement";
 const char ROLE_CAPABILITIES[] = "Capabilities";
 
-Boolean _isClass(const CIMName& name, const char* className)
-{
-    return !name.isNull() && name.equal(CIMName(className));
-}
-
-Boolean _isOneOf(const CIMName& name, const char* const* classes)
-{
-    for (; *classes; classes++) {
-        if (_isClass(name, *classes))
-            return true;
-    }
-    return false;
-}
-
 }  // namespace
 
 ZAR_SystemControllerMaskingCapabilitiesProvider::ZAR_SystemControllerMaskingCapabilitiesProvider()
+    : ZAR_ProviderBase(ClassName)
 {
 }
 
@@ -49,21 +36,11 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::initialize(CIMOMHandle& ci
     log_message(4,
                 "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "initialize(cimom)\n");
-    _cimom = cimom;
-    if (api_zarOpenForCimserver(NULL) != 0) {
-        log_message(2,
-                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "initialize(): api_zarOpenForCimserver failed\n");
-    }
+    _open(cimom);
     _buildAssociationInstanceName();
     log_message(4,
                 "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "initialize(cimom)\n");
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::terminate()
-{
-    delete this;
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::_buildAssociationInstanceName()
@@ -109,9 +86,9 @@ CIMObjectPath ZAR_SystemControllerMaskingCapabilitiesProvider::_getRelatedInstan
                 "_getRelatedInstanceName\n\t objectName = %s \n",
                 (const char*)objectName.toString().getCString());
     CIMObjectPath result;
-    if (_isClass(objectName.getClassName(), SYSTEM_CLASS))
+    if (ZAR_Common::isClass(objectName.getClassName(), SYSTEM_CLASS))
         result = _protContMaskCapPath;
-    else if (_isClass(objectName.getClassName(), CAP_CLASS))
+    else if (ZAR_Common::isClass(objectName.getClassName(), CAP_CLASS))
         result = _systemObjectPath;
     log_message(4,
                 "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
@@ -148,8 +125,8 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
     String operation)
 {
     const CIMName& source = objectName.getClassName();
-    Boolean fromSystem = _isClass(source, SYSTEM_CLASS);
-    Boolean fromCaps = _isClass(source, CAP_CLASS);
+    Boolean fromSystem = ZAR_Common::isClass(source, SYSTEM_CLASS);
+    Boolean fromCaps = ZAR_Common::isClass(source, CAP_CLASS);
 
     if (role.size() != 0) {
         Boolean isElement = String::equalNoCase(role, ROLE_ELEMENT);
@@ -177,7 +154,8 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
         String::equalNoCase(operation, "referenceNames")) {
         if (resultClass.isNull())
             return false;
-        return !_isClass(resultClass, ASSOC_CLASS) && !_isClass(resultClass, CIM_ASSOC_CLASS);
+        return !ZAR_Common::isClass(resultClass, ASSOC_CLASS) &&
+               !ZAR_Common::isClass(resultClass, CIM_ASSOC_CLASS);
     }
 
     if ((String::equalNoCase(operation, "associators") ||
@@ -192,25 +170,18 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
                                                  "CIM_ManagedElement", 0};
         static const char* const capsSide[] = {
             CAP_CLASS, "CIM_ProtocolControllerMaskingCapabilities", "CIM_Capabilities", 0};
-        if (!_isOneOf(resultClass, accepted))
+        if (!ZAR_Common::isOneOf(resultClass, accepted))
             return true;
         if (!source.isNull() && resultClass.equal(source))
             return true;
         // The far end of the system is a capabilities object, and the
         // other way round.
-        if (fromSystem && _isOneOf(resultClass, systemSide))
+        if (fromSystem && ZAR_Common::isOneOf(resultClass, systemSide))
             return true;
-        if (fromCaps && _isOneOf(resultClass, capsSide))
+        if (fromCaps && ZAR_Common::isOneOf(resultClass, capsSide))
             return true;
     }
     return false;
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::_checkClassName(const CIMName& className)
-{
-    if (!_isClass(className, CIM_ASSOC_CLASS) && !_isClass(className, ASSOC_CLASS)) {
-        throw CIMNotSupportedException(ClassName + " Invalid class name" + className.getString());
-    }
 }
 
 // ---------------------------------------------------------------------------
@@ -343,7 +314,7 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance(
                 "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "getInstance()\n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName());
+    _checkClassName(instanceReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
 
     Uint32 keyCount = instanceReference.getKeyBindings().size();
     if (keyCount != 2) {
@@ -379,7 +350,7 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstances(
                 "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "enumerateInstances() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
     CIMInstance instance =
@@ -400,7 +371,7 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
                 "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "enumerateInstanceNames() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName());
+    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
     log_message(4, "\t className = %s\n",
                 (const char*)classReference.getClassName().getString().getCString());
     handler.processing();
@@ -409,28 +380,6 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
     log_message(4,
                 "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "enumerateInstanceNames() \n");
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::modifyInstance(
-    const OperationContext&, const CIMObjectPath&, const CIMInstance&, const Boolean,
-    const CIMPropertyList&, ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support modifyInstance.");
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::createInstance(const OperationContext&,
-                                                                     const CIMObjectPath&,
-                                                                     const CIMInstance&,
-                                                                     ObjectPathResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support createInstance.");
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::deleteInstance(const OperationContext&,
-                                                                     const CIMObjectPath&,
-                                                                     ResponseHandler&)
-{
-    throw CIMNotSupportedException(ClassName + " does not support deleteInstance.");
 }
 
 PEGASUS_NAMESPACE_END

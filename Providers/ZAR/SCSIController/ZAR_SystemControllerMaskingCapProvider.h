@@ -12,12 +12,13 @@
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
+
+#include <ZAR_ProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
 class ZAR_SystemControllerMaskingCapabilitiesProvider : public CIMAssociationProvider,
-                                                        public CIMInstanceProvider {
+                                                        public ZAR_ProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_SystemControllerMaskingCapabilitiesProvider();
@@ -27,9 +28,6 @@ public:
     // Opens the array library and finds the two ends and the association's
     // path.
     virtual void initialize(CIMOMHandle& cimom);
-
-    // Deletes the provider object.
-    virtual void terminate();
 
     // From the system: the capabilities instance; from the capabilities:
     // the system. Parameters that cannot name this association give an
@@ -72,22 +70,6 @@ public:
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);
 
-    // Refused: CIMNotSupportedException.
-    virtual void modifyInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean includeQualifiers,
-                                const CIMPropertyList& propertyList, ResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void createInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject,
-                                ObjectPathResponseHandler& handler);
-
-    // Refused: CIMNotSupportedException.
-    virtual void deleteInstance(const OperationContext& context,
-                                const CIMObjectPath& instanceReference, ResponseHandler& handler);
-
 private:
     CIMInstance _buildAssociationInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
                                           const CIMPropertyList& propertyList);
@@ -111,11 +93,6 @@ private:
     Boolean _invalidParms(const CIMObjectPath& objectName, String role, String resultRole,
                           const CIMName& resultClass, String operation);
 
-    // Throws CIMNotSupportedException unless the class is this association
-    // or CIM_ElementCapabilities.
-    void _checkClassName(const CIMName& className);
-
-    CIMOMHandle _cimom;
     CIMObjectPath _systemObjectPath;
     CIMObjectPath _protContMaskCapPath;
     CIMObjectPath _assocInstanceName;
