@@ -58,23 +58,6 @@ public:
         handler.complete();
     }
 
-    virtual void enumerateInstances(const OperationContext&, const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler)
-    {
-        handler.processing();
-        std::lock_guard<std::mutex> lock(_mutex);
-        for (Uint32 i = 0; i < _volumes.size(); i++) {
-            CIMInstance v = _volumes[i].clone();
-            v.filter(includeQualifiers, includeClassOrigin, propertyList);
-            v.setPath(_path(classReference, v));
-            handler.deliver(v);
-        }
-        handler.complete();
-    }
-
     virtual void enumerateInstanceNames(const OperationContext&,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler)
@@ -83,20 +66,6 @@ public:
         std::lock_guard<std::mutex> lock(_mutex);
         for (Uint32 i = 0; i < _volumes.size(); i++)
             handler.deliver(_path(classReference, _volumes[i]));
-        handler.complete();
-    }
-
-    virtual void modifyInstance(const OperationContext&, const CIMObjectPath& instanceReference,
-                                const CIMInstance& instanceObject, const Boolean,
-                                const CIMPropertyList&, ResponseHandler& handler)
-    {
-        handler.processing();
-        Uint32 pos = instanceObject.findProperty("Size");
-        if (pos == PEG_NOT_FOUND)
-            throw CIMInvalidParameterException("Size is required");
-        std::lock_guard<std::mutex> lock(_mutex);
-        CIMInstance& v = _volumes[_find(instanceReference)];
-        v.getProperty(v.findProperty("Size")).setValue(instanceObject.getProperty(pos).getValue());
         handler.complete();
     }
 
@@ -122,13 +91,20 @@ public:
         handler.complete();
     }
 
-    virtual void deleteInstance(const OperationContext&, const CIMObjectPath& instanceReference,
-                                ResponseHandler& handler)
+    // Not used by the module test.
+    virtual void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
+                                    const Boolean, const CIMPropertyList&, InstanceResponseHandler&)
     {
-        handler.processing();
-        std::lock_guard<std::mutex> lock(_mutex);
-        _volumes.remove(_find(instanceReference));
-        handler.complete();
+        throw CIMNotSupportedException("enumerateInstances");
+    }
+    virtual void modifyInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                                const Boolean, const CIMPropertyList&, ResponseHandler&)
+    {
+        throw CIMNotSupportedException("modifyInstance");
+    }
+    virtual void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&)
+    {
+        throw CIMNotSupportedException("deleteInstance");
     }
 
     virtual void invokeMethod(const OperationContext& context, const CIMObjectPath& objectReference,
