@@ -21,6 +21,18 @@ namespace zartest {
 
 using namespace Pegasus;
 
+// A ZAR_Volume instance keyed by its Name, with its Size.
+inline CIMInstance Volume(const char* name, Uint32 size)
+{
+    CIMInstance i("ZAR_Volume");
+    i.addProperty(CIMProperty("Name", CIMValue(String(name))));
+    i.addProperty(CIMProperty("Size", CIMValue(size)));
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding("Name", CIMValue(String(name))));
+    i.setPath(CIMObjectPath(String(), CIMNamespaceName(), "ZAR_Volume", keys));
+    return i;
+}
+
 class TestOperationHost : public CIMOperationHost {
 public:
     // Contexts of the calls received, oldest first.

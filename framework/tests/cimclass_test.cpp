@@ -7,21 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 PEGASUS_USING_PEGASUS;
+using zartest::MessageOf;
 
 namespace {
-
-template <class E, class F>
-String MessageOf(F f)
-{
-    try {
-        f();
-    } catch (const E& e) {
-        return e.getMessage();
-    }
-    ADD_FAILURE() << "no exception of the expected type";
-    return String();
-}
 
 // [Description("foo")] ZAR_Foo : ZAR_Base
 // { [Key] string Name; uint32 Count = 3; [key] uint16 Id;

@@ -9,49 +9,23 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 #include "TestOperationHost.h"
 
 PEGASUS_USING_PEGASUS;
+using zartest::MessageOf;
 using zartest::TestOperationHost;
+using zartest::Volume;
 
 namespace {
 
 const CIMNamespaceName NS("root/zar");
 
-template <class E, class F>
-String MessageOf(F f)
-{
-    try {
-        f();
-    } catch (const E& e) {
-        return e.getMessage();
-    } catch (...) {
-        ADD_FAILURE() << "an exception of another type";
-        return String("<other>");
-    }
-    ADD_FAILURE() << "nothing thrown";
-    return String("<none>");
-}
-
-CIMInstance Volume(const char* name, Uint32 size)
-{
-    CIMInstance i("ZAR_Volume");
-    i.addProperty(CIMProperty("Name", CIMValue(String(name))));
-    i.addProperty(CIMProperty("Size", CIMValue(size)));
-    Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding("Name", CIMValue(String(name))));
-    i.setPath(CIMObjectPath(String(), CIMNamespaceName(), "ZAR_Volume", keys));
-    return i;
-}
-
 TEST(CIMClientStateTest, ConnectionErrors)
 {
     setLocalOperationHost(0);
     CIMClient client;
-    EXPECT_EQ(client.getTimeout(), 20000u);
-    client.setTimeout(5000);
-    EXPECT_EQ(client.getTimeout(), 5000u);
-
     EXPECT_EQ(
         MessageOf<NotConnectedException>([&] { client.enumerateInstanceNames(NS, "ZAR_Volume"); }),
         "not connected");
@@ -72,9 +46,6 @@ TEST(CIMClientStateTest, HttpErrorExceptionCarriesItsParts)
     EXPECT_EQ(e.getCode(), 401u);
     EXPECT_EQ(e.getCIMErrorDetail(), "User Unauthorized");
     EXPECT_EQ(e.getMessage(), "HTTP Error (401 Unauthorized). Detail: User Unauthorized.");
-    CIMClientHTTPErrorException copy = e;
-    EXPECT_EQ(copy.getCode(), 401u);
-    EXPECT_EQ(copy.getCIMError(), "");
 }
 
 class CIMClientLocalTest : public ::testing::Test {

@@ -5,17 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 #include <cstdlib>
 #include <ctime>
 
 PEGASUS_USING_PEGASUS;
+using zartest::str;
 
 namespace {
-
-std::string str(const String& s)
-{
-    return std::string((const char*)s.getCString());
-}
 
 const Uint64 SEC = 1000000;
 

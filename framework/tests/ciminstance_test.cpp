@@ -10,23 +10,14 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 #include <type_traits>
 
 PEGASUS_USING_PEGASUS;
+using zartest::MessageOf;
 
 namespace {
-
-template <class E, class F>
-String MessageOf(F f)
-{
-    try {
-        f();
-    } catch (const E& e) {
-        return e.getMessage();
-    }
-    ADD_FAILURE() << "no exception of the expected type";
-    return String();
-}
 
 CIMInstance MakeFoo()
 {

@@ -6,14 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 PEGASUS_USING_PEGASUS;
+using zartest::str;
 
 namespace {
-
-std::string msgOf(const Exception& e)
-{
-    return std::string((const char*)e.getMessage().getCString());
-}
 
 TEST(CIMNameTest, LegalAndIllegalNames)
 {
@@ -34,7 +32,7 @@ TEST(CIMNameTest, InvalidNamesThrowWithTheName)
         CIMName n("9abc");
         FAIL();
     } catch (const InvalidNameException& e) {
-        EXPECT_EQ("The CIM name is not valid: 9abc", msgOf(e));
+        EXPECT_EQ("The CIM name is not valid: 9abc", str(e.getMessage()));
     }
     EXPECT_THROW(CIMName(""), InvalidNameException);
     EXPECT_THROW(CIMName{String()}, InvalidNameException);
@@ -93,7 +91,7 @@ TEST(CIMNamespaceNameTest, LegalFormsAndLeadingSlash)
         CIMNamespaceName ns("root//zar");
         FAIL();
     } catch (const InvalidNamespaceNameException& e) {
-        EXPECT_EQ("invalid CIM namespace name: root//zar", msgOf(e));
+        EXPECT_EQ("invalid CIM namespace name: root//zar", str(e.getMessage()));
     }
     EXPECT_THROW(CIMNamespaceName(""), InvalidNamespaceNameException);
 }

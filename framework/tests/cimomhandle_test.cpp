@@ -12,6 +12,7 @@
 
 PEGASUS_USING_PEGASUS;
 using zartest::TestOperationHost;
+using zartest::Volume;
 
 namespace {
 
@@ -31,17 +32,6 @@ std::pair<Uint32, String> ErrorOf(F f)
     }
     ADD_FAILURE() << "nothing thrown";
     return std::make_pair(Uint32(0), String("<none>"));
-}
-
-CIMInstance Volume(const char* name, Uint32 size)
-{
-    CIMInstance i("ZAR_Volume");
-    i.addProperty(CIMProperty("Name", CIMValue(String(name))));
-    i.addProperty(CIMProperty("Size", CIMValue(size)));
-    Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding("Name", CIMValue(String(name))));
-    i.setPath(CIMObjectPath(String(), CIMNamespaceName(), "ZAR_Volume", keys));
-    return i;
 }
 
 class CIMOMHandleTest : public ::testing::Test {

@@ -7,22 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 PEGASUS_USING_PEGASUS;
+using zartest::MessageOf;
 
 namespace {
-
-// The message of the exception E that f throws (fails the test otherwise).
-template <class E, class F>
-String MessageOf(F f)
-{
-    try {
-        f();
-    } catch (const E& e) {
-        return e.getMessage();
-    }
-    ADD_FAILURE() << "no exception of the expected type";
-    return String();
-}
 
 TEST(CIMFlavorTest, CombinesAndNamesBits)
 {

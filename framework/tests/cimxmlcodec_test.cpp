@@ -10,18 +10,15 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 #include <string>
 
 PEGASUS_USING_PEGASUS;
+using zartest::str;
 using namespace Pegasus::CIMXml;
 
 namespace {
-
-std::string u8(const String& s)
-{
-    CString c = s.getCString();
-    return std::string((const char*)c);
-}
 
 XmlElement parse(const std::string& xml, const XmlLimits& limits = XmlLimits())
 {
@@ -81,7 +78,7 @@ TEST(CIMXmlCodecValues, EveryScalarTypeRoundTrips)
                                CIMValue(CIMDateTime("20261122023739.398673-300")),
                                CIMValue(CIMDateTime("00000001020304.000005:000"))};
     for (const CIMValue& v : values) {
-        SCOPED_TRACE(u8(v.toString()));
+        SCOPED_TRACE(str(v.toString()));
         EXPECT_TRUE(roundTripProperty(v) == v);
         EXPECT_TRUE(roundTripParam(v) == v);
     }
@@ -112,7 +109,7 @@ TEST(CIMXmlCodecValues, ArraysAndNullsRoundTrip)
                                CIMValue(CIMTYPE_STRING, true),
                                CIMValue(CIMTYPE_DATETIME, false)};
     for (const CIMValue& v : values) {
-        SCOPED_TRACE(u8(v.toString()));
+        SCOPED_TRACE(str(v.toString()));
         CIMValue back = roundTripProperty(v);
         EXPECT_TRUE(back == v);
         EXPECT_EQ(back.isNull(), v.isNull());
@@ -129,7 +126,7 @@ TEST(CIMXmlCodecValues, ReferencesInEveryPathForm)
     bare.setNameSpace(CIMNamespaceName());
     CIMObjectPath classOnly(String(), CIMNamespaceName("root/zar"), "ZAR_Thing");
     for (const CIMObjectPath& p : {full, local, bare, classOnly}) {
-        SCOPED_TRACE(u8(p.toString()));
+        SCOPED_TRACE(str(p.toString()));
         std::string xml;
         appendValueReference(xml, p);
         EXPECT_TRUE(decodeObjectPath(parse(xml)) == p);
@@ -283,19 +280,19 @@ TEST(CIMXmlCodecObjects, NamedInstanceAndObjectWithPathKeepPaths)
     std::string withPath;
     appendValueObjectWithPath(withPath, i, "srvhost", "root/zar");
     CIMObject o2 = decodeObjectWithPath(parse(withPath));
-    EXPECT_EQ(u8(o2.getPath().getHost()), "srvhost");
-    EXPECT_EQ(u8(o2.getPath().getNameSpace().getString()), "root/zar");
+    EXPECT_EQ(str(o2.getPath().getHost()), "srvhost");
+    EXPECT_EQ(str(o2.getPath().getNameSpace().getString()), "root/zar");
     EXPECT_TRUE(CIMInstance(o2).identical(i) || CIMInstance(o2).getPropertyCount() == 1);
 }
 
 TEST(CIMXmlCodecErrors, DescriptionCarriesStatusNameAndEscapes)
 {
-    EXPECT_EQ(u8(errorDescription(6, "Test CIM Object not found.")),
+    EXPECT_EQ(str(errorDescription(6, "Test CIM Object not found.")),
               "CIM_ERR_NOT_FOUND: Test CIM Object not found.");
-    EXPECT_EQ(u8(errorDescription(7, String())), "CIM_ERR_NOT_SUPPORTED");
-    EXPECT_EQ(u8(errorDescription(4100, "vendor text")),
+    EXPECT_EQ(str(errorDescription(7, String())), "CIM_ERR_NOT_SUPPORTED");
+    EXPECT_EQ(str(errorDescription(4100, "vendor text")),
               "Unrecognized CIM status code \"4100\": vendor text");
-    EXPECT_EQ(u8(errorDescription(19, "x")), "Unrecognized CIM status code \"19\": x");
+    EXPECT_EQ(str(errorDescription(19, "x")), "Unrecognized CIM status code \"19\": x");
     std::string xml;
     appendError(xml, 4097, "LU=x: bad\n");
     EXPECT_EQ(xml,
@@ -363,7 +360,7 @@ TEST(CIMXmlDecoder, RejectsElementsOutOfPlace)
     CIMObjectPath p = decodeInstanceName(parse(
         "<INSTANCENAME CLASSNAME=\"C\"><KEYBINDING NAME=\"K\"><KEYVALUE VALUETYPE=\"boolean\">"
         "true</KEYVALUE></KEYBINDING></INSTANCENAME>"));
-    EXPECT_EQ(u8(p.toString()), "C.K=TRUE");
+    EXPECT_EQ(str(p.toString()), "C.K=TRUE");
 }
 
 TEST(CIMXmlCodecValues, TextIsEscapedTheSameWhateverItsCharacters)

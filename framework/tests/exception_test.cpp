@@ -9,38 +9,23 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 PEGASUS_USING_PEGASUS;
+using zartest::str;
 
 namespace {
 
-std::string str(const String& s)
-{
-    return std::string((const char*)s.getCString());
-}
-
+// Messages that no other test sees (the others are checked where they are
+// thrown).
 TEST(ExceptionTest, MessagesOfThePlainExceptions)
 {
     EXPECT_EQ("index out of bounds", str(IndexOutOfBoundsException().getMessage()));
-    EXPECT_EQ("already exists: property \"Name\"",
-              str(AlreadyExistsException("property \"Name\"").getMessage()));
-    EXPECT_EQ("The CIM name is not valid: 9abc", str(InvalidNameException("9abc").getMessage()));
-    EXPECT_EQ("invalid CIM namespace name: a//b",
-              str(InvalidNamespaceNameException("a//b").getMessage()));
     EXPECT_EQ("uninitialized object", str(UninitializedObjectException().getMessage()));
-    EXPECT_EQ("type mismatch", str(TypeMismatchException().getMessage()));
     EXPECT_EQ("type mismatch: x", str(TypeMismatchException("x").getMessage()));
     EXPECT_EQ("dynamic cast failed", str(DynamicCastFailedException().getMessage()));
-    EXPECT_EQ("invalid datetime format", str(InvalidDateTimeFormatException().getMessage()));
-    EXPECT_EQ("malformed object name: C.K=",
-              str(MalformedObjectNameException("C.K=").getMessage()));
-    EXPECT_EQ("not connected", str(NotConnectedException().getMessage()));
-    EXPECT_EQ("already connected", str(AlreadyConnectedException().getMessage()));
     EXPECT_EQ("connection timed out", str(ConnectionTimeoutException().getMessage()));
-    EXPECT_EQ("Cannot connect to 127.0.0.1:1. Connection failed.",
-              str(CannotConnectException("Cannot connect to 127.0.0.1:1. Connection failed.")
-                      .getMessage()));
     EXPECT_EQ("null pointer", str(NullPointer().getMessage()));
-    EXPECT_EQ("no such property: Name", str(NoSuchProperty("Name").getMessage()));
 }
 
 TEST(ExceptionTest, HierarchyDecidesWhatACatchSees)
@@ -124,18 +109,14 @@ TEST(ExceptionTest, CIMExceptionCarriesErrorInstances)
     EXPECT_THROW(e.addError(CIMInstance()), UninitializedObjectException);
 }
 
+// The ends of the name table, its gap at 18 and 19, and past its end.
 TEST(CIMStatusCodeTest, Names)
 {
     EXPECT_STREQ("CIM_ERR_SUCCESS", cimStatusCodeToString(CIM_ERR_SUCCESS));
-    EXPECT_STREQ("CIM_ERR_FAILED", cimStatusCodeToString(CIM_ERR_FAILED));
-    EXPECT_STREQ("CIM_ERR_METHOD_NOT_FOUND", cimStatusCodeToString(CIM_ERR_METHOD_NOT_FOUND));
     EXPECT_STREQ("empty", cimStatusCodeToString((CIMStatusCode)18));
-    EXPECT_STREQ("CIM_ERR_NAMESPACE_NOT_EMPTY", cimStatusCodeToString(CIM_ERR_NAMESPACE_NOT_EMPTY));
     EXPECT_STREQ("CIM_ERR_SERVER_IS_SHUTTING_DOWN",
                  cimStatusCodeToString(CIM_ERR_SERVER_IS_SHUTTING_DOWN));
     EXPECT_STREQ("Unrecognized CIM status code", cimStatusCodeToString((CIMStatusCode)29));
-    EXPECT_EQ("Unrecognized CIM status code \"4100\"",
-              str(cimStatusCodeToString((CIMStatusCode)4100, ContentLanguageList())));
     EXPECT_EQ("Unrecognized CIM status code \"19\"",
               str(cimStatusCodeToString((CIMStatusCode)19, ContentLanguageList())));
     String m;
@@ -153,10 +134,6 @@ TEST(TraceableCIMExceptionTest, MessageDescriptionAndTrace)
     EXPECT_EQ("Prov.cpp(42): CIM_ERR_ACCESS_DENIED: Insufficient privilege for the user",
               str(e.getTraceDescription()));
     EXPECT_EQ("CIM_ERR_ACCESS_DENIED", str(e.getCIMMessage()));
-    EXPECT_EQ("Prov.cpp", str(e.getFile()));
-    EXPECT_EQ(42u, e.getLine());
-    e.setCIMMessage("custom");
-    EXPECT_EQ("custom", str(e.getCIMMessage()));
 }
 
 TEST(TraceableCIMExceptionTest, DescriptionOfWrappedAndUnusualCodes)

@@ -6,14 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 PEGASUS_USING_PEGASUS;
+using zartest::str;
 
 namespace {
-
-std::string str(const String& s)
-{
-    return std::string((const char*)s.getCString());
-}
 
 TEST(AcceptLanguageListTest, KeptInDescendingQuality)
 {

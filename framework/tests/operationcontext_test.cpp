@@ -6,21 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 PEGASUS_USING_PEGASUS;
+using zartest::MessageOf;
 
 namespace {
-
-template <class E, class F>
-String MessageOf(F f)
-{
-    try {
-        f();
-    } catch (const E& e) {
-        return e.getMessage();
-    }
-    ADD_FAILURE() << "no exception of the expected type";
-    return String();
-}
 
 // A container that counts its live copies, to show that a context clones
 // what it stores and destroys what it drops.
@@ -56,7 +47,6 @@ TEST(OperationContextTest, ErrorsArePlainExceptions)
     OperationContext context;
     EXPECT_EQ(MessageOf<Exception>([&] { context.get(IdentityContainer::NAME); }),
               "object not found");
-    EXPECT_THROW(context.get(IdentityContainer::NAME), Exception);
     try {
         context.get("x");
     } catch (const CIMException&) {
@@ -132,11 +122,6 @@ TEST(OperationContextTest, ContainerCastsAreChecked)
     ClientAddressContainer address = context.get(ClientAddressContainer::NAME);
     EXPECT_EQ(address.getAddress(), "192.0.2.7");
     EXPECT_EQ(ClientAddressContainer::NAME, "ClientAddressContainer");
-    EXPECT_EQ(address.getName(), ClientAddressContainer::NAME);
-
-    OperationContext copy(context);
-    EXPECT_EQ(ClientAddressContainer(copy.get(ClientAddressContainer::NAME)).getAddress(),
-              "192.0.2.7");
 }
 
 TEST(OperationContextTest, LanguageAndIndicationContainers)
