@@ -4,11 +4,13 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include "CoreTestUtil.h"
 #include "MofParser.h"
 #include "SchemaCompiler.h"
 
 using namespace zarserver;
 using namespace Pegasus;
+using coretest::failure;
 
 namespace {
 
@@ -42,15 +44,6 @@ protected:
         for (Uint32 i = 0; i < c.getPropertyCount(); ++i)
             out.push_back((const char*)c.getProperty(i).getName().getString().getCString());
         return out;
-    }
-    static CIMStatusCode codeOf(std::function<void()> f)
-    {
-        try {
-            f();
-        } catch (const CIMException& e) {
-            return e.getCode();
-        }
-        return CIM_ERR_SUCCESS;
     }
     CIMNamespaceName ns{"root/r"};
     ClassRepository repo;
@@ -120,21 +113,20 @@ TEST_F(ClassRepositoryTest, EnumerationsFollowTheHierarchy)
 
 TEST_F(ClassRepositoryTest, ErrorsCarryTheirCodes)
 {
-    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, codeOf([&] {
-                  repo.getClass(CIMNamespaceName("root/none"), CIMName("Root"), false, true, true,
-                                CIMPropertyList());
-              }));
-    EXPECT_EQ(CIM_ERR_INVALID_CLASS, codeOf([&] {
-                  repo.getClass(ns, CIMName("Nope"), false, true, true, CIMPropertyList());
-              }));
+    const CIMNamespaceName none("root/none");
+    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, failure([&] {
+                                             repo.getClass(none, CIMName("Root"), false, true, true,
+                                                           CIMPropertyList());
+                                         }).code);
+    EXPECT_EQ(CIM_ERR_INVALID_CLASS, failure([&] {
+                                         repo.getClass(ns, CIMName("Nope"), false, true, true,
+                                                       CIMPropertyList());
+                                     }).code);
     EXPECT_EQ(CIM_ERR_INVALID_CLASS,
-              codeOf([&] { repo.enumerateClassNames(ns, CIMName("Nope"), true); }));
-    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, codeOf([&] {
-                  repo.enumerateClasses(CIMNamespaceName("x"), CIMName(), true, false, true, true);
-              }));
-    try {
-        repo.requireClass(ns, CIMName("NoSuchClass"));
-    } catch (const CIMException& e) {
-        EXPECT_EQ(String("NoSuchClass"), e.getMessage());
-    }
+              failure([&] { repo.enumerateClassNames(ns, CIMName("Nope"), true); }).code);
+    EXPECT_EQ(
+        CIM_ERR_INVALID_NAMESPACE,
+        failure([&] { repo.enumerateClasses(none, CIMName(), true, false, true, true); }).code);
+    EXPECT_EQ("NoSuchClass",
+              failure([&] { repo.requireClass(ns, CIMName("NoSuchClass")); }).message);
 }

@@ -197,13 +197,6 @@ TEST_F(DispatcherTest, NamespaceAndClassErrors)
                                          d.getInstance(ctx, kNs, path("Nope.Name=\"x\""), false,
                                                        false, false, CIMPropertyList());
                                      }).code);
-    EXPECT_EQ(CIM_ERR_INVALID_CLASS, failure([&] {
-                                         d.getClass(ctx, kNs, CIMName("Nope"), false, true, true,
-                                                    CIMPropertyList());
-                                     }).code);
-    EXPECT_EQ(5u,
-              d.getClass(ctx, kNs, CIMName("ZTest_Service"), false, true, true, CIMPropertyList())
-                  .getMethodCount());
 }
 
 TEST_F(DispatcherTest, AssociationsRouteFilterAndCompletePaths)
