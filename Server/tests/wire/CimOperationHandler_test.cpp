@@ -221,39 +221,36 @@ TEST_F(WireServer, ServesIntrinsicOperationsWithPaddedLength)
 
 TEST_F(WireServer, CimErrorsComeBackInsideTheResponse)
 {
-    Reply r = exchange(post(intrinsic("GetClass",
-                                      "<IPARAMVALUE NAME=\"ClassName\">"
-                                      "<CLASSNAME NAME=\"NoSuchClass\"/></IPARAMVALUE>"),
-                            kAuth, "GetClass"));
-    ASSERT_EQ(r.status, 200);
-    EXPECT_NE(r.body.find("<ERROR CODE=\"5\" DESCRIPTION=\"CIM_ERR_INVALID_CLASS"),
-              std::string::npos)
-        << r.body;
-    Reply ns = exchange(post(intrinsic("EnumerateClassNames", "",
-                                       "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"nosuchns\"/>"),
-                             kAuth, "EnumerateClassNames", "root/nosuchns"));
-    EXPECT_NE(ns.body.find("CODE=\"3\""), std::string::npos) << ns.body;
-    Reply unknown = exchange(post(intrinsic("ExecQuery", ""), kAuth, "ExecQuery"));
-    EXPECT_EQ(unknown.status, 200);
-    EXPECT_NE(
-        unknown.body.find("<ERROR CODE=\"7\" DESCRIPTION=\"CIM_ERR_NOT_SUPPORTED: ExecQuery\"/>"),
-        std::string::npos)
-        << unknown.body;
-    Reply badParam =
-        exchange(post(intrinsic("EnumerateClassNames",
-                                "<IPARAMVALUE NAME=\"Bogus\"><VALUE>1</VALUE></IPARAMVALUE>"),
-                      kAuth));
-    EXPECT_NE(badParam.body.find("CODE=\"4\""), std::string::npos) << badParam.body;
-    Reply badBool = exchange(
-        post(intrinsic("EnumerateClassNames",
-                       "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>maybe</VALUE></IPARAMVALUE>"),
-             kAuth));
-    EXPECT_NE(badBool.body.find("CODE=\"4\""), std::string::npos) << badBool.body;
-    Reply anyCase = exchange(
-        post(intrinsic("EnumerateClassNames",
-                       "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>TrUe</VALUE></IPARAMVALUE>"),
-             kAuth));
-    EXPECT_EQ(anyCase.body.find("<ERROR"), std::string::npos) << anyCase.body;
+    const std::string zar = "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/>";
+    auto deep = [](const char* v) {
+        return "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>" + std::string(v) +
+               "</VALUE></IPARAMVALUE>";
+    };
+    struct Case {
+        std::string method, params, ns, object;
+        const char* error;  // in the body; nullptr: no error
+    } cases[] = {
+        {"GetClass",
+         "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"NoSuchClass\"/></IPARAMVALUE>", zar,
+         "root/zar", "<ERROR CODE=\"5\" DESCRIPTION=\"CIM_ERR_INVALID_CLASS"},
+        {"EnumerateClassNames", "", "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"nosuchns\"/>",
+         "root/nosuchns", "CODE=\"3\""},
+        {"ExecQuery", "", zar, "root/zar",
+         "<ERROR CODE=\"7\" DESCRIPTION=\"CIM_ERR_NOT_SUPPORTED: ExecQuery\"/>"},
+        {"EnumerateClassNames", "<IPARAMVALUE NAME=\"Bogus\"><VALUE>1</VALUE></IPARAMVALUE>", zar,
+         "root/zar", "CODE=\"4\""},
+        {"EnumerateClassNames", deep("maybe"), zar, "root/zar", "CODE=\"4\""},
+        {"EnumerateClassNames", deep("TrUe"), zar, "root/zar", nullptr},
+    };
+    for (const Case& c : cases) {
+        Reply r = exchange(post(intrinsic(c.method, c.params, c.ns), kAuth, c.method, c.object));
+        EXPECT_EQ(r.status, 200) << c.method << c.params;
+        if (c.error) {
+            EXPECT_NE(r.body.find(c.error), std::string::npos) << r.body;
+        } else {
+            EXPECT_EQ(r.body.find("<ERROR"), std::string::npos) << r.body;
+        }
+    }
 }
 
 TEST_F(WireServer, AuthenticationIsRequired)
@@ -472,19 +469,6 @@ TEST_F(WireServer, CIMClientOverHttp)
         CString m = e.getMessage().getCString();
         EXPECT_EQ(std::string((const char*)m).compare(0, 27, "CIM_ERR_INVALID_CLASS: NoSu"), 0)
             << (const char*)m;
-    }
-    EXPECT_THROW(client.connect("127.0.0.1", Uint32(server->httpPort()), "a", "b"),
-                 AlreadyConnectedException);
-    client.disconnect();
-    EXPECT_THROW(client.enumerateClassNames("root/zar", CIMName(), true), NotConnectedException);
-
-    CIMClient bad;
-    bad.connect("127.0.0.1", Uint32(server->httpPort()), "tester", "wrongpassword");
-    try {
-        bad.enumerateClassNames("root/zar", CIMName(), false);
-        ADD_FAILURE() << "no exception";
-    } catch (CIMClientHTTPErrorException& e) {
-        EXPECT_EQ(e.getCode(), 401u);
     }
 }
 

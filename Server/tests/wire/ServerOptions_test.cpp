@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,38 +19,26 @@ bool parse(std::vector<std::string> args, ServerOptions& o, std::string& err)
     return parseServerOptions(args, o, err);
 }
 
+// The words of a command line without quoting ("" gives no words).
+std::vector<std::string> words(const std::string& line)
+{
+    std::vector<std::string> out;
+    std::istringstream in(line);
+    for (std::string w; in >> w;)
+        out.push_back(w);
+    return out;
+}
+
 }  // namespace
 
 TEST(ServerOptions, ParsesEveryOption)
 {
     ServerOptions o;
     std::string err;
-    ASSERT_TRUE(parse({"--listen",
-                       "::1",
-                       "--http-port=0",
-                       "--https-port",
-                       "6989",
-                       "--tls-cert",
-                       "c.pem",
-                       "--tls-key=k.pem",
-                       "--array-db",
-                       "a.db",
-                       "--schema-dir",
-                       "s",
-                       "--provider-dir",
-                       "p",
-                       "--log-level",
-                       "4",
-                       "--log-file",
-                       "l",
-                       "--socket",
-                       "off",
-                       "--workers",
-                       "3",
-                       "--idle-timeout",
-                       "5",
-                       "--drain-timeout",
-                       "2"},
+    ASSERT_TRUE(parse(words("--listen ::1 --http-port=0 --https-port 6989 --tls-cert c.pem "
+                            "--tls-key=k.pem --array-db a.db --schema-dir s --provider-dir p "
+                            "--log-level 4 --log-file l --socket off --workers 3 "
+                            "--idle-timeout 5 --drain-timeout 2"),
                       o, err))
         << err;
     EXPECT_EQ(o.listen, "::1");
@@ -76,18 +65,12 @@ TEST(ServerOptions, RefusesBadCommandLines)
 {
     ServerOptions o;
     std::string err;
-    const std::vector<std::vector<std::string>> bad = {{"--nope"},
-                                                       {"--http-port"},
-                                                       {"--http-port", "65536"},
-                                                       {"--http-port", "12a"},
-                                                       {"--https-port", "0"},
-                                                       {"--https-port", "5989", "--tls-cert", "c"},
-                                                       {"--tls-key", "k"},
-                                                       {"--log-level", "9"},
-                                                       {"--workers", "0"},
-                                                       {"--listen", ""},
-                                                       {"--http-port", "off", "--socket", "off"},
-                                                       {"positional"}};
+    std::vector<std::vector<std::string>> bad = {{"--listen", ""}};
+    for (const char* line :
+         {"--nope", "--http-port", "--http-port 65536", "--http-port 12a", "--https-port 0",
+          "--https-port 5989 --tls-cert c", "--tls-key k", "--log-level 9", "--workers 0",
+          "--http-port off --socket off", "positional"})
+        bad.push_back(words(line));
     for (const auto& args : bad) {
         EXPECT_FALSE(parse(args, o, err)) << args[0];
         EXPECT_FALSE(err.empty());
