@@ -51,15 +51,18 @@ protected:
         return api_createHost(&st, &event_, name, iscsi, wwn, API_PERSONA_GENERIC, domain);
     }
 
-    // Creates an export; returns the array's code, the chosen LUN in *lun.
-    int exportVol(const std::string& wwn, zar_u32* lun, const char* hostName, lpid_t port,
-                  int override = 0)
+    // Creates an export at lun (or API_LUN_AUTO...); returns the array's code,
+    // the LUN it chose in *chosen.
+    int exportVol(const std::string& wwn, zar_u32 lun, const char* hostName, lpid_t port,
+                  int override = 0, zar_u32* chosen = nullptr)
     {
         zar_u64 hi = 0, lo = API_WWN_NONE;
         EXPECT_EQ(0, api_wwnStringToInt(nullptr, wwn.c_str(), &hi, &lo));
         char err[API_ERRTEXT_LEN];
-        int rc = api_createVLUN(&event_, hi, lo, lun, hostName, API_WWN_NONE, nullptr, port,
+        int rc = api_createVLUN(&event_, hi, lo, &lun, hostName, API_WWN_NONE, nullptr, port,
                                 override, 0, err, sizeof err);
+        if (chosen)
+            *chosen = lun;
         lastError_ = err;
         return rc;
     }

@@ -48,11 +48,10 @@ TEST_F(Array, InjectedFaultsFailTheNextCallsOnly)
     std::string v = volume("v");
     ASSERT_EQ(0, host("h", API_WWN_NONE));
     zarsim_fail_next("api_createVLUN", 2, API_E_PORT_INVALID, "Port is offline");
-    zar_u32 lun = 1;
-    EXPECT_EQ(API_E_PORT_INVALID, exportVol(v, &lun, "h", API_PORT_NONE));
+    EXPECT_EQ(API_E_PORT_INVALID, exportVol(v, 1, "h", API_PORT_NONE));
     EXPECT_EQ("Port is offline", lastError_);
-    EXPECT_EQ(API_E_PORT_INVALID, exportVol(v, &lun, "h", API_PORT_NONE));
-    EXPECT_EQ(0, exportVol(v, &lun, "h", API_PORT_NONE));
+    EXPECT_EQ(API_E_PORT_INVALID, exportVol(v, 1, "h", API_PORT_NONE));
+    EXPECT_EQ(0, exportVol(v, 1, "h", API_PORT_NONE));
     zarsim_fail_next("api_getHostPaths", 1, API_E_FAILED, "boom");
     zar_u32 n;
     api_hardwareID* list;
@@ -112,9 +111,8 @@ TEST_F(Array, EveryChangeIsAuditedWithItsOutcome)
     smallArray();
     std::string v = volume("v");
     ASSERT_EQ(0, host("h", API_WWN_NONE));
-    zar_u32 lun = 4;
-    ASSERT_EQ(0, exportVol(v, &lun, "h", pos("0:1:1")));
-    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v, &lun, "h", pos("0:1:1"), 1));
+    ASSERT_EQ(0, exportVol(v, 4, "h", pos("0:1:1")));
+    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v, 4, "h", pos("0:1:1"), 1));
     std::vector<Event> e = events();
     ASSERT_GE(e.size(), 2u);
     const Event& ok = e[e.size() - 2];

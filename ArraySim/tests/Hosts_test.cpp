@@ -127,8 +127,7 @@ TEST_F(Hosts, RemoveHostRefusedWhileExported)
     smallArray();
     std::string v = volume("v1");
     ASSERT_EQ(0, host("h1", 0x1000000000000001ULL));
-    zar_u32 lun = 3;
-    ASSERT_EQ(0, exportVol(v, &lun, "h1", API_PORT_NONE));
+    ASSERT_EQ(0, exportVol(v, 3, "h1", API_PORT_NONE));
     api_status_t st;
     EXPECT_EQ(API_E_HOST_EXPORTED, api_removeHost(&event_, "h1", &st));
     ASSERT_EQ(0, unexport(v, 3, "h1", API_PORT_NONE));

@@ -20,16 +20,11 @@ protected:
         ASSERT_EQ(0, zarsim_hostset_add("cl", "h1"));
         ASSERT_EQ(0, zarsim_login("1000000000000001", "0:1:1"));
         ASSERT_EQ(0, zarsim_login("iqn.2000-01.org.example:h2", "0:2:1"));
-        zar_u32 lun = 1;
-        ASSERT_EQ(0, exportVol(vols[0], &lun, "h1", pos("0:1:1")));  // MS
-        lun = 2;
-        ASSERT_EQ(0, exportVol(vols[1], &lun, "h2", API_PORT_NONE));  // HS
-        lun = 3;
-        ASSERT_EQ(0, exportVol(vols[2], &lun, "set:cl", API_PORT_NONE));  // HSet
-        lun = 4;
-        ASSERT_EQ(0, exportVol(vols[3], &lun, nullptr, pos("0:2:1")));  // PP, h2 logged in
-        lun = 5;
-        ASSERT_EQ(0, exportVol(vols[4], &lun, nullptr, pos("1:1:1")));  // PP, nobody there
+        ASSERT_EQ(0, exportVol(vols[0], 1, "h1", pos("0:1:1")));       // MS
+        ASSERT_EQ(0, exportVol(vols[1], 2, "h2", API_PORT_NONE));      // HS
+        ASSERT_EQ(0, exportVol(vols[2], 3, "set:cl", API_PORT_NONE));  // HSet
+        ASSERT_EQ(0, exportVol(vols[3], 4, nullptr, pos("0:2:1")));    // PP, h2 logged in
+        ASSERT_EQ(0, exportVol(vols[4], 5, nullptr, pos("1:1:1")));    // PP, nobody there
     }
     std::vector<std::string> vols;
 };
@@ -124,8 +119,7 @@ TEST_F(Views, PerLuQueryGivesDefaultRecordsMarked)
     char names[1][API_ISCSI_NAME_LEN] = {"iqn.2000-01.org.example:h1"};
     api_status_t st;
     ASSERT_EQ(0, api_addPath(&event_, "h1", 0, nullptr, 1, names, 0, &st));
-    zar_u32 lun = 9;
-    ASSERT_EQ(0, exportVol(vols[4], &lun, "h1", API_PORT_NONE));
+    ASSERT_EQ(0, exportVol(vols[4], 9, "h1", API_PORT_NONE));
     q = api_vlunsInfo_t{};
     strcpy(q.hostname, "h1");
     q.hostnameIsSet = 1;
@@ -180,11 +174,9 @@ TEST_F(Views, ChunkedWalkOverTenThousandViews)
         char name[32];
         snprintf(name, sizeof name, "w%04d", i);
         ASSERT_EQ(0, host(name, 0x5000000000000000ULL + (zar_u64)i));
-        zar_u32 lun = 100;
-        ASSERT_EQ(0, exportVol(v, &lun, name, API_PORT_NONE));
+        ASSERT_EQ(0, exportVol(v, 100, name, API_PORT_NONE));
         for (const char* p : {"0:1:1", "1:1:1", "0:2:1"}) {
-            lun = API_LUN_AUTO;
-            ASSERT_EQ(0, exportVol(v, &lun, name, pos(p), 1));
+            ASSERT_EQ(0, exportVol(v, API_LUN_AUTO, name, pos(p), 1));
         }
     }
     std::vector<vlun> once = allViews(200);
@@ -210,12 +202,10 @@ TEST_F(Views, ChunkedWalkOverTenThousandViews)
         // Remove a view behind the cursor and one ahead of it, add a new one.
         char name[32];
         snprintf(name, sizeof name, "w%04d", (step * 37) % hosts);
-        zar_u32 lun = 100;
-        unexport(v, lun, name, API_PORT_NONE);
+        unexport(v, 100, name, API_PORT_NONE);
         snprintf(name, sizeof name, "n%04d", step);
         ASSERT_EQ(0, host(name, 0x6000000000000000ULL + (zar_u64)step));
-        lun = 1;
-        ASSERT_EQ(0, exportVol(v, &lun, name, API_PORT_NONE));
+        ASSERT_EQ(0, exportVol(v, 1, name, API_PORT_NONE));
         ++step;
     }
     api_freeSPCParamData(&cur);

@@ -21,68 +21,54 @@ protected:
 
 TEST_F(Vluns, UnknownPortVolumeOrHostGiveTheirCodes)
 {
-    zar_u32 lun = 1;
-    EXPECT_EQ(API_E_PORT_INVALID, exportVol(v1, &lun, "h1", pos("3:1:1")));
+    EXPECT_EQ(API_E_PORT_INVALID, exportVol(v1, 1, "h1", pos("3:1:1")));
     EXPECT_NE(std::string::npos, lastError_.find("3:1:1"));
     EXPECT_EQ(API_E_PORT_INVALID,
-              exportVol(v1, &lun, nullptr, API_PORT_NONE));  // port present needs a port
+              exportVol(v1, 1, nullptr, API_PORT_NONE));  // port present needs a port
     EXPECT_EQ(API_E_VV_NOT_FOUND,
-              exportVol("60002AC00000000000000000FFFFFFFF", &lun, "h1", API_PORT_NONE));
-    EXPECT_EQ(API_E_HOST_NOT_FOUND, exportVol(v1, &lun, "nobody", API_PORT_NONE));
-    EXPECT_EQ(API_E_HOSTSET_NOT_FOUND, exportVol(v1, &lun, "set:nothing", API_PORT_NONE));
-    lun = API_LUN_MAX + 1;
-    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v1, &lun, "h1", API_PORT_NONE));
+              exportVol("60002AC00000000000000000FFFFFFFF", 1, "h1", API_PORT_NONE));
+    EXPECT_EQ(API_E_HOST_NOT_FOUND, exportVol(v1, 1, "nobody", API_PORT_NONE));
+    EXPECT_EQ(API_E_HOSTSET_NOT_FOUND, exportVol(v1, 1, "set:nothing", API_PORT_NONE));
+    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v1, API_LUN_MAX + 1, "h1", API_PORT_NONE));
     EXPECT_EQ(0u, query(api_getVLUNTemplates, api_vlunsInfo_t{}).size());
 }
 
 TEST_F(Vluns, LunIsUniqueWithinWhatAHostSees)
 {
-    zar_u32 lun = 5;
-    ASSERT_EQ(0, exportVol(v1, &lun, "h1", API_PORT_NONE));  // host sees
-    lun = 5;
+    ASSERT_EQ(0, exportVol(v1, 5, "h1", API_PORT_NONE));  // host sees
     EXPECT_EQ(API_E_LUN_INVALID,
-              exportVol(v2, &lun, "h1", pos("1:1:1")));  // matched set on the same host
+              exportVol(v2, 5, "h1", pos("1:1:1")));  // matched set on the same host
     EXPECT_NE(std::string::npos, lastError_.find("LUN 5"));
-    lun = 5;
-    EXPECT_EQ(0, exportVol(v2, &lun, "h2", pos("1:1:1")));  // another host may use it
+    EXPECT_EQ(0, exportVol(v2, 5, "h2", pos("1:1:1")));  // another host may use it
     // Port present on 0:1:1, where h1 is logged in, clashes with h1's LUN 5.
-    lun = 5;
-    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v2, &lun, nullptr, pos("0:1:1")));
+    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v2, 5, nullptr, pos("0:1:1")));
     // ... and on 1:1:1 with h2's matched-set LUN 5 there.
-    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v2, &lun, nullptr, pos("1:1:1")));
-    lun = 6;
-    EXPECT_EQ(0, exportVol(v2, &lun, nullptr, pos("0:1:1")));
+    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v2, 5, nullptr, pos("1:1:1")));
+    EXPECT_EQ(0, exportVol(v2, 6, nullptr, pos("0:1:1")));
     // Host sets see what their members see.
     ASSERT_EQ(0, zarsim_add_hostset("s", "-"));
     ASSERT_EQ(0, zarsim_hostset_add("s", "h1"));
-    lun = 5;
-    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v2, &lun, "set:s", API_PORT_NONE));
-    lun = 7;
-    EXPECT_EQ(0, exportVol(v2, &lun, "set:s", API_PORT_NONE));
+    EXPECT_EQ(API_E_LUN_INVALID, exportVol(v2, 5, "set:s", API_PORT_NONE));
+    EXPECT_EQ(0, exportVol(v2, 7, "set:s", API_PORT_NONE));
 }
 
 TEST_F(Vluns, AutomaticLunTakesTheLowestFree)
 {
-    zar_u32 lun = 0;
-    ASSERT_EQ(0, exportVol(v1, &lun, "h1", API_PORT_NONE));
-    lun = 2;
+    ASSERT_EQ(0, exportVol(v1, 0, "h1", API_PORT_NONE));
     std::string v3 = volume("v3"), v4 = volume("v4");
-    ASSERT_EQ(0, exportVol(v3, &lun, "h1", API_PORT_NONE));
-    lun = API_LUN_AUTO;
-    ASSERT_EQ(0, exportVol(v2, &lun, "h1", API_PORT_NONE));
+    ASSERT_EQ(0, exportVol(v3, 2, "h1", API_PORT_NONE));
+    zar_u32 lun = 0;
+    ASSERT_EQ(0, exportVol(v2, API_LUN_AUTO, "h1", API_PORT_NONE, 0, &lun));
     EXPECT_EQ(1u, lun);
-    lun = API_LUN_AUTO_24;
-    ASSERT_EQ(0, exportVol(v4, &lun, "h1", pos("0:1:1")));
+    ASSERT_EQ(0, exportVol(v4, API_LUN_AUTO_24, "h1", pos("0:1:1"), 0, &lun));
     EXPECT_EQ(3u, lun);
 }
 
 TEST_F(Vluns, SameVolumeTwiceToOneTargetNeedsOverride)
 {
-    zar_u32 lun = 1;
-    ASSERT_EQ(0, exportVol(v1, &lun, "h1", API_PORT_NONE));
-    lun = 2;
-    EXPECT_EQ(API_E_VLUN_EXISTS, exportVol(v1, &lun, "h1", API_PORT_NONE));
-    EXPECT_EQ(0, exportVol(v1, &lun, "h1", API_PORT_NONE, 1));
+    ASSERT_EQ(0, exportVol(v1, 1, "h1", API_PORT_NONE));
+    EXPECT_EQ(API_E_VLUN_EXISTS, exportVol(v1, 2, "h1", API_PORT_NONE));
+    EXPECT_EQ(0, exportVol(v1, 2, "h1", API_PORT_NONE, 1));
     EXPECT_EQ(2u, query(api_getVLUNTemplates, api_vlunsInfo_t{}).size());
 }
 
@@ -90,9 +76,8 @@ TEST_F(Vluns, DomainsMustAgree)
 {
     std::string fin = volume("fin", "finance");
     ASSERT_EQ(0, host("eng-host", API_WWN_NONE, nullptr, "eng"));
-    zar_u32 lun = 1;
-    EXPECT_EQ(API_E_DOMAIN, exportVol(fin, &lun, "eng-host", API_PORT_NONE));
-    EXPECT_EQ(0, exportVol(fin, &lun, "h1", API_PORT_NONE));  // h1 has no domain
+    EXPECT_EQ(API_E_DOMAIN, exportVol(fin, 1, "eng-host", API_PORT_NONE));
+    EXPECT_EQ(0, exportVol(fin, 1, "h1", API_PORT_NONE));  // h1 has no domain
 }
 
 TEST_F(Vluns, HostByInitiatorAndRemoval)
@@ -125,12 +110,9 @@ TEST_F(Vluns, HostByInitiatorAndRemoval)
 
 TEST_F(Vluns, TemplateQueryCriteria)
 {
-    zar_u32 lun = 1;
-    ASSERT_EQ(0, exportVol(v1, &lun, "h1", API_PORT_NONE));
-    lun = 2;
-    ASSERT_EQ(0, exportVol(v2, &lun, "h1", pos("0:1:1")));
-    lun = 9;
-    ASSERT_EQ(0, exportVol(v2, &lun, nullptr, pos("1:1:1")));
+    ASSERT_EQ(0, exportVol(v1, 1, "h1", API_PORT_NONE));
+    ASSERT_EQ(0, exportVol(v2, 2, "h1", pos("0:1:1")));
+    ASSERT_EQ(0, exportVol(v2, 9, nullptr, pos("1:1:1")));
     api_vlunsInfo_t q{};
     q.vluntype = API_VLUN_PORT_PRESENT;
     q.vluntypeIsSet = 1;
@@ -153,8 +135,7 @@ TEST_F(Vluns, TemplateQueryCriteria)
 
 TEST_F(Vluns, BusyVolumesAreNotDeleted)
 {
-    zar_u32 lun = 1;
-    ASSERT_EQ(0, exportVol(v1, &lun, "h1", API_PORT_NONE));
+    ASSERT_EQ(0, exportVol(v1, 1, "h1", API_PORT_NONE));
     api_name_t names[2];
     memset(names, 0, sizeof names);
     strcpy(names[0].name, "v2");
