@@ -110,10 +110,7 @@ TEST(CIMXmlCodecValues, ArraysAndNullsRoundTrip)
                                CIMValue(CIMTYPE_DATETIME, false)};
     for (const CIMValue& v : values) {
         SCOPED_TRACE(str(v.toString()));
-        CIMValue back = roundTripProperty(v);
-        EXPECT_TRUE(back == v);
-        EXPECT_EQ(back.isNull(), v.isNull());
-        EXPECT_EQ(back.isArray(), v.isArray());
+        EXPECT_TRUE(roundTripProperty(v) == v);  // nullness and array-ness included
     }
 }
 
