@@ -1,9 +1,10 @@
-// Helpers shared by the framework's tests: a String as UTF-8 text, and the
-// message of the exception that a call throws.
+// Helpers shared by the framework's tests: a String as UTF-8 text, and what
+// the exception that a call throws says.
 #ifndef ZAR_FRAMEWORK_TESTS_TESTUTIL_H
 #define ZAR_FRAMEWORK_TESTS_TESTUTIL_H
 
 #include <string>
+#include <utility>
 
 #include <Pegasus/Common/String.h>
 #include <Pegasus/Common/Exception.h>
@@ -32,6 +33,23 @@ Pegasus::String MessageOf(F f)
     }
     ADD_FAILURE() << "nothing thrown";
     return Pegasus::String("<none>");
+}
+
+// The code and message of the CIMException that f throws; the test fails
+// when f throws nothing or another exception.
+template <class F>
+std::pair<Pegasus::Uint32, Pegasus::String> ErrorOf(F f)
+{
+    try {
+        f();
+    } catch (const Pegasus::CIMException& e) {
+        return std::make_pair(Pegasus::Uint32(e.getCode()), e.getMessage());
+    } catch (...) {
+        ADD_FAILURE() << "not a CIMException";
+        return std::make_pair(Pegasus::Uint32(0), Pegasus::String("<other>"));
+    }
+    ADD_FAILURE() << "nothing thrown";
+    return std::make_pair(Pegasus::Uint32(0), Pegasus::String("<none>"));
 }
 
 }  // namespace zartest

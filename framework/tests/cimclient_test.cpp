@@ -14,6 +14,7 @@
 #include "TestOperationHost.h"
 
 PEGASUS_USING_PEGASUS;
+using zartest::ErrorOf;
 using zartest::MessageOf;
 using zartest::TestOperationHost;
 using zartest::Volume;
@@ -122,23 +123,15 @@ TEST_F(CIMClientLocalTest, ModifyDeleteAndProperties)
 
 TEST_F(CIMClientLocalTest, ErrorsCarryTheirDescription)
 {
-    try {
-        client.getInstance(NS, CIMObjectPath("ZAR_Volume.Name=\"none\""));
-        ADD_FAILURE() << "no error";
-    } catch (const CIMException& e) {
-        EXPECT_EQ(e.getCode(), CIM_ERR_NOT_FOUND);
-        EXPECT_EQ(e.getMessage(), "CIM_ERR_NOT_FOUND: ZAR_Volume.Name=\"none\"");
-    }
+    EXPECT_EQ(ErrorOf([&] { client.getInstance(NS, CIMObjectPath("ZAR_Volume.Name=\"none\"")); }),
+              std::make_pair(Uint32(CIM_ERR_NOT_FOUND),
+                             String("CIM_ERR_NOT_FOUND: ZAR_Volume.Name=\"none\"")));
 
     CIMObjectPath target("ZAR_Volume.Name=\"v1\"");
     Array<CIMParamValue> in, out;
-    try {
-        client.invokeMethod(NS, target, "Fail", in, out);
-        ADD_FAILURE() << "no error";
-    } catch (const CIMException& e) {
-        EXPECT_EQ(Uint32(e.getCode()), 4097u);
-        EXPECT_EQ(e.getMessage(), "Unrecognized CIM status code \"4097\": LU=x: bad\n");
-    }
+    EXPECT_EQ(
+        ErrorOf([&] { client.invokeMethod(NS, target, "Fail", in, out); }),
+        std::make_pair(Uint32(4097), String("Unrecognized CIM status code \"4097\": LU=x: bad\n")));
     EXPECT_EQ(
         MessageOf<CIMException>([&] { client.invokeMethod(NS, target, "Mismatch", in, out); }),
         "CIM_ERR_FAILED: type mismatch");
@@ -187,24 +180,14 @@ TEST_F(CIMClientLocalTest, PullOperationsHandOutTheResultsInPieces)
         ctx, end, NS, "ZAR_Volume", String(), String(), Uint32Arg(), false, 1);
     ASSERT_EQ(paths.size(), 1u);
     EXPECT_EQ(paths[0].getNameSpace(), NS);
-    try {
-        client.pullInstancesWithPath(ctx, end, 1);
-        ADD_FAILURE() << "a pull of instances from a paths enumeration";
-    } catch (CIMException& e) {
-        EXPECT_EQ(e.getCode(), CIM_ERR_FAILED);
-    }
-    try {
-        client.closeEnumeration(ctx);
-        ADD_FAILURE() << "the enumeration outlived a failed pull";
-    } catch (CIMException& e) {
-        EXPECT_EQ(e.getCode(), CIM_ERR_INVALID_ENUMERATION_CONTEXT);
-    }
-
-    try {
-        client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume", true, false, CIMPropertyList(),
-                                      "DMTF:FQL", "Size > 1");
-        ADD_FAILURE() << "a filtered enumeration";
-    } catch (CIMException& e) {
-        EXPECT_EQ(e.getCode(), CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED);
-    }
+    EXPECT_EQ(ErrorOf([&] { client.pullInstancesWithPath(ctx, end, 1); }).first,
+              Uint32(CIM_ERR_FAILED));
+    // The enumeration does not outlive a failed pull.
+    EXPECT_EQ(ErrorOf([&] { client.closeEnumeration(ctx); }).first,
+              Uint32(CIM_ERR_INVALID_ENUMERATION_CONTEXT));
+    EXPECT_EQ(ErrorOf([&] {
+                  client.openEnumerateInstances(ctx, end, NS, "ZAR_Volume", true, false,
+                                                CIMPropertyList(), "DMTF:FQL", "Size > 1");
+              }).first,
+              Uint32(CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED));
 }

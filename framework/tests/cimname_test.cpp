@@ -9,6 +9,7 @@
 #include "TestUtil.h"
 
 PEGASUS_USING_PEGASUS;
+using zartest::MessageOf;
 using zartest::str;
 
 namespace {
@@ -28,12 +29,8 @@ TEST(CIMNameTest, LegalAndIllegalNames)
 
 TEST(CIMNameTest, InvalidNamesThrowWithTheName)
 {
-    try {
-        CIMName n("9abc");
-        FAIL();
-    } catch (const InvalidNameException& e) {
-        EXPECT_EQ("The CIM name is not valid: 9abc", str(e.getMessage()));
-    }
+    EXPECT_EQ("The CIM name is not valid: 9abc",
+              str(MessageOf<InvalidNameException>([] { CIMName n("9abc"); })));
     EXPECT_THROW(CIMName(""), InvalidNameException);
     EXPECT_THROW(CIMName{String()}, InvalidNameException);
     CIMName n("Good");
@@ -87,12 +84,9 @@ TEST(CIMNamespaceNameTest, LegalFormsAndLeadingSlash)
     EXPECT_FALSE(CIMNamespaceName::legal("root/9zar"));
     EXPECT_FALSE(CIMNamespaceName::legal("//root"));
     EXPECT_EQ(String("root/zar"), CIMNamespaceName("/root/zar").getString());
-    try {
-        CIMNamespaceName ns("root//zar");
-        FAIL();
-    } catch (const InvalidNamespaceNameException& e) {
-        EXPECT_EQ("invalid CIM namespace name: root//zar", str(e.getMessage()));
-    }
+    EXPECT_EQ(
+        "invalid CIM namespace name: root//zar",
+        str(MessageOf<InvalidNamespaceNameException>([] { CIMNamespaceName ns("root//zar"); })));
     EXPECT_THROW(CIMNamespaceName(""), InvalidNamespaceNameException);
 }
 

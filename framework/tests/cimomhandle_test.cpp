@@ -8,31 +8,18 @@
 
 #include <gtest/gtest.h>
 
+#include "TestUtil.h"
+
 #include "TestOperationHost.h"
 
 PEGASUS_USING_PEGASUS;
+using zartest::ErrorOf;
 using zartest::TestOperationHost;
 using zartest::Volume;
 
 namespace {
 
 const CIMNamespaceName NS("root/zar");
-
-// The code and message of the CIMException that f throws.
-template <class F>
-std::pair<Uint32, String> ErrorOf(F f)
-{
-    try {
-        f();
-    } catch (const CIMException& e) {
-        return std::make_pair(Uint32(e.getCode()), e.getMessage());
-    } catch (...) {
-        ADD_FAILURE() << "not a CIMException";
-        return std::make_pair(Uint32(0), String("<other>"));
-    }
-    ADD_FAILURE() << "nothing thrown";
-    return std::make_pair(Uint32(0), String("<none>"));
-}
 
 class CIMOMHandleTest : public ::testing::Test {
 protected:
