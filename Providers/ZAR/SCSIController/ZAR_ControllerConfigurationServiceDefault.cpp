@@ -7,6 +7,7 @@
 
 #include <string.h>
 
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
 
 #include "ZAR_ControllerConfigurationServiceUtility.h"
@@ -59,30 +60,20 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
     Array<CIMObjectPath> views;
     Array<String> seen;
 
-    do {
-        if (inParameters.size() == 0) {
-            result.fail(5, "Invalid number of parameters");
-            break;
-        }
-        if (!readParams(inParameters, allowed, false, p, result))
-            break;
+    auto run = [&]() {
+        if (!readRequest(inParameters, allowed, false, p, result))
+            return;
         if (p.luNames.size() == 0 || p.targetPortIDs.size() == 0 || p.deviceAccesses.size() == 0 ||
             p.protocolControllers.size() != 0) {
-            result.fail(1,
+            result.fail(MethodStatus::NotSupported,
                         "Use case not supported: Only 1 use case is supported: "
                         "Create a New View");
-            break;
+            return;
         }
-        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
-            result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
-            break;
-        }
-        if (p.deviceAccesses.size() != p.luNames.size()) {
-            result.fail(5, "Size of LUName and DeviceAccess arrays has to be the same");
-            break;
-        }
-        if (!checkDeviceAccesses(p.luNames, p.deviceAccesses, result))
-            break;
+        // DeviceAccesses is given here: the size check is strict.
+        if (!checkSizes(p, result, true) ||
+            !checkDeviceAccesses(p.luNames, p.deviceAccesses, result))
+            return;
 
         // A failure here reaches the client before anything is changed.
         Array<CIMObjectPath> endpoints = _cimom.enumerateInstanceNames(
@@ -90,9 +81,9 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
         Boolean end = false;
         for (Uint32 t = 0; t < p.targetPortIDs.size() && !end; t++) {
             String& id = p.targetPortIDs[t];
-            Uint64 high = 0, wwn = WWN_MARKER;
+            Uint64 high = 0, wwn = API_WWN_NONE;
             Boolean isFC = wwnToInt(id, high, wwn) && id.size() == 16;
-            Uint16 port = NO_PORT;
+            Uint16 port = API_PORT_NONE;
             CIMObjectPath endpoint;
             if (!isFC) {
                 for (Uint32 e = 0; e < endpoints.size(); e++) {
@@ -104,19 +95,20 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 }
                 String name = ZAR_Common::extractISCSIName(id);
                 port = ZAR_Common::getPortLPID(name);
-                if (port == NO_PORT)
+                if (port == API_PORT_NONE)
                     port = _extractLPIDFromPortiSCSIName(name);
             } else {
                 port = ZAR_Common::getPortLPID(wwn);
-                if (port == NO_PORT && wwn != WWN_MARKER)
+                if (port == API_PORT_NONE && wwn != API_WWN_NONE)
                     port = lpidFromWWNBits(wwn);
             }
-            if (port == NO_PORT) {
-                result.fail(4098, "TargetPortID=" + id + ": " + "Target port ID is invalid" + "\n");
+            if (port == API_PORT_NONE) {
+                result.fail(MethodStatus::InvalidInitiator,
+                            "TargetPortID=" + id + ": " + "Target port ID is invalid" + "\n");
                 break;
             }
             if (badPortPosition(port)) {
-                result.fail(5,
+                result.fail(MethodStatus::InvalidParameter,
                             "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
                 continue;
             }
@@ -125,37 +117,31 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
             Uint32 luCount = p.deviceNumbers.size() != 0 ? p.deviceNumbers.size() : 1;
             for (Uint32 j = 0; j < luCount; j++) {
                 String& lu = p.luNames[j];
-                Uint64 vvHigh = 0, vvLow = WWN_MARKER;
+                Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
                 if (!wwnToInt(lu, vvHigh, vvLow)) {
-                    result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
+                    result.fail(MethodStatus::InvalidLogicalUnit,
+                                "LU=" + lu + ": " + "LUName is invalid" + "\n");
                     end = true;
                     break;
                 }
                 Uint32 number = LUN_ARRAY_CHOOSES;
                 if (p.deviceNumbers.size() != 0 && p.deviceNumbers[j].size() != 0 &&
                     !readHex(p.deviceNumbers[j], number)) {
-                    result.fail(5, "DeviceNumber=0x" + p.deviceNumbers[j] + ": " +
-                                       "DeviceNumber is invalid" + "\n");
+                    result.fail(MethodStatus::InvalidParameter, "DeviceNumber=0x" +
+                                                                    p.deviceNumbers[j] + ": " +
+                                                                    "DeviceNumber is invalid\n");
                     end = true;
                     break;
                 }
                 zar_u32 lun = number;
-                char errText[API_ERRTEXT_LEN];
-                errText[0] = '\0';
-                int rc = underSemaphore([&]() {
-                    return api_createVLUN(event, vvHigh, vvLow, &lun, NULL, API_WWN_NONE, NULL,
-                                          port, p.override, p.noVCN, errText, sizeof(errText));
-                });
-                if (rc != 0 && errText[0] == '\0')
-                    strcpy(errText, "Semaphore Timed-Out");
-                String item = "LU=" + lu;
-                if (lun != LUN_NOT_GIVEN)
-                    item.append(",DeviceNumber=0x" + hex(lun));
-                if (id.size() != 0)
-                    item.append(",TargetPortID=" + id);
-                item.append(": ");
-                if (rc != 0) {
-                    result.fail(mapCreateError(rc), item + errText + "\n");
+                ExportOutcome outcome =
+                    createExport(event, vvHigh, vvLow, &lun, String(), API_WWN_NONE, String(), port,
+                                 p.override, p.noVCN);
+                Item item(lu);
+                item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
+                    .add("TargetPortID", id);
+                if (outcome.rc != 0) {
+                    report(result, item, outcome, mapCreateError);
                     continue;
                 }
 
@@ -188,7 +174,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                     String deviceID = ZAR_Common::getStringProperty(found[v], "DeviceID");
                     Uint32 type = 0;
                     String host;
-                    Uint16 viewPort = NO_PORT;
+                    Uint16 viewPort = API_PORT_NONE;
                     ZAR_Common::deReferenceSPCDeviceID(deviceID, type, host, viewPort, false);
                     if (text.find("default") == PEG_NOT_FOUND && type == API_VLUN_PORT_PRESENT &&
                         !ZAR_Common::isPartOfArray(text, seen)) {
@@ -196,13 +182,13 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                         views.append(found[v]);
                     }
                 }
-                result.descriptions.append(item + "Success" + "\n");
+                report(result, item, outcome, mapCreateError);
             }
         }
-        if (views.size() != 0)
-            result.outParams.append(CIMParamValue("ProtocolControllers", CIMValue(views)));
-    } while (false);
+        result.reportViews(views);
+    };
 
+    run();
     finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: _exposeDefaultLUs\n");
 }
 
@@ -215,42 +201,30 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
     MethodResult result;
     Params p;
-    api_vlunsInfo_t query;
-    memset(&query, 0, sizeof(query));
-    Uint16 viewPort = NO_PORT;
+    ZAR_VlunQuery query;
+    Uint16 viewPort = API_PORT_NONE;
 
     // The LUs found on the port, in the order found: name, LUN, port.
     Array<String> matchLUs;
     Array<Uint32> matchLUNs;
     Array<Uint16> matchPorts;
 
-    do {
-        if (inParameters.size() == 0) {
-            result.fail(5, "Invalid number of parameters");
-            break;
-        }
-        if (!readParams(inParameters, allowed, true, p, result))
-            break;
+    auto run = [&]() {
+        if (!readRequest(inParameters, allowed, true, p, result))
+            return;
         if (p.luNames.size() == 0 || p.targetPortIDs.size() != 0 ||
             p.protocolControllers.size() != 1) {
-            result.fail(1,
+            result.fail(MethodStatus::NotSupported,
                         "Use case not supported: Only 1 use case is supported: "
                         "Remove LU's from a View");
-            break;
+            return;
         }
-        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
-            result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
-            break;
-        }
-        Array<CIMName> classes;
-        classes.append(CIMName("ZAR_iSCSIController"));
-        classes.append(CIMName("ZAR_SCSIController"));
-        classes.append(CIMName("ZAR_iSCSINode"));
-        if (!ZAR_Common::verifyRefMethodParam(p.protocolControllers[0],
-                                              CIMNamespaceName(ZAR_NAMESPACE), _systemAddress,
-                                              classes)) {
-            result.status = 5;
-            break;
+        if (!checkSizes(p, result))
+            return;
+        if (!isViewReference(p.protocolControllers[0], _systemAddress, ZAR_ISCSI_CONTROLLER,
+                             ZAR_SCSI_CONTROLLER, ZAR_ISCSI_NODE)) {
+            result.status = MethodStatus::InvalidParameter;
+            return;
         }
         CIMInstance view;
         try {
@@ -258,8 +232,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
                                       p.protocolControllers[0], false, false, false,
                                       CIMPropertyList());
         } catch (...) {
-            result.fail(5, "Invalid ProtocolControllers");
-            break;
+            result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+            return;
         }
         CIMName viewClass = view.getClassName();
         String deviceID = ZAR_Common::getStringProperty(view, "DeviceID");
@@ -270,48 +244,48 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
             Uint32 type = 0;
             String host;
             ZAR_Common::deReferenceSPCDeviceID(deviceID, type, host, viewPort, false);
-            if (type != API_VLUN_PORT_PRESENT || viewPort == NO_PORT) {
-                result.fail(5, "Invalid ProtocolControllers");
-                break;
+            if (type != API_VLUN_PORT_PRESENT || viewPort == API_PORT_NONE) {
+                result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+                return;
             }
         } else {
             String name = ZAR_Common::getStringProperty(view, "Name");
-            Uint16 port = NO_PORT;
+            Uint16 port = API_PORT_NONE;
             port_type_t portType = PORT_TYPE_UNKNOWN;
             if (viewClass.equal(CIMName("ZAR_SCSIController"))) {
                 portType = PORT_TYPE_FC;
-                Uint64 high = 0, wwn = WWN_MARKER;
+                Uint64 high = 0, wwn = API_WWN_NONE;
                 if (wwnToInt(name, high, wwn) && name.size() == 16) {
                     port = ZAR_Common::getPortLPID(wwn);
-                    if (port == NO_PORT && wwn != WWN_MARKER)
+                    if (port == API_PORT_NONE && wwn != API_WWN_NONE)
                         port = lpidFromWWNBits(wwn);
                 }
             } else if (viewClass.equal(CIMName("ZAR_iSCSIController"))) {
                 portType = PORT_TYPE_ISCSI;
                 String iscsiName = ZAR_Common::extractISCSIName(name);
                 port = ZAR_Common::getPortLPID(iscsiName);
-                if (port == NO_PORT)
+                if (port == API_PORT_NONE)
                     port = _extractLPIDFromPortiSCSIName(iscsiName);
             }
-            if (port == NO_PORT) {
-                result.fail(5, "Invalid ProtocolControllers");
-                break;
+            if (port == API_PORT_NONE) {
+                result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+                return;
             }
 
-            query.vluntype = API_VLUN_PORT_PRESENT;
-            query.vluntypeIsSet = 1;
-            query.port = port;
-            query.portIsSet = 1;
-            int rc = underSemaphore([&]() { return api_getSCSIProtocolControllers(&query); });
+            query->vluntype = API_VLUN_PORT_PRESENT;
+            query->vluntypeIsSet = 1;
+            query->port = port;
+            query->portIsSet = 1;
+            int rc = underSemaphore([&]() { return api_getSCSIProtocolControllers(query.get()); });
             if (rc != 0) {
                 log_message(2,
                             "\tZAR_ControllerProvider::_buildAssociationInstances ()"
                             "  getVLUNs() for volume failed, retcode = %d \n",
                             rc);
-                api_freeVLUNs(&query);
+                api_freeVLUNs(query.get());
             }
-            for (zar_u32 r = 0; r < query.count; r++) {
-                const vlun& record = query.vluns[r];
+            for (zar_u32 r = 0; r < query->count; r++) {
+                const vlun& record = query->vluns[r];
                 // Records of a default view carry the default-view mark.
                 if (record.hporttype != portType ||
                     (int)record.volAccess != API_VOL_ACCESS_DEFAULT_VIEW || record.port != port)
@@ -328,43 +302,36 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
         }
 
         // The default view shows no target of its own.
-        String target = viewPort == NO_PORT ? String() : portText(viewPort);
+        String target = viewPort == API_PORT_NONE ? String() : portText(viewPort);
         for (Uint32 m = 0; m < matchLUs.size(); m++) {
             String& lu = matchLUs[m];
             Uint16 port = matchPorts[m];
             if (matchLUNs[m] == LUN_NOT_GIVEN) {
-                result.fail(4, "LU=" + lu + ": " + "LU is not exported in this view" + "\n");
+                result.fail(MethodStatus::Failed,
+                            "LU=" + lu + ": " + "LU is not exported in this view" + "\n");
                 continue;
             }
-            if (port == NO_PORT || badPortPosition(port)) {
-                result.fail(5,
+            if (port == API_PORT_NONE || badPortPosition(port)) {
+                result.fail(MethodStatus::InvalidParameter,
                             "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
                 continue;
             }
-            Uint64 vvHigh = 0, vvLow = WWN_MARKER;
+            Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
             if (!wwnToInt(lu, vvHigh, vvLow)) {
-                result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
+                result.fail(MethodStatus::InvalidLogicalUnit,
+                            "LU=" + lu + ": " + "LUName is invalid" + "\n");
                 break;
             }
-            char errText[API_ERRTEXT_LEN];
-            errText[0] = '\0';
             Uint32 lun = matchLUNs[m];
-            int rc = underSemaphore([&]() {
-                return api_removeVLUN(event, vvHigh, vvLow, lun, NULL, API_WWN_NONE, NULL, port,
-                                      p.noVCN, errText, sizeof(errText));
-            });
-            if (rc != 0 && errText[0] == '\0')
-                strcpy(errText, "Semaphore Timed-Out");
-            String item =
-                "LU=" + lu + ",DeviceNumber=0x" + hex(lun) + ",TargetPortID=" + target + ": ";
-            if (rc != 0)
-                result.fail(mapRemoveError(rc), item + errText + "\n");
-            else
-                result.descriptions.append(item + "Success" + "\n");
+            ExportOutcome outcome =
+                removeExport(event, vvHigh, vvLow, lun, String(), port, p.noVCN);
+            Item item(lu);
+            item.put("DeviceNumber", "0x" + hex(lun)).put("TargetPortID", target);
+            report(result, item, outcome, mapRemoveError);
         }
-    } while (false);
+    };
 
-    api_freeVLUNs(&query);
+    run();
     finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
 }
 

@@ -5,8 +5,7 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_ControllerConfigurationServiceProvider.h"
 
-#include <string.h>
-
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
 
 #include "ZAR_ControllerConfigurationServiceUtility.h"
@@ -15,151 +14,118 @@ PEGASUS_NAMESPACE_BEGIN
 
 using namespace CCSUtil;
 
+namespace {
+
+// The unit number carries its prefix twice.
+String _recordDeviceNumber(const vlun& record, const Params&)
+{
+    return "0x0x" + hex(record.lun);
+}
+
+}  // namespace
+
+Boolean ZAR_ControllerConfigurationServiceProvider::_readViewToDelete(
+    const OperationContext& context, const Array<CIMParamValue>& inParameters, CIMObjectPath& view,
+    Boolean& deleteUnits, MethodResult& result)
+{
+    if (inParameters.size() == 0) {
+        result.fail(MethodStatus::InvalidParameter, "Invalid number of parameters");
+        return false;
+    }
+    // Other parameters are passed over.
+    Boolean haveView = false;
+    for (Uint32 i = 0; i < inParameters.size(); i++) {
+        String name = inParameters[i].getParameterName();
+        CIMValue value = inParameters[i].getValue();
+        log_message(4, "Param %s\n", (const char*)name.getCString());
+        if (value.isNull())
+            continue;
+        try {
+            if (String::equalNoCase(name, "DeleteUnits")) {
+                value.get(deleteUnits);
+                continue;
+            }
+            if (!String::equalNoCase(name, "ProtocolController"))
+                continue;
+            value.get(view);
+        } catch (Exception&) {
+            result.fail(MethodStatus::InvalidParameter, "Invalid parameter: " + name);
+            return false;
+        }
+        if (!isViewReference(view, _systemAddress, ZAR_SCSI_CONTROLLER, ZAR_ISCSI_CONTROLLER)) {
+            result.fail(MethodStatus::InvalidParameter,
+                        "Parameter ProtocolController does not contain "
+                        "correct hostname or namespace or className");
+            return false;
+        }
+        try {
+            _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), view, false, false, false,
+                               CIMPropertyList());
+        } catch (...) {
+            log_message(2, "SPC is not found\n");
+            result.fail(MethodStatus::InvalidParameter, "SPC " + view.toString() + " is not found");
+            return false;
+        }
+        haveView = true;
+    }
+    if (!haveView)
+        result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+    return haveView;
+}
+
 void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
     api_evtparam_t* event, const OperationContext& context,
     const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
 {
     MethodResult result;
-    api_vlunsInfo_t query;
-    memset(&query, 0, sizeof(query));
-    Boolean deleteUnits = false;
-    CIMObjectPath view;
-    Boolean haveView = false;
+    ZAR_VlunQuery query;
 
-    do {
-        if (inParameters.size() == 0) {
-            result.fail(5, "Invalid number of parameters");
-            break;
-        }
-        // Other parameters are passed over.
-        Boolean stop = false;
-        for (Uint32 i = 0; i < inParameters.size() && !stop; i++) {
-            String name = inParameters[i].getParameterName();
-            CIMValue value = inParameters[i].getValue();
-            log_message(4, "Param %s\n", (const char*)name.getCString());
-            if (value.isNull())
-                continue;
-            try {
-                if (String::equalNoCase(name, "DeleteUnits")) {
-                    value.get(deleteUnits);
-                    continue;
-                }
-                if (!String::equalNoCase(name, "ProtocolController"))
-                    continue;
-                value.get(view);
-            } catch (Exception&) {
-                result.fail(5, "Invalid parameter: " + name);
-                stop = true;
-                break;
-            }
-            Array<CIMName> classes;
-            classes.append(CIMName("ZAR_SCSIController"));
-            classes.append(CIMName("ZAR_iSCSIController"));
-            if (!ZAR_Common::verifyRefMethodParam(view, CIMNamespaceName(ZAR_NAMESPACE),
-                                                  _systemAddress, classes)) {
-                result.fail(5,
-                            "Parameter ProtocolController does not contain "
-                            "correct hostname or namespace or className");
-                stop = true;
-                break;
-            }
-            try {
-                _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), view, false, false,
-                                   false, CIMPropertyList());
-            } catch (...) {
-                log_message(2, "SPC is not found\n");
-                result.fail(5, "SPC " + view.toString() + " is not found");
-                stop = true;
-                break;
-            }
-            haveView = true;
-        }
-        if (stop)
-            break;
-        if (!haveView) {
-            result.fail(5, "Invalid ProtocolControllers");
-            break;
-        }
+    auto run = [&]() {
+        CIMObjectPath view;
+        Boolean deleteUnits = false;
+        if (!_readViewToDelete(context, inParameters, view, deleteUnits, result))
+            return;
 
         String creationClass = ZAR_Common::getStringProperty(view, "CreationClassName");
         String deviceID = ZAR_Common::getStringProperty(view, "DeviceID");
         Uint32 type = 0;
         String hostName;
-        Uint16 port = NO_PORT;
+        Uint16 port = API_PORT_NONE;
         ZAR_Common::deReferenceSPCDeviceID(deviceID, type, hostName, port,
-                                           view.getClassName().equal(CIMName("ZAR_iSCSINode")));
-        if (port == NO_PORT && hostName.size() == 0) {
-            result.fail(5, "Invalid ProtocolControllers");
-            break;
+                                           view.getClassName().equal(CIMName(ZAR_ISCSI_NODE)));
+        if (port == API_PORT_NONE && hostName.size() == 0) {
+            result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+            return;
         }
-        if (port != NO_PORT && badPortPosition(port)) {
-            result.fail(5, "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
-            break;
+        if (port != API_PORT_NONE && badPortPosition(port)) {
+            result.fail(MethodStatus::InvalidParameter,
+                        "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
+            return;
         }
 
         Boolean removed = false;
         Array<CIMObjectPath> volumes;
-        if (queryViewTemplates(query, hostName, type, port)) {
+        if (queryViewTemplates(*query, hostName, type, port)) {
             // Without its volumes nothing of the view can be named: the
             // server's error goes to the client as it is.
-            try {
-                volumes = _cimom.associatorNames(
-                    context, CIMNamespaceName(ZAR_NAMESPACE), view,
-                    CIMName(String::equal(creationClass, "ZAR_SCSIController")
-                                ? "ZAR_ControllerForUnit"
-                                : "ZAR_iSCSIControllerForUnit"),
-                    CIMName("ZAR_StorageVolume"), "Antecedent", "Dependent");
-            } catch (...) {
-                api_freeVLUNs(&query);
-                throw;
-            }
-            CString hostText = hostName.getCString();
-            for (Uint32 v = 0; v < volumes.size(); v++) {
-                String wwnText = ZAR_Common::getStringProperty(volumes[v], "DeviceID");
-                for (zar_u32 r = 0; r < query.count; r++) {
-                    const vlun& record = query.vluns[r];
-                    if (record.accessPriority != type)
-                        continue;
-                    if (port != NO_PORT && record.port != port)
-                        continue;
-                    if (!String::equalNoCase(fieldText(record.vvwwn, sizeof(record.vvwwn)),
-                                             wwnText))
-                        continue;
-                    Uint64 vvHigh = 0, vvLow = WWN_MARKER;
-                    wwnToInt(wwnText, vvHigh, vvLow);
-                    char errText[API_ERRTEXT_LEN];
-                    errText[0] = '\0';
-                    int rc = underSemaphore([&]() {
-                        return api_removeVLUN(event, vvHigh, vvLow, record.lun,
-                                              hostName.size() ? (const char*)hostText : NULL,
-                                              API_WWN_NONE, NULL, port, 0, errText,
-                                              sizeof(errText));
-                    });
-                    if (rc != 0 && errText[0] == '\0')
-                        strcpy(errText, "Semaphore Timed-Out");
-                    // The unit number carries its prefix twice.
-                    String item =
-                        "LU=" + wwnText + "," + "DeviceNumber=0x" + "0x" + hex(record.lun);
-                    if (hostName.size() != 0)
-                        item.append(",HostCollection=" + hostName);
-                    if (port != NO_PORT)
-                        item.append(",TargetPortID=" + portText(port));
-                    item.append(": ");
-                    if (rc != 0) {
-                        result.fail(mapRemoveError(rc), item + errText + "\n");
-                        continue;
-                    }
-                    result.descriptions.append(item + "Success" + "\n");
-                    removed = true;
-                }
-            }
+            volumes =
+                _cimom.associatorNames(context, CIMNamespaceName(ZAR_NAMESPACE), view,
+                                       CIMName(String::equal(creationClass, ZAR_SCSI_CONTROLLER)
+                                                   ? "ZAR_ControllerForUnit"
+                                                   : "ZAR_iSCSIControllerForUnit"),
+                                       CIMName("ZAR_StorageVolume"), "Antecedent", "Dependent");
+            Array<String> wwns;
+            for (Uint32 v = 0; v < volumes.size(); v++)
+                wwns.append(ZAR_Common::getStringProperty(volumes[v], "DeviceID"));
+            removed = removeViewExports(event, *query, wwns, type, port, hostName, false,
+                                        _recordDeviceNumber, Params(), result);
         }
-        if (!removed && result.status == 0) {
-            result.fail(5, "InitiatorPort is not part of SPC.\n");
-            break;
+        if (!removed && result.ok()) {
+            result.fail(MethodStatus::InvalidParameter, "InitiatorPort is not part of SPC.\n");
+            return;
         }
-        if (result.status != 0)
-            break;
+        if (!result.ok())
+            return;
         try {
             _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), view, false, false, false,
                                CIMPropertyList());
@@ -167,10 +133,10 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
             // Gone with its VLUNs, as it should be.
         }
         if (deleteUnits && ZAR_Common::removeVVs(event, volumes, 0) != 0)
-            result.fail(4096, "Volumes are not deleted");
-    } while (false);
+            result.fail(MethodStatus::VolumesNotDeleted, "Volumes are not deleted");
+    };
 
-    api_freeVLUNs(&query);
+    run();
     finish(result, handler,
            "<-- ZAR_ControllerConfigurationServiceProvider:: "
            "_deleteProtocolController\n");

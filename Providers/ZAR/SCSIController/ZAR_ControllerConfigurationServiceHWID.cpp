@@ -5,8 +5,7 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_ControllerConfigurationServiceProvider.h"
 
-#include <string.h>
-
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
 
 #include "ZAR_ControllerConfigurationServiceUtility.h"
@@ -14,6 +13,44 @@
 PEGASUS_NAMESPACE_BEGIN
 
 using namespace CCSUtil;
+
+namespace {
+
+const char USE_CASE_EXPOSE[] =
+    "Use case not supported: Only 1 use case is supported: "
+    "Create a New View";
+const char USE_CASE_HIDE[] =
+    "Use case not supported: Only 1 use case is supported: "
+    "Remove LU's from a View";
+
+// The ports named by TargetPortLPIDs; one entry API_PORT_NONE (every
+// port) when none is given. False, with status 5, when none of those
+// given is a port.
+Boolean _targetPorts(const Array<String>& ids, Array<Uint16>& ports, MethodResult& result)
+{
+    if (ids.size() == 0) {
+        ports.append(API_PORT_NONE);
+        return true;
+    }
+    Uint16* positions = 0;
+    Uint32 count = ZAR_Common::getPortIDs(ids, &positions);
+    for (Uint32 k = 0; k < count; k++) {
+        if (positions[k] != API_PORT_NONE)
+            ports.append(positions[k]);
+    }
+    delete[] positions;
+    if (ports.size() != 0)
+        return true;
+    result.fail(MethodStatus::InvalidParameter, "None of the passed in TargetPortIDs are valid\n");
+    return false;
+}
+
+String _givenDeviceNumber(const vlun&, const Params& p)
+{
+    return p.deviceNumbers.size() != 0 ? "0x" + p.deviceNumbers[0] : String();
+}
+
+}  // namespace
 
 void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCollection(
     api_evtparam_t* event, const OperationContext&, const Array<CIMParamValue>& inParameters,
@@ -30,120 +67,75 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
     Params p;
     Array<CIMObjectPath> views;
 
-    do {
-        if (inParameters.size() == 0) {
-            result.fail(5, "Invalid number of parameters");
-            break;
-        }
-        if (!readParams(inParameters, allowed, true, p, result))
-            break;
-        if (p.luNames.size() == 0 || p.hostNames.size() == 0 || p.deviceAccesses.size() == 0 ||
-            p.protocolControllers.size() != 0) {
-            result.fail(1,
-                        "Use case not supported: Only 1 use case is supported: "
-                        "Create a New View");
-            break;
-        }
-        log_message(4, "create new view\n");
-        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
-            result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
-            break;
-        }
-        if (p.deviceAccesses.size() != p.luNames.size()) {
-            result.fail(5, "Size of LUName and DeviceAccess arrays has to be the same");
-            break;
-        }
-        if (!checkDeviceAccesses(p.luNames, p.deviceAccesses, result))
-            break;
-
-        // Without device numbers only the first LU is exposed.
+    // Each LU (only the first without device numbers) to each host, on
+    // each target port; the first invalid LU, device number or port list
+    // ends the method.
+    auto expose = [&]() {
         Uint32 luCount = p.deviceNumbers.size() != 0 ? p.deviceNumbers.size() : 1;
-        Boolean end = false;
-        for (Uint32 h = 0; h < p.hostNames.size() && !end; h++) {
+        for (Uint32 h = 0; h < p.hostNames.size(); h++) {
             String& host = p.hostNames[h];
-            for (Uint32 j = 0; j < luCount && !end; j++) {
+            for (Uint32 j = 0; j < luCount; j++) {
                 String& lu = p.luNames[j];
-                Uint64 vvHigh = 0, vvLow = WWN_MARKER;
+                Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
                 if (!wwnToInt(lu, vvHigh, vvLow)) {
-                    result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
-                    end = true;
-                    break;
+                    result.fail(MethodStatus::InvalidLogicalUnit,
+                                "LU=" + lu + ": " + "LUName is invalid" + "\n");
+                    return;
                 }
                 Uint32 number = LUN_ARRAY_CHOOSES;
                 if (p.deviceNumbers.size() != 0 && p.deviceNumbers[j].size() != 0 &&
                     !readHex(p.deviceNumbers[j], number)) {
-                    result.fail(5, "DeviceNumber=0x" + p.deviceNumbers[j] + ": " +
-                                       "DeviceNumber is invalid" + "\n");
-                    end = true;
-                    break;
+                    result.fail(MethodStatus::InvalidParameter, "DeviceNumber=0x" +
+                                                                    p.deviceNumbers[j] + ": " +
+                                                                    "DeviceNumber is invalid\n");
+                    return;
                 }
-
-                // No ports given: one VLUN for the host on every port.
                 Array<Uint16> ports;
-                if (p.targetPortLPIDs.size() == 0)
-                    ports.append(NO_PORT);
-                else {
-                    Uint16* positions = 0;
-                    Uint32 count = ZAR_Common::getPortIDs(p.targetPortLPIDs, &positions);
-                    for (Uint32 k = 0; k < count; k++) {
-                        if (positions[k] != NO_PORT)
-                            ports.append(positions[k]);
-                    }
-                    delete[] positions;
-                    if (ports.size() == 0) {
-                        result.fail(5, "None of the passed in TargetPortIDs are valid\n");
-                        end = true;
-                        break;
-                    }
-                }
-
-                CString hostText = host.getCString();
+                if (!_targetPorts(p.targetPortLPIDs, ports, result))
+                    return;
                 for (Uint32 k = 0; k < ports.size(); k++) {
                     Uint16 port = ports[k];
                     zar_u32 lun = number;
-                    char errText[API_ERRTEXT_LEN];
-                    errText[0] = '\0';
-                    // A wait that times out ends this LU's ports; the next
-                    // LU and host are still tried.
-                    int rc = API_E_SEM_TIMEOUT;
-                    Boolean timedOut = false;
-                    {
-                        ZAR_ArraySemaphore semaphore;
-                        timedOut = !semaphore.held();
-                        if (timedOut)
-                            strcpy(errText, "Semaphore Timed-Out");
-                        else
-                            rc = api_createVLUN(event, vvHigh, vvLow, &lun,
-                                                host.size() ? (const char*)hostText : NULL,
-                                                API_WWN_NONE, NULL, port, p.override, p.noVCN,
-                                                errText, sizeof(errText));
-                    }
-
-                    String item = "LU=" + lu;
-                    if (lun != LUN_NOT_GIVEN)
-                        item.append(",DeviceNumber=0x" + hex(lun));
-                    if (host.size() != 0)
-                        item.append(",HostName=" + host);
-                    if (port != NO_PORT)
-                        item.append(",Port=" + portText(port));
-                    item.append(": ");
-                    if (rc != 0) {
-                        result.fail(mapCreateError(rc), item + errText + "\n");
-                        if (timedOut)
+                    ExportOutcome outcome =
+                        createExport(event, vvHigh, vvLow, &lun, host, API_WWN_NONE, String(), port,
+                                     p.override, p.noVCN);
+                    Item item(lu);
+                    item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
+                        .add("HostName", host)
+                        .add("Port", port != API_PORT_NONE ? portText(port) : String());
+                    if (!report(result, item, outcome, mapCreateError)) {
+                        // A wait that times out ends this LU's ports; the
+                        // next LU and host are still tried.
+                        if (outcome.timedOut)
                             break;
                         continue;
                     }
                     Array<CIMObjectPath> touched = _getAffectedSPCPaths(host, lun, lu, port);
                     for (Uint32 t = 0; t < touched.size(); t++)
                         appendUnique(views, touched[t]);
-                    result.descriptions.append(item + "Success" + "\n");
                 }
             }
         }
-        if (views.size() != 0)
-            result.outParams.append(CIMParamValue("ProtocolControllers", CIMValue(views)));
-    } while (false);
+    };
 
+    auto run = [&]() {
+        if (!readRequest(inParameters, allowed, true, p, result))
+            return;
+        if (p.luNames.size() == 0 || p.hostNames.size() == 0 || p.deviceAccesses.size() == 0 ||
+            p.protocolControllers.size() != 0) {
+            result.fail(MethodStatus::NotSupported, USE_CASE_EXPOSE);
+            return;
+        }
+        log_message(4, "create new view\n");
+        // DeviceAccesses is given here: the size check is strict.
+        if (!checkSizes(p, result, true) ||
+            !checkDeviceAccesses(p.luNames, p.deviceAccesses, result))
+            return;
+        expose();
+        result.reportViews(views);
+    };
+
+    run();
     finish(result, handler,
            "<-- ZAR_ControllerConfigurationServiceProvider:: "
            "_exposeLUsToStorageHardwareIDCollection\n");
@@ -160,106 +152,49 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
                 "_hideLUsFromStorageHardwareIDCollection\n");
     MethodResult result;
     Params p;
-    api_vlunsInfo_t query;
-    memset(&query, 0, sizeof(query));
 
-    do {
-        if (inParameters.size() == 0) {
-            result.fail(5, "Invalid number of parameters");
-            break;
-        }
-        if (!readParams(inParameters, allowed, true, p, result))
-            break;
+    auto hide = [&]() {
+        if (!readRequest(inParameters, allowed, true, p, result))
+            return;
         if (p.luNames.size() == 0 || p.protocolControllers.size() != 1) {
-            result.fail(1,
-                        "Use case not supported: Only 1 use case is supported: "
-                        "Remove LU's from a View");
-            break;
+            result.fail(MethodStatus::NotSupported, USE_CASE_HIDE);
+            return;
         }
-        if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
-            result.fail(5, "Size of LUName and DeviceNumber arrays has to be the same");
-            break;
+        if (!checkSizes(p, result))
+            return;
+        CIMObjectPath& view = p.protocolControllers[0];
+        if (!isViewReference(view, _systemAddress, ZAR_ISCSI_CONTROLLER, ZAR_SCSI_CONTROLLER) ||
+            !viewKeysOfThisArray(view, _systemName)) {
+            result.status = MethodStatus::InvalidParameter;
+            return;
         }
-        Array<CIMName> classes;
-        classes.append(CIMName("ZAR_iSCSIController"));
-        classes.append(CIMName("ZAR_SCSIController"));
-        if (!ZAR_Common::verifyRefMethodParam(p.protocolControllers[0],
-                                              CIMNamespaceName(ZAR_NAMESPACE), _systemAddress,
-                                              classes) ||
-            !viewKeysOfThisArray(p.protocolControllers[0], _systemName)) {
-            result.status = 5;
-            break;
-        }
-        String deviceID = ZAR_Common::getStringProperty(p.protocolControllers[0], "DeviceID");
+        String deviceID = ZAR_Common::getStringProperty(view, "DeviceID");
         Uint32 type = 0;
         String hostName;
-        Uint16 port = NO_PORT;
+        Uint16 port = API_PORT_NONE;
         ZAR_Common::deReferenceSPCDeviceID(deviceID, type, hostName, port, false);
         if ((type != API_VLUN_MATCHED_SET && type != API_VLUN_HOST_SEES &&
              type != API_VLUN_HOST_SET) ||
             hostName.size() == 0) {
-            result.fail(5, "Invalid ProtocolControllers");
-            break;
+            result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+            return;
         }
 
-        Boolean removed = false;
-        if (queryViewTemplates(query, hostName, type, port)) {
-            CString hostText = hostName.getCString();
-            for (Uint32 l = 0; l < p.luNames.size(); l++) {
-                String& lu = p.luNames[l];
-                for (zar_u32 r = 0; r < query.count; r++) {
-                    const vlun& record = query.vluns[r];
-                    if (record.accessPriority != type)
-                        continue;
-                    if (port != NO_PORT && record.port != port)
-                        continue;
-                    if (!String::equalNoCase(fieldText(record.vvwwn, sizeof(record.vvwwn)), lu))
-                        continue;
-                    Uint64 vvHigh = 0, vvLow = WWN_MARKER;
-                    wwnToInt(lu, vvHigh, vvLow);
-                    char errText[API_ERRTEXT_LEN];
-                    errText[0] = '\0';
-                    int rc = underSemaphore([&]() {
-                        return api_removeVLUN(event, vvHigh, vvLow, record.lun,
-                                              (const char*)hostText, API_WWN_NONE, NULL, port,
-                                              p.noVCN, errText, sizeof(errText));
-                    });
-                    if (rc != 0 && errText[0] == '\0')
-                        strcpy(errText, "Semaphore Timed-Out");
-                    String item = "LU=" + lu;
-                    if (p.deviceNumbers.size() != 0)
-                        item.append(",DeviceNumber=0x" + p.deviceNumbers[0]);
-                    item.append(",HostCollection=" + hostName);
-                    if (port != NO_PORT)
-                        item.append(",TargetPortID=" + portText(port));
-                    item.append(": ");
-                    if (rc != 0) {
-                        result.fail(mapRemoveError(rc), item + errText + "\n");
-                        continue;
-                    }
-                    result.descriptions.append(item + "Success" + "\n");
-                    removed = true;
-                }
-            }
+        ZAR_VlunQuery query;
+        Boolean removed = queryViewTemplates(*query, hostName, type, port) &&
+                          removeViewExports(event, *query, p.luNames, type, port, hostName, p.noVCN,
+                                            _givenDeviceNumber, p, result);
+        if (!removed && result.ok()) {
+            result.fail(MethodStatus::InvalidParameter, "InitiatorPort is not part of SPC.\n");
+            return;
         }
-        if (!removed && result.status == 0) {
-            result.fail(5, "InitiatorPort is not part of SPC.\n");
-            break;
-        }
-        if (result.status == 0) {
-            try {
-                _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE),
-                                   p.protocolControllers[0], false, false, false,
-                                   CIMPropertyList());
-                result.outParams.append(
-                    CIMParamValue("ProtocolControllers", CIMValue(p.protocolControllers)));
-            } catch (...) {
-                // The view went with its last LU.
-            }
-        }
-    } while (false);
+        // The view went with its last LU, or stays to be reported.
+        if (result.ok() && viewStillExists(_cimom, context, view))
+            result.outParams.append(
+                CIMParamValue("ProtocolControllers", CIMValue(p.protocolControllers)));
+    };
 
-    api_freeVLUNs(&query);
+    hide();
     finish(result, handler,
            "<-- ZAR_ControllerConfigurationServiceProvider:: "
            "_hideLUsFromStorageHardwareIDCollection\n");

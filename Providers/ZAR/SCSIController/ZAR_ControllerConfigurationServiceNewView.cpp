@@ -8,6 +8,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
 
 #include "ZAR_ControllerConfigurationServiceUtility.h"
@@ -20,7 +21,9 @@ namespace {
 
 // What the host-path list says about one initiator.
 struct InitiatorLookup {
-    InitiatorLookup() : isWWN(false), wwn(WWN_MARKER), entryType(PORT_TYPE_UNKNOWN), found(false) {}
+    InitiatorLookup() : isWWN(false), wwn(API_WWN_NONE), entryType(PORT_TYPE_UNKNOWN), found(false)
+    {
+    }
     Boolean isWWN;  // converts as a WWN
     Uint64 wwn;
     port_type_t entryType;  // kind of the matching entry; unknown when none
@@ -64,16 +67,12 @@ InitiatorLookup _lookUp(const String& initiator, const api_hardwareID* paths, Ui
 
 // The initiator part of a description: ",InitiatorID=" before the first
 // of the first count initiators, "," before each later non-empty one.
-String _initiatorText(const Array<String>& initiators, Uint32 count)
+void _addInitiators(Item& item, const Array<String>& initiators, Uint32 count)
 {
-    String text;
     for (Uint32 i = 0; i < count && i < initiators.size(); i++) {
-        if (initiators[i].size() == 0)
-            continue;
-        text.append(i == 0 ? ",InitiatorID=" : ",");
-        text.append(initiators[i]);
+        if (initiators[i].size() != 0)
+            item.raw(String(i == 0 ? ",InitiatorID=" : ",") + initiators[i]);
     }
-    return text;
 }
 
 // How one VLUN of a new view is addressed: to a host by name, or to one
@@ -101,37 +100,39 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
     target.iscsiName = initiatorISCSIName;
     for (Uint32 l = 0; l < luNames.size(); l++) {
         String& lu = luNames[l];
-        Uint64 vvHigh = 0, vvLow = WWN_MARKER;
+        Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
         if (!wwnToInt(lu, vvHigh, vvLow)) {
-            result.fail(4097, "LU=" + lu + ": " + "LUName is invalid" + "\n");
+            result.fail(MethodStatus::InvalidLogicalUnit,
+                        "LU=" + lu + ": " + "LUName is invalid" + "\n");
             continue;
         }
 
         Uint32 number = LUN_ARRAY_CHOOSES;
         if (deviceNumbers.size() != 0 && deviceNumbers[l].size() != 0 &&
             !readHex(deviceNumbers[l], number)) {
-            result.fail(
-                5, "DeviceNumber=0x" + deviceNumbers[l] + ": " + "DeviceNumber is invalid" + "\n");
+            result.fail(MethodStatus::InvalidParameter,
+                        "DeviceNumber=0x" + deviceNumbers[l] + ": " + "DeviceNumber is invalid\n");
             break;
         }
 
         // One pass without a port when no target port is given.
         Uint32 passes = targetPortIDs.size() == 0 ? 1 : targetPortIDs.size();
         for (Uint32 t = 0; t < passes; t++) {
-            Uint16 port = NO_PORT;
+            Uint16 port = API_PORT_NONE;
             if (targetPortIDs.size() != 0) {
                 String& id = targetPortIDs[t];
                 if (id.size() == 0)
                     continue;
-                Uint64 high = 0, value = WWN_MARKER;
+                Uint64 high = 0, value = API_WWN_NONE;
                 if (wwnToInt(id, high, value) && id.size() == 16) {
                     if (entryType != PORT_TYPE_UNKNOWN && entryType != PORT_TYPE_FC)
                         continue;
                     port = ZAR_Common::getPortLPID(value);
-                    if (port == NO_PORT)
+                    if (port == API_PORT_NONE)
                         port = lpidFromWWNBits(value);
-                    if (port == NO_PORT || port == 0) {
-                        result.fail(5, "Port=" + id + ": " + "Target port ID is invalid" + "\n");
+                    if (port == API_PORT_NONE || port == 0) {
+                        result.fail(MethodStatus::InvalidParameter,
+                                    "Port=" + id + ": " + "Target port ID is invalid" + "\n");
                         return true;
                     }
                 } else {
@@ -141,49 +142,36 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
                     if (name.size() == 0)
                         continue;
                     port = ZAR_Common::getPortLPID(name);
-                    if (port == NO_PORT)
+                    if (port == API_PORT_NONE)
                         port = _extractLPIDFromPortiSCSIName(name);
-                    if (port == NO_PORT)
+                    if (port == API_PORT_NONE)
                         continue;
                 }
                 if (badPortPosition(port)) {
-                    result.fail(
-                        5, "Port=" + portText(port) + ": " + "Target port ID is invalid" + "\n");
+                    result.fail(MethodStatus::InvalidParameter,
+                                "Port=" + portText(port) + ": " + "Target port ID is invalid\n");
                     continue;
                 }
             }
 
             attempted = true;
             zar_u32 lun = number;
-            char errText[API_ERRTEXT_LEN];
-            errText[0] = '\0';
-            CString host = target.hostName.getCString();
-            CString iscsi = target.iscsiName.getCString();
-            int rc = underSemaphore([&]() {
-                return api_createVLUN(event, vvHigh, vvLow, &lun,
-                                      target.hostName.size() ? (const char*)host : NULL, target.wwn,
-                                      target.iscsiName.size() ? (const char*)iscsi : NULL, port,
-                                      override, noVCN, errText, sizeof(errText));
-            });
-            if (rc != 0 && errText[0] == '\0')
-                strcpy(errText, "Semaphore Timed-Out");
-
-            String item = "LU=" + lu;
-            if (lun != LUN_NOT_GIVEN)
-                item.append(",DeviceNumber=0x" + hex(lun));
-            item.append(_initiatorText(initiatorIDs, hardwareIDCount));
-            if (port != NO_PORT)
-                item.append(",TargetPortID=" + portText(port));
-            item.append(": ");
-            if (rc != 0) {
-                result.fail(mapCreateError(rc), item + errText + "\n");
+            ExportOutcome outcome =
+                createExport(event, vvHigh, vvLow, &lun, target.hostName, target.wwn,
+                             target.iscsiName, port, override, noVCN);
+            Item item(lu);
+            item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String());
+            _addInitiators(item, initiatorIDs, hardwareIDCount);
+            item.add("TargetPortID", port != API_PORT_NONE ? portText(port) : String());
+            if (outcome.rc != 0) {
+                report(result, item, outcome, mapCreateError);
                 continue;
             }
             String viewHost = hostName;
             Array<CIMObjectPath> touched = _getAffectedSPCPaths(viewHost, lun, lu, port);
             for (Uint32 k = 0; k < touched.size(); k++)
                 appendUnique(views, touched[k]);
-            result.descriptions.append(item + "Success" + "\n");
+            report(result, item, outcome, mapCreateError);
         }
     }
     return false;
@@ -193,20 +181,29 @@ namespace {
 
 // Closes a new view: nothing attempted is a bad combination; the views
 // found become the ProtocolControllers out-parameter.
-Uint32 _closeNewView(Boolean attempted, Array<CIMObjectPath>& views, MethodResult& result,
-                     Array<CIMParamValue>& outParams, Array<String>& descriptions)
+MethodStatus _closeNewView(Boolean attempted, Array<CIMObjectPath>& views, MethodResult& result,
+                           Array<CIMParamValue>& outParams, Array<String>& descriptions)
 {
-    if (!attempted && result.status == 0)
-        result.fail(5, String("Invalid initiator and target port combinations") + "\n");
+    if (!attempted && result.ok())
+        result.fail(MethodStatus::InvalidParameter,
+                    String("Invalid initiator and target port combinations") + "\n");
     if (views.size() != 0)
         outParams.append(CIMParamValue("ProtocolControllers", CIMValue(views)));
     descriptions.appendArray(result.descriptions);
     return result.status;
 }
 
+// The status of a failed api_createHost: 5 for an invalid argument or an
+// existing name, 4 otherwise.
+MethodStatus _createHostError(int code)
+{
+    return code == API_E_INVALID_ARG || code == API_E_EXISTS ? MethodStatus::InvalidParameter
+                                                             : MethodStatus::Failed;
+}
+
 }  // namespace
 
-Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
+MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 hardwareIDCount,
     api_hardwareID* hostPaths, Uint32 hostPathCount, Array<String>& luNames,
     Array<String>& deviceNumbers, Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
@@ -267,7 +264,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
             char errText[512];
             int code = api_getErrorText(errText, sizeof(errText), &status);
             log_message(2, "Error from api_createHost: %s\n", errText);
-            result.fail(code == API_E_INVALID_ARG || code == API_E_EXISTS ? 5 : 4,
+            result.fail(_createHostError(code),
                         "Cannot create Host " + hostName + " - " + errText + "\n");
             descriptions.appendArray(result.descriptions);
             return result.status;
@@ -276,9 +273,9 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
 
     // 3. Every initiator into that host.
     if (anyInitiator) {
-        Uint32 rc = _addInitIDsToView(event, initiatorIDs, API_VLUN_HOST_SEES, NO_PORT, false,
-                                      hostName, result.descriptions);
-        if (rc != 0) {
+        MethodStatus rc = _addInitIDsToView(event, initiatorIDs, API_VLUN_HOST_SEES, API_PORT_NONE,
+                                            false, hostName, result.descriptions);
+        if (rc != MethodStatus::Success) {
             descriptions.appendArray(result.descriptions);
             return rc;
         }
@@ -291,7 +288,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     return _closeNewView(attempted, views, result, outParams, descriptions);
 }
 
-Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
+MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
     api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 hardwareIDCount,
     api_hardwareID* hostPaths, Uint32 hostPathCount, Array<String>& luNames,
     Array<String>& deviceNumbers, Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
@@ -324,9 +321,9 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
                 char errText[512];
                 int code = api_getErrorTextNoNL(errText, sizeof(errText), &status);
                 log_message(2, "Error from api_createHost: %s\n", errText);
-                result.fail(code == API_E_INVALID_ARG || code == API_E_EXISTS ? 5 : 4,
-                            "InitiatorPortID=" + initiator + ":" +
-                                " Cannot create StorageHardwareID - " + errText + "\n");
+                result.fail(_createHostError(code), "InitiatorPortID=" + initiator + ":" +
+                                                        " Cannot create StorageHardwareID - " +
+                                                        errText + "\n");
                 continue;
             }
         }
@@ -346,44 +343,33 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
     return _closeNewView(attempted, views, result, outParams, descriptions);
 }
 
-Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
+MethodStatus ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
     api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 vlunType, Uint16 portID,
     Boolean override, String& hostName, Array<String>& descriptions)
 {
-    Uint32 status = 0;
+    MethodStatus status = MethodStatus::Success;
     Uint32 persona = API_PERSONA_GENERIC;
     if (initiatorIDs.size() == 0) {
         descriptions.append(String("initiatorPortIDs must be specified") + "\n");
-        return 5;
+        return MethodStatus::InvalidParameter;
     }
 
     String wwnFilter;
     String iscsiFilter;
-    if (initiatorIDs.size() == 1) {
-        Uint64 high = 0, low = 0;
-        if (wwnToInt(initiatorIDs[0], high, low))
-            wwnFilter = initiatorIDs[0];
-        else
-            iscsiFilter = initiatorIDs[0];
-    }
-
-    api_hardwareID* paths = 0;
-    zar_u32 count = 0;
+    loneInitiator(initiatorIDs, wwnFilter, iscsiFilter);
+    ZAR_HostPathList hostPaths;
     CString wwnText = wwnFilter.getCString();
     CString iscsiText = iscsiFilter.getCString();
     Boolean havePaths = underSemaphore([&]() {
                             return api_getHostPaths((const char*)wwnText, (const char*)iscsiText,
-                                                    NULL, &count, &paths, 1);
+                                                    NULL, &hostPaths.count, &hostPaths.list, 1);
                         }) == 0;
-    if (!havePaths) {
-        if (paths)
-            api_freeHostPaths(paths);
-        paths = 0;
-        count = 0;
-        if (vlunType == API_VLUN_MATCHED_SET) {
-            descriptions.append(String("Initiator port ID is invalid") + "\n");
-            return 5;
-        }
+    // A failed lookup counts as no paths at all.
+    const api_hardwareID* paths = havePaths ? hostPaths.list : 0;
+    zar_u32 count = havePaths ? hostPaths.count : 0;
+    if (!havePaths && vlunType == API_VLUN_MATCHED_SET) {
+        descriptions.append(String("Initiator port ID is invalid") + "\n");
+        return MethodStatus::InvalidParameter;
     }
 
     Array<Uint64> wwns;
@@ -394,7 +380,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
 
     for (Uint32 i = 0; i < initiatorIDs.size(); i++) {
         String& initiator = initiatorIDs[i];
-        Uint64 high = 0, wwn = WWN_MARKER;
+        Uint64 high = 0, wwn = API_WWN_NONE;
         Boolean isFC = havePaths && wwnToInt(initiator, high, wwn) && initiator.size() == 16;
         Boolean stoppedOnMatch = false;
         Boolean inView = false;
@@ -458,8 +444,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
                     "ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView: "
                     "malloc failed to allocate memory for wwn list for HS or HSet vluns\n");
         descriptions.append("malloc failed to allocate memory\n");
-        api_freeHostPaths(paths);
-        return 4;
+        return MethodStatus::Failed;
     }
     char(*nameList)[API_ISCSI_NAME_LEN] =
         (char(*)[API_ISCSI_NAME_LEN])calloc(iscsiNames.size() + 1, API_ISCSI_NAME_LEN);
@@ -469,8 +454,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
                     "malloc failed to allocate memory for iscsi name list\n");
         descriptions.append("malloc failed to allocate memory\n");
         free(wwnList);
-        api_freeHostPaths(paths);
-        return 4;
+        return MethodStatus::Failed;
     }
     for (Uint32 i = 0; i < wwns.size(); i++)
         wwnList[i] = wwns[i];
@@ -486,7 +470,7 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
             descriptions.append(
                 "InitiatorIDs are not valid because they do not share "
                 "the same target port ID as the passed-in SPC\n");
-            status = 5;
+            status = MethodStatus::InvalidParameter;
         }
     } else {
         api_status_t addStatus;
@@ -511,15 +495,14 @@ Uint32 ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
             api_getErrorText(errText, sizeof(errText), &addStatus);
             log_message(2, "Error from api_addPath: %s\n", errText);
             descriptions.append(String(errText) + "/n");
-            status = 4;
+            status = MethodStatus::Failed;
         }
     }
 
     free(wwnList);
     free(nameList);
-    if (status == 0 && added)
+    if (status == MethodStatus::Success && added)
         descriptions.append("InitiatorID added to " + hostName);
-    api_freeHostPaths(paths);
     return status;
 }
 

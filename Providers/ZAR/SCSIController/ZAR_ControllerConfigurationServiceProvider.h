@@ -44,7 +44,8 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace CCSUtil {
 struct MethodResult;
-}
+enum class MethodStatus : Uint32;
+}  // namespace CCSUtil
 
 class ZAR_ControllerConfigurationServiceProvider : public ZAR_ProviderBase,
                                                    public CIMMethodProvider {
@@ -124,22 +125,33 @@ private:
                                    const Array<CIMParamValue>& inParameters,
                                    MethodResultResponseHandler& handler);
 
+    // The parameters of DeleteProtocolController: the view (checked and
+    // fetched through the server) and DeleteUnits. False after a failure
+    // was added to result.
+    Boolean _readViewToDelete(const OperationContext& context,
+                              const Array<CIMParamValue>& inParameters, CIMObjectPath& view,
+                              Boolean& deleteUnits, CCSUtil::MethodResult& result);
+
     // A new view for LUs: one host for all initiators, created when none
     // of them has one yet, or one host per initiator; then one VLUN per LU
     // and target port. Appends descriptions and, when views were found,
     // the ProtocolControllers out-parameter; returns the method status.
-    Uint32 _createNewViewMultHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
-                                  Uint32 hardwareIDCount, api_hardwareID* hostPaths,
-                                  Uint32 hostPathCount, Array<String>& luNames,
-                                  Array<String>& deviceNumbers, Array<String>& targetPortIDs,
-                                  const char* domain, Boolean noVCN, Boolean override,
-                                  Array<CIMParamValue>& outParams, Array<String>& descriptions);
-    Uint32 _createNewViewOneHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
-                                 Uint32 hardwareIDCount, api_hardwareID* hostPaths,
-                                 Uint32 hostPathCount, Array<String>& luNames,
-                                 Array<String>& deviceNumbers, Array<String>& targetPortIDs,
-                                 const char* domain, Boolean noVCN, Boolean override,
-                                 Array<CIMParamValue>& outParams, Array<String>& descriptions);
+    CCSUtil::MethodStatus _createNewViewMultHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
+                                                 Uint32 hardwareIDCount, api_hardwareID* hostPaths,
+                                                 Uint32 hostPathCount, Array<String>& luNames,
+                                                 Array<String>& deviceNumbers,
+                                                 Array<String>& targetPortIDs, const char* domain,
+                                                 Boolean noVCN, Boolean override,
+                                                 Array<CIMParamValue>& outParams,
+                                                 Array<String>& descriptions);
+    CCSUtil::MethodStatus _createNewViewOneHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
+                                                Uint32 hardwareIDCount, api_hardwareID* hostPaths,
+                                                Uint32 hostPathCount, Array<String>& luNames,
+                                                Array<String>& deviceNumbers,
+                                                Array<String>& targetPortIDs, const char* domain,
+                                                Boolean noVCN, Boolean override,
+                                                Array<CIMParamValue>& outParams,
+                                                Array<String>& descriptions);
 
     // The LU and target-port loop of a new view: one VLUN per LU and port
     // (one pass without a port when none is given), addressed to hostName,
@@ -169,9 +181,9 @@ private:
     // Moves the initiators into the host of a view (of type vlunType, on
     // port portID), taking them from other hosts first. Appends
     // descriptions; returns the method status.
-    Uint32 _addInitIDsToView(api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 vlunType,
-                             Uint16 portID, Boolean override, String& hostName,
-                             Array<String>& descriptions);
+    CCSUtil::MethodStatus _addInitIDsToView(api_evtparam_t* event, Array<String>& initiatorIDs,
+                                            Uint32 vlunType, Uint16 portID, Boolean override,
+                                            String& hostName, Array<String>& descriptions);
 
     String _systemName;
     String _systemAddress;

@@ -22,7 +22,7 @@ namespace CCSUtil {
 
 void finish(MethodResult& result, MethodResultResponseHandler& handler, const char* exitTrace)
 {
-    if (result.status != 0) {
+    if (!result.ok()) {
         String joined;
         for (Uint32 i = 0; i < result.descriptions.size(); i++) {
             if (i != 0)
@@ -93,50 +93,200 @@ void _read(const String& name, const CIMValue& value, Params& params)
 
 }  // namespace
 
-Boolean readParams(const Array<CIMParamValue>& inParameters, const char* const* allowed,
-                   Boolean skipNullFirst, Params& params, MethodResult& result)
+Boolean readParam(const CIMParamValue& param, const char* const* allowed, Boolean skipNullFirst,
+                  Params& params, MethodResult& result)
 {
-    for (Uint32 i = 0; i < inParameters.size(); i++) {
-        String name = inParameters[i].getParameterName();
-        CIMValue value = inParameters[i].getValue();
-        log_message(4, "Param %s\n", (const char*)name.getCString());
-        if (skipNullFirst && value.isNull())
-            continue;
-        if (!_isAllowed(name, allowed)) {
-            result.fail(5, "Invalid parameter: " + name);
-            return false;
-        }
-        if (value.isNull() || String::equalNoCase(name, "Job"))
-            continue;
-        try {
-            _read(name, value, params);
-        } catch (Exception&) {
-            log_message(3, "Parameter %s is of the wrong type\n", (const char*)name.getCString());
-            result.fail(5, "Invalid parameter: " + name);
-            return false;
-        }
+    String name = param.getParameterName();
+    CIMValue value = param.getValue();
+    log_message(4, "Param %s\n", (const char*)name.getCString());
+    if (skipNullFirst && value.isNull())
+        return true;
+    if (!_isAllowed(name, allowed)) {
+        result.fail(MethodStatus::InvalidParameter, "Invalid parameter: " + name);
+        return false;
+    }
+    if (value.isNull() || String::equalNoCase(name, "Job"))
+        return true;
+    try {
+        _read(name, value, params);
+    } catch (Exception&) {
+        log_message(3, "Parameter %s is of the wrong type\n", (const char*)name.getCString());
+        result.fail(MethodStatus::InvalidParameter, "Invalid parameter: " + name);
+        return false;
     }
     return true;
 }
 
-Uint32 mapCreateError(int rc)
+Boolean readRequest(const Array<CIMParamValue>& inParameters, const char* const* allowed,
+                    Boolean skipNullFirst, Params& params, MethodResult& result)
 {
-    if (rc == 0)
-        return 0;
-    if (rc == API_E_LUN_INVALID)
-        return 5;
-    if (rc == API_E_PORT_INVALID)
-        return 4099;
-    return 4;
+    if (inParameters.size() == 0) {
+        result.fail(MethodStatus::InvalidParameter, "Invalid number of parameters");
+        return false;
+    }
+    for (Uint32 i = 0; i < inParameters.size(); i++) {
+        if (!readParam(inParameters[i], allowed, skipNullFirst, params, result))
+            return false;
+    }
+    return true;
 }
 
-Uint32 mapRemoveError(int rc)
+Boolean checkSizes(const Params& p, MethodResult& result, Boolean checkAccesses)
+{
+    if (p.deviceNumbers.size() != 0 && p.deviceNumbers.size() != p.luNames.size()) {
+        result.fail(MethodStatus::InvalidParameter,
+                    "Size of LUName and DeviceNumber arrays has to be the same");
+        return false;
+    }
+    if (checkAccesses && p.deviceAccesses.size() != 0 &&
+        p.deviceAccesses.size() != p.luNames.size()) {
+        result.fail(MethodStatus::InvalidParameter,
+                    "Size of LUName and DeviceAccess arrays has to be the same");
+        return false;
+    }
+    return true;
+}
+
+void loneInitiator(const Array<String>& ids, String& wwn, String& iscsiName)
+{
+    if (ids.size() != 1)
+        return;
+    Uint64 high = 0, low = 0;
+    if (wwnToInt(ids[0], high, low))
+        wwn = ids[0];
+    else
+        iscsiName = ids[0];
+}
+
+MethodStatus mapCreateError(int rc)
 {
     if (rc == 0)
-        return 0;
+        return MethodStatus::Success;
     if (rc == API_E_LUN_INVALID)
-        return 5;
-    return 4;
+        return MethodStatus::InvalidParameter;
+    if (rc == API_E_PORT_INVALID)
+        return MethodStatus::InvalidTarget;
+    return MethodStatus::Failed;
+}
+
+MethodStatus mapRemoveError(int rc)
+{
+    if (rc == 0)
+        return MethodStatus::Success;
+    if (rc == API_E_LUN_INVALID)
+        return MethodStatus::InvalidParameter;
+    return MethodStatus::Failed;
+}
+
+namespace {
+
+// Runs an export change under the semaphore and gathers its outcome.
+template <class Call>
+ExportOutcome _exportCall(Call call)
+{
+    ExportOutcome outcome;
+    char errText[API_ERRTEXT_LEN];
+    errText[0] = '\0';
+    {
+        ZAR_ArraySemaphore semaphore;
+        outcome.timedOut = !semaphore.held();
+        outcome.rc = outcome.timedOut ? semaphore.waitResult() : call(errText, sizeof(errText));
+    }
+    if (outcome.rc != 0 && errText[0] == '\0')
+        strcpy(errText, "Semaphore Timed-Out");
+    outcome.errorText = errText;
+    return outcome;
+}
+
+}  // namespace
+
+ExportOutcome createExport(api_evtparam_t* event, Uint64 vvHigh, Uint64 vvLow, zar_u32* lun,
+                           const String& host, Uint64 initiatorWWN, const String& initiatorISCSI,
+                           Uint16 port, Boolean override, Boolean noVCN)
+{
+    CString hostText = host.getCString();
+    CString iscsiText = initiatorISCSI.getCString();
+    return _exportCall([&](char* errText, size_t size) {
+        return api_createVLUN(event, vvHigh, vvLow, lun, host.size() ? (const char*)hostText : NULL,
+                              initiatorWWN, initiatorISCSI.size() ? (const char*)iscsiText : NULL,
+                              port, override, noVCN, errText, size);
+    });
+}
+
+ExportOutcome removeExport(api_evtparam_t* event, Uint64 vvHigh, Uint64 vvLow, Uint32 lun,
+                           const String& host, Uint16 port, Boolean noVCN)
+{
+    CString hostText = host.getCString();
+    return _exportCall([&](char* errText, size_t size) {
+        return api_removeVLUN(event, vvHigh, vvLow, lun, host.size() ? (const char*)hostText : NULL,
+                              API_WWN_NONE, NULL, port, noVCN, errText, size);
+    });
+}
+
+Boolean report(MethodResult& result, const Item& item, const ExportOutcome& outcome,
+               MethodStatus (*map)(int))
+{
+    if (outcome.rc != 0) {
+        result.fail(map(outcome.rc), item.failure(outcome.errorText));
+        return false;
+    }
+    result.descriptions.append(item.success());
+    return true;
+}
+
+Boolean isViewReference(CIMObjectPath& view, String& host, const char* class1, const char* class2,
+                        const char* class3)
+{
+    Array<CIMName> classes;
+    classes.append(CIMName(class1));
+    classes.append(CIMName(class2));
+    if (class3)
+        classes.append(CIMName(class3));
+    return ZAR_Common::verifyRefMethodParam(view, CIMNamespaceName(ZAR_NAMESPACE), host, classes);
+}
+
+Boolean viewStillExists(CIMOMHandle& cimom, const OperationContext& context,
+                        const CIMObjectPath& view)
+{
+    try {
+        cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), view, false, false, false,
+                          CIMPropertyList());
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+Boolean removeViewExports(api_evtparam_t* event, const api_vlunsInfo_t& query,
+                          const Array<String>& lus, Uint32 type, Uint16 port,
+                          const String& hostName, Boolean noVCN,
+                          String (*deviceNumber)(const vlun& record, const Params& p),
+                          const Params& p, MethodResult& result)
+{
+    Boolean removed = false;
+    for (Uint32 l = 0; l < lus.size(); l++) {
+        const String& lu = lus[l];
+        for (zar_u32 r = 0; r < query.count; r++) {
+            const vlun& record = query.vluns[r];
+            if (record.accessPriority != type)
+                continue;
+            if (port != API_PORT_NONE && record.port != port)
+                continue;
+            if (!String::equalNoCase(fieldText(record.vvwwn, sizeof(record.vvwwn)), lu))
+                continue;
+            Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
+            wwnToInt(lu, vvHigh, vvLow);
+            ExportOutcome outcome =
+                removeExport(event, vvHigh, vvLow, record.lun, hostName, port, noVCN);
+            Item item(lu);
+            item.add("DeviceNumber", deviceNumber(record, p))
+                .add("HostCollection", hostName)
+                .add("TargetPortID", port != API_PORT_NONE ? portText(port) : String());
+            if (report(result, item, outcome, mapRemoveError))
+                removed = true;
+        }
+    }
+    return removed;
 }
 
 String portText(Uint16 port)
@@ -233,7 +383,7 @@ Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName, Uint3
         query.vluntype = vlunType;
         query.vluntypeIsSet = 1;
     }
-    if (port != NO_PORT) {
+    if (port != API_PORT_NONE) {
         query.port = port;
         query.portIsSet = 1;
     }
@@ -260,7 +410,7 @@ Boolean checkDeviceAccesses(const Array<String>& luNames, const Array<Uint16>& a
                     continue;
                 if ((v.access == VOL_MODE_READWRITE && accesses[i] != 2) ||
                     (v.access == VOL_MODE_READ && accesses[i] != 3)) {
-                    result.fail(4099,
+                    result.fail(MethodStatus::InvalidTarget,
                                 "LU=" + luNames[i] + ": " +
                                     "DeviceAccess is not supported for the volume" +
                                     ", name = " + fieldText(v.elementName, sizeof(v.elementName)));
@@ -291,7 +441,7 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
         query.lun = lun;
         query.lunIsSet = 1;
     }
-    if (portLPID != CCSUtil::NO_PORT) {
+    if (portLPID != API_PORT_NONE) {
         query.port = portLPID;
         query.portIsSet = 1;
     }
@@ -312,7 +462,7 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
             if (!String::equal(CCSUtil::fieldText(record.hostname, sizeof(record.hostname)),
                                hostName))
                 continue;
-            if (portLPID != CCSUtil::NO_PORT && record.port != portLPID)
+            if (portLPID != API_PORT_NONE && record.port != portLPID)
                 continue;
             String deviceID = CCSUtil::fieldText(record.deviceID, sizeof(record.deviceID));
             if (record.hporttype == PORT_TYPE_FC) {
@@ -342,19 +492,19 @@ unsigned short ZAR_ControllerConfigurationServiceProvider::_extractLPIDFromPorti
 {
     Uint32 at = iscsiName.find(String(API_ISCSI_VENDOR_PREFIX));
     if (at == PEG_NOT_FOUND)
-        return CCSUtil::NO_PORT;
+        return API_PORT_NONE;
     String rest = iscsiName.subString(at + API_ISCSI_VENDOR_PREFIX_LEN);
     if (rest.size() == 0)
-        return CCSUtil::NO_PORT;
+        return API_PORT_NONE;
 
     api_status_t status;
     api_initStatus(&status);
     zar_u64 high = 0;
-    zar_u64 value = CCSUtil::WWN_MARKER;
+    zar_u64 value = API_WWN_NONE;
     api_wwnStringToInt(&status, (const char*)rest.getCString(), &high, &value);
     if (status.code != 0)
-        return CCSUtil::NO_PORT;
-    if (value == CCSUtil::WWN_MARKER)
+        return API_PORT_NONE;
+    if (value == API_WWN_NONE)
         return API_PORT_NOT_FOUND;
     return CCSUtil::lpidFromWWNBits(value);
 }

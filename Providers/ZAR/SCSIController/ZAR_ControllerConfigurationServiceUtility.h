@@ -10,6 +10,7 @@
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/ResponseHandler.h>
+#include <Pegasus/Provider/CIMOMHandle.h>
 
 #include <zarapi.h>
 
@@ -19,28 +20,50 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace CCSUtil {
 
-// No port given (also "any port").
-const Uint16 NO_PORT = 0xFFFC;
 // LUN not given: the array chooses.
 const Uint32 LUN_NOT_GIVEN = 0xFFFFFFFB;
 // LUN given as "the array chooses" in creation calls.
 const Uint32 LUN_ARRAY_CHOOSES = 0xFFFFFF;
-// WWN value before a conversion: the array's invalid marker.
-const Uint64 WWN_MARKER = 0xFFFFFFFFFFFFFFF6ULL;
+
+// The return codes of the service's methods. A failure sets one of them as
+// the method's status.
+enum class MethodStatus : Uint32 {
+    Success = 0,
+    NotSupported = 1,
+    Failed = 4,
+    InvalidParameter = 5,
+    VolumesNotDeleted = 4096,
+    InvalidLogicalUnit = 4097,
+    // An invalid initiator port, or no host connected.
+    InvalidInitiator = 4098,
+    // An invalid target port, or a device access the volume does not allow.
+    InvalidTarget = 4099,
+    // An invalid permission, or a target/initiator combination not exposed.
+    NotExposed = 4100,
+};
 
 // What a handler has gathered: the overall status, the descriptions in
 // order and the out-parameters prepared so far.
 struct MethodResult {
-    MethodResult() : status(0) {}
-    Uint32 status;
+    MethodResult() : status(MethodStatus::Success) {}
+    MethodStatus status;
     Array<String> descriptions;
     Array<CIMParamValue> outParams;
 
+    Boolean ok() const { return status == MethodStatus::Success; }
+
     // Adds a description and sets the status.
-    void fail(Uint32 code, const String& description)
+    void fail(MethodStatus code, const String& description)
     {
         descriptions.append(description);
         status = code;
+    }
+
+    // Adds the ProtocolControllers out-parameter when views is not empty.
+    void reportViews(const Array<CIMObjectPath>& views)
+    {
+        if (views.size() != 0)
+            outParams.append(CIMParamValue("ProtocolControllers", CIMValue(views)));
     }
 };
 
@@ -69,14 +92,28 @@ struct Params {
     Boolean deleteUnits;
 };
 
-// Reads inParameters into params. allowed is a null-terminated list of
-// the names the method takes ("Job" is always taken and ignored). Each
+// Reads one in-parameter into params. allowed is a null-terminated list
+// of the names the method takes ("Job" is always taken and ignored). The
 // name is logged as "Param %s\n". With skipNullFirst a parameter whose
 // value is null is passed over before its name is looked at. An unknown
 // name, or a value of another type, adds "Invalid parameter: <name>" with
 // status 5 and returns false.
-Boolean readParams(const Array<CIMParamValue>& inParameters, const char* const* allowed,
-                   Boolean skipNullFirst, Params& params, MethodResult& result);
+Boolean readParam(const CIMParamValue& param, const char* const* allowed, Boolean skipNullFirst,
+                  Params& params, MethodResult& result);
+
+// The request of a method: "Invalid number of parameters" (status 5)
+// without any parameter, else each parameter read in order by readParam.
+Boolean readRequest(const Array<CIMParamValue>& inParameters, const char* const* allowed,
+                    Boolean skipNullFirst, Params& params, MethodResult& result);
+
+// The WWN text or iSCSI name of a lone initiator, by which the array is
+// asked for its paths alone; both empty unless exactly one is given.
+void loneInitiator(const Array<String>& ids, String& wwn, String& iscsiName);
+
+// The common size checks of LUNames against DeviceNumbers and, when
+// checkAccesses is set, DeviceAccesses (each may be absent, else of the
+// same size); a mismatch fails with status 5 and its own text.
+Boolean checkSizes(const Params& p, MethodResult& result, Boolean checkAccesses = false);
 
 // Runs call() under the array's semaphore (released also when call()
 // throws). A wait that times out skips call() and returns the wait's
@@ -92,10 +129,84 @@ int underSemaphore(Call call)
 
 // Method status of a failed VLUN creation: 1181 -> 5, 1032 -> 4099,
 // other non-zero -> 4; 0 stays 0.
-Uint32 mapCreateError(int rc);
+MethodStatus mapCreateError(int rc);
 
 // Method status of a failed VLUN removal: 1181 -> 5, other non-zero -> 4.
-Uint32 mapRemoveError(int rc);
+MethodStatus mapRemoveError(int rc);
+
+// One item of ResultDescriptions: "LU=<name>", then ",<label>=<value>"
+// parts in the order added, then ": " and "Success" or the error text,
+// and a line break.
+class Item {
+public:
+    explicit Item(const String& lu) : _text("LU=" + lu) {}
+    // Adds the part when value is not empty.
+    Item& add(const char* label, const String& value)
+    {
+        return value.size() != 0 ? put(label, value) : *this;
+    }
+    // Adds text as it stands.
+    Item& raw(const String& text)
+    {
+        _text.append(text);
+        return *this;
+    }
+    // Adds the part whatever its value.
+    Item& put(const char* label, const String& value)
+    {
+        _text.append(String(",") + label + "=" + value);
+        return *this;
+    }
+    String success() const { return _text + ": Success\n"; }
+    String failure(const String& errorText) const { return _text + ": " + errorText + "\n"; }
+
+private:
+    String _text;
+};
+
+// What the array answered to one export change.
+struct ExportOutcome {
+    int rc;
+    String errorText;  // the array's text; "Semaphore Timed-Out" when the wait timed out
+    Boolean timedOut;
+};
+
+// api_createVLUN of volume (vvHigh, vvLow) under *lun (updated with the
+// LUN chosen), to host (none when empty), the initiator WWN (API_WWN_NONE:
+// none) or iSCSI name (none when empty), through port.
+ExportOutcome createExport(api_evtparam_t* event, Uint64 vvHigh, Uint64 vvLow, zar_u32* lun,
+                           const String& host, Uint64 initiatorWWN, const String& initiatorISCSI,
+                           Uint16 port, Boolean override, Boolean noVCN);
+
+// api_removeVLUN of the export of volume (vvHigh, vvLow) under lun to host
+// (none when empty) through port.
+ExportOutcome removeExport(api_evtparam_t* event, Uint64 vvHigh, Uint64 vvLow, Uint32 lun,
+                           const String& host, Uint16 port, Boolean noVCN);
+
+// Records the outcome of one change: item's "Success", or its failure with
+// the status that map gives for the array's code. Returns true on success.
+Boolean report(MethodResult& result, const Item& item, const ExportOutcome& outcome,
+               MethodStatus (*map)(int));
+
+// True when the view reference names root/zar, the array's host name and
+// one of the view classes given (up to three; null ends the list).
+Boolean isViewReference(CIMObjectPath& view, String& host, const char* class1, const char* class2,
+                        const char* class3 = 0);
+
+// True when the server still answers getInstance of the view (a view
+// goes with its last LU). Any exception means it has gone.
+Boolean viewStillExists(CIMOMHandle& cimom, const OperationContext& context,
+                        const CIMObjectPath& view);
+
+// Removes the exports of a view (type, port, host from its DeviceID) that
+// query lists, for each volume WWN of lus in turn: one removal per matching
+// record, described with the DeviceNumber text that deviceNumber gives for
+// the record. Returns true when at least one export was removed.
+Boolean removeViewExports(api_evtparam_t* event, const api_vlunsInfo_t& query,
+                          const Array<String>& lus, Uint32 type, Uint16 port,
+                          const String& hostName, Boolean noVCN,
+                          String (*deviceNumber)(const vlun& record, const Params& p),
+                          const Params& p, MethodResult& result);
 
 // The "N:S:P" text of a port position.
 String portText(Uint16 port);
