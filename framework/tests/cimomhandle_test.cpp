@@ -178,33 +178,26 @@ TEST_F(CIMOMHandleTest, ErrorsKeepTheirCodeAndBecomeCIMExceptions)
     CIMObjectPath target("ZAR_Volume.Name=\"v1\"");
     Array<CIMParamValue> in, out;
     OperationContext ctx;
-
-    std::pair<Uint32, String> e =
-        ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Fail", in, out); });
-    EXPECT_EQ(e.first, 4097u);
-    EXPECT_EQ(e.second, "LU=x: bad\n");
-
-    e = ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Mismatch", in, out); });
-    EXPECT_EQ(e.first, Uint32(CIM_ERR_FAILED));
-    EXPECT_EQ(e.second, "type mismatch");
-
-    e = ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Std", in, out); });
-    EXPECT_EQ(e.second, "std boom");
-
-    e = ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Latin1", in, out); });
-    EXPECT_EQ(e.first, Uint32(CIM_ERR_FAILED));
-    EXPECT_EQ(e.second, "Unknown error.");
-
-    e = ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, "Int", in, out); });
-    EXPECT_EQ(e.first, Uint32(CIM_ERR_FAILED));
-    EXPECT_EQ(e.second, "Unknown error.");
-
-    e = ErrorOf([&] {
-        cimom.getInstance(ctx, NS, CIMObjectPath("ZAR_Volume.Name=\"none\""), false, false, false,
-                          CIMPropertyList());
-    });
-    EXPECT_EQ(e.first, Uint32(CIM_ERR_NOT_FOUND));
-    EXPECT_EQ(e.second, "ZAR_Volume.Name=\"none\"");
+    const struct {
+        const char* method;
+        Uint32 code;
+        const char* message;
+    } cases[] = {
+        {"Fail", 4097, "LU=x: bad\n"},
+        {"Mismatch", CIM_ERR_FAILED, "type mismatch"},
+        {"Std", CIM_ERR_FAILED, "std boom"},
+        {"Latin1", CIM_ERR_FAILED, "Unknown error."},  // a what() that is not UTF-8
+        {"Int", CIM_ERR_FAILED, "Unknown error."},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(ErrorOf([&] { cimom.invokeMethod(ctx, NS, target, c.method, in, out); }),
+                  std::make_pair(c.code, String(c.message)))
+            << c.method;
+    EXPECT_EQ(ErrorOf([&] {
+                  cimom.getInstance(ctx, NS, CIMObjectPath("ZAR_Volume.Name=\"none\""), false,
+                                    false, false, CIMPropertyList());
+              }),
+              std::make_pair(Uint32(CIM_ERR_NOT_FOUND), String("ZAR_Volume.Name=\"none\"")));
 }
 
 TEST_F(CIMOMHandleTest, CopiesShareTheUnloadCount)
