@@ -46,6 +46,12 @@ protected:
         return out;
     }
 
+    CIMInstance get(const CIMObjectPath& p, const CIMPropertyList& pl = CIMPropertyList(),
+                    const CIMNamespaceName& ns = kNs)
+    {
+        return d.getInstance(ctx, ns, p, false, false, false, pl);
+    }
+
     CIMValue invoke(const char* object, const char* method, const Array<CIMParamValue>& in,
                     Array<CIMParamValue>& out)
     {
@@ -100,12 +106,8 @@ TEST_F(DispatcherTest, PropertyListFiltersWithoutTouchingProviderState)
     EXPECT_EQ((std::vector<std::string>{"ZTest_SpecialWidget.Name=\"s1\" []",
                                         "ZTest_Widget.Name=\"w1\" []"}),
               enumerateNames("ZTest_Widget", true, CIMPropertyList(Array<CIMName>())));
-    CIMInstance w = d.getInstance(ctx, kNs, path("ZTest_Widget.Name=\"w1\""), false, false, false,
-                                  CIMPropertyList(pl));
-    EXPECT_EQ(1u, w.getPropertyCount());
-    EXPECT_EQ(5u, d.getInstance(ctx, kNs, path("ZTest_Widget.Name=\"w1\""), false, false, false,
-                                CIMPropertyList())
-                      .getPropertyCount());
+    EXPECT_EQ(1u, get(path("ZTest_Widget.Name=\"w1\""), CIMPropertyList(pl)).getPropertyCount());
+    EXPECT_EQ(5u, get(path("ZTest_Widget.Name=\"w1\"")).getPropertyCount());
 }
 
 TEST_F(DispatcherTest, InstanceLifecycleThroughTheProvider)
@@ -134,9 +136,7 @@ TEST_F(DispatcherTest, InstanceLifecycleThroughTheProvider)
               failure([&] { d.getProperty(ctx, kNs, p, CIMName("Nope")); }).code);
 
     d.deleteInstance(ctx, kNs, p);
-    EXPECT_EQ(
-        CIM_ERR_NOT_FOUND,
-        failure([&] { d.getInstance(ctx, kNs, p, false, false, false, CIMPropertyList()); }).code);
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, failure([&] { get(p); }).code);
 }
 
 TEST_F(DispatcherTest, DeliveriesAreChecked)
@@ -151,9 +151,7 @@ TEST_F(DispatcherTest, DeliveriesAreChecked)
     };
     for (const Case& c : cases) {
         std::string p = std::string("ZTest_Widget.Name=\"") + c.name + "\"";
-        auto f = failure([&] {
-            d.getInstance(ctx, kNs, path(p.c_str()), false, false, false, CIMPropertyList());
-        });
+        auto f = failure([&] { get(path(p.c_str())); });
         EXPECT_EQ(CIM_ERR_FAILED, f.code) << c.name;
         EXPECT_EQ(c.message, f.message);
     }
@@ -171,14 +169,13 @@ TEST_F(DispatcherTest, ClassesWithoutProviderServeTheirMofInstancesReadOnly)
     d.enumerateInstances(ctx, interop, CIMName("PG_ProviderModule"), true, false, false, false,
                          CIMPropertyList(), modules);
     EXPECT_EQ(2u, modules.items.size());
-    CIMInstance m = d.getInstance(ctx, interop, path("PG_ProviderModule.Name=\"ZTest_Module\""),
-                                  false, false, false, CIMPropertyList());
+    CIMInstance m =
+        get(path("PG_ProviderModule.Name=\"ZTest_Module\""), CIMPropertyList(), interop);
     EXPECT_EQ(CIMValue(String("ZarTestProvider")),
               m.getProperty(m.findProperty(CIMName("Location"))).getValue());
     EXPECT_EQ(CIM_ERR_NOT_FOUND, failure([&] {
-                                     d.getInstance(ctx, interop,
-                                                   path("PG_ProviderModule.Name=\"none\""), false,
-                                                   false, false, CIMPropertyList());
+                                     get(path("PG_ProviderModule.Name=\"none\""), CIMPropertyList(),
+                                         interop);
                                  }).code);
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, failure([&] { d.createInstance(ctx, interop, m); }).code);
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED,
@@ -193,10 +190,7 @@ TEST_F(DispatcherTest, NamespaceAndClassErrors)
                   d.enumerateInstances(ctx, CIMNamespaceName("root/none"), CIMName("ZTest_Widget"),
                                        true, false, false, false, CIMPropertyList(), h);
               }).code);
-    EXPECT_EQ(CIM_ERR_INVALID_CLASS, failure([&] {
-                                         d.getInstance(ctx, kNs, path("Nope.Name=\"x\""), false,
-                                                       false, false, CIMPropertyList());
-                                     }).code);
+    EXPECT_EQ(CIM_ERR_INVALID_CLASS, failure([&] { get(path("Nope.Name=\"x\"")); }).code);
 }
 
 TEST_F(DispatcherTest, AssociationsRouteFilterAndCompletePaths)
