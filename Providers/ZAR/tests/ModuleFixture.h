@@ -1,7 +1,9 @@
-// ModuleFixture: the server core with the project's schema and provider
-// modules in this process, over a fresh simulated array (the demo
-// configuration) for every test; collecting response handlers for calls
-// through the dispatcher or straight into a provider object.
+// ModuleFixture: the fixture of every provider test that needs the server:
+// the server core with the project's schema and both provider modules in
+// this process, over a fresh simulated array (the demo configuration) for
+// every test, with a super, a browse and a disabled user; collecting
+// response handlers for calls through the dispatcher or straight into a
+// provider object.
 #ifndef ZAR_TESTS_MODULEFIXTURE_H
 #define ZAR_TESTS_MODULEFIXTURE_H
 
@@ -128,6 +130,16 @@ protected:
     }
 
     static const char* ns() { return "root/zar"; }
+
+    // The array's identity, read directly from the array library.
+    static api_sysinfo_t systemInfo()
+    {
+        api_sysinfo_t info{};
+        EXPECT_EQ(0, cim_sem_wait());
+        EXPECT_EQ(0, api_getSystemInfo(&info));
+        cim_sem_post();
+        return info;
+    }
 
     static zarserver::ServerCore* core_;
 };

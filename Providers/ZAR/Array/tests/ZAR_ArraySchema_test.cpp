@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 
 PEGASUS_USING_PEGASUS;
 using zartest::text;
@@ -69,7 +69,7 @@ const std::vector<Prop> kSystemProps = {
 
 const std::vector<Prop> kAssocProps = {{"ManagedElement", R, false}, {"Capabilities", R, false}};
 
-class ArraySchemaTest : public zartest::ArrayModuleFixture {
+class ArraySchemaTest : public zartest::ModuleFixture {
 protected:
     CIMClass cls(const char* ns, const char* name)
     {

@@ -3,7 +3,7 @@
 // compared with the array's export records.
 #include <map>
 
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 #include "SiblingTestSupport.h"
 
 PEGASUS_USING_PEGASUS;
@@ -22,12 +22,12 @@ const Protocol kProtocols[] = {
     {PORT_TYPE_FC, "ZAR_SCSIController", "ZAR_ControllerForUnit"},
     {PORT_TYPE_ISCSI, "ZAR_iSCSIController", "ZAR_iSCSIControllerForUnit"}};
 
-class ControllerForUnitProviderTest : public ArrayModuleFixture {
+class ControllerForUnitProviderTest : public ModuleFixture {
 protected:
     Array<CIMObjectPath> paths(const char* cls)
     {
         NameList names;
-        server().enumerateInstanceNames(as("viewer"), kZar, CIMName(cls), names);
+        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(cls), names);
         return names.got;
     }
     Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
@@ -35,7 +35,7 @@ protected:
                                     const char* resultRole)
     {
         NameList names;
-        server().associatorNames(as("viewer"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
+        server().associatorNames(as("p1browse"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
                                  resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
                                  names);
         return names.got;
@@ -44,7 +44,7 @@ protected:
                                   const char* role)
     {
         NameList names;
-        server().referenceNames(as("viewer"), kZar, from,
+        server().referenceNames(as("p1browse"), kZar, from,
                                 resultClass ? CIMName(resultClass) : CIMName(), role, names);
         return names.got;
     }
@@ -136,7 +136,7 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
             accessOf[fieldOf(v.name, sizeof v.name)] = v.access;
 
         InstanceList all;
-        server().enumerateInstances(as("viewer"), kZar, CIMName(p.assoc), true, false, false, false,
+        server().enumerateInstances(as("p1browse"), kZar, CIMName(p.assoc), true, false, false, false,
                                     CIMPropertyList(), all);
         ASSERT_EQ(exports.size(), all.got.size()) << p.assoc;
         for (Uint32 i = 0; i < all.got.size(); i++) {
@@ -156,7 +156,7 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
             for (Uint32 j = 0; j < fromVolume.size(); j++)
                 found = found || key(refKey(fromVolume[j], "Antecedent"), "DeviceID") == view;
             EXPECT_TRUE(found) << view << " " << wwn;
-            CIMInstance again = server().getInstance(as("viewer"), kZar, a.getPath(), false, false,
+            CIMInstance again = server().getInstance(as("p1browse"), kZar, a.getPath(), false, false,
                                                      false, CIMPropertyList());
             EXPECT_EQ(prop(a, "DeviceNumber"), prop(again, "DeviceNumber"));
         }
@@ -168,14 +168,14 @@ TEST_F(ControllerForUnitProviderTest, AssociatorsDeliverWholeVolumesAndViews)
     Array<CIMObjectPath> views = paths("ZAR_SCSIController");
     for (Uint32 i = 0; i < views.size(); i++) {
         ObjectList volumes;
-        server().associators(as("viewer"), kZar, views[i], CIMName("ZAR_ControllerForUnit"),
+        server().associators(as("p1browse"), kZar, views[i], CIMName("ZAR_ControllerForUnit"),
                              CIMName(), "", "", false, false, CIMPropertyList(), volumes);
         for (Uint32 v = 0; v < volumes.got.size(); v++) {
             CIMInstance vol(volumes.got[v]);
             EXPECT_EQ(key(volumes.got[v].getPath(), "DeviceID"), prop(vol, "DeviceID"));
             EXPECT_FALSE(prop(vol, "ElementName").empty());
             ObjectList back;
-            server().associators(as("viewer"), kZar, volumes.got[v].getPath(),
+            server().associators(as("p1browse"), kZar, volumes.got[v].getPath(),
                                  CIMName("ZAR_ControllerForUnit"), CIMName(), "", "", false, false,
                                  CIMPropertyList(), back);
             bool found = false;
@@ -207,7 +207,7 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
     EXPECT_EQ(CIM_ERR_NOT_FOUND,
               cimErrorOf([&] {
                   server().getInstance(
-                      as("viewer"), kZar,
+                      as("p1browse"), kZar,
                       CIMObjectPath("", kZar, CIMName("ZAR_ControllerForUnit"), assoc), false,
                       false, false, CIMPropertyList());
               }).getCode());

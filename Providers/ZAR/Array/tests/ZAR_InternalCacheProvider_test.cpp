@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 
 PEGASUS_USING_PEGASUS;
 using zartest::cimErrorOf;
@@ -23,7 +23,7 @@ CIMObjectPath cachePath(const String& id)
     return CIMObjectPath("localhost", kInternal, CIMName("ZAR_InternalCache"), keys);
 }
 
-class InternalCacheProviderTest : public zartest::ArrayModuleFixture {
+class InternalCacheProviderTest : public zartest::ModuleFixture {
 protected:
     // Invokes `method` on the object as `user` and returns its one output
     // parameter, checking the return value 0.
@@ -45,7 +45,7 @@ TEST_F(InternalCacheProviderTest, IdentityMethodsAnswerFromTheArray)
 {
     api_sysinfo_t info = systemInfo();
     ASSERT_NE('\0', info.name[0]);
-    OperationContext viewer = as("viewer");
+    OperationContext viewer = as("p1browse");
 
     CIMParamValue p = call("GetSystemName", viewer);
     EXPECT_EQ("SystemName", text(p.getParameterName()));
@@ -106,9 +106,9 @@ TEST_F(InternalCacheProviderTest, AnswersUnderBothNamesAndIgnoresCase)
     api_sysinfo_t info = systemInfo();
     String own = String(info.name) + "-InternalCache";
     String name;
-    call("GetSystemName", as("viewer"), own).getValue().get(name);
+    call("GetSystemName", as("p1browse"), own).getValue().get(name);
     EXPECT_EQ(std::string(info.name), text(name));
-    call("getsystemname", as("viewer"), "LOCALHOST-internalcache").getValue().get(name);
+    call("getsystemname", as("p1browse"), "LOCALHOST-internalcache").getValue().get(name);
     EXPECT_EQ(std::string(info.name), text(name));
 
     // Requests of the server itself: through a handle (no user), or through
@@ -122,7 +122,7 @@ TEST_F(InternalCacheProviderTest, AnswersUnderBothNamesAndIgnoresCase)
 
     Array<CIMParamValue> in, out;
     CIMException e = cimErrorOf([&] {
-        server().invokeMethod(as("viewer"), kInternal, cachePath("otherhost-InternalCache"),
+        server().invokeMethod(as("p1browse"), kInternal, cachePath("otherhost-InternalCache"),
                               CIMName("GetSystemName"), in, out);
     });
     EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
@@ -132,7 +132,7 @@ TEST_F(InternalCacheProviderTest, AnswersUnderBothNamesAndIgnoresCase)
 TEST_F(InternalCacheProviderTest, RefusesUsersMethodsAndChanges)
 {
     Array<CIMParamValue> in, out;
-    for (const char* user : {"nobody", "locked"}) {
+    for (const char* user : {"nobody", "p1locked"}) {
         CIMException e = cimErrorOf([&] {
             server().invokeMethod(as(user), kInternal, cachePath("localhost-InternalCache"),
                                   CIMName("GetSystemName"), in, out);
@@ -143,7 +143,7 @@ TEST_F(InternalCacheProviderTest, RefusesUsersMethodsAndChanges)
     EXPECT_EQ(0u, out.size());
 
     CIMException e = cimErrorOf([&] {
-        server().invokeMethod(as("viewer"), kInternal, cachePath("localhost-InternalCache"),
+        server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
                               CIMName("GetSystemSerial"), in, out);
     });
     EXPECT_EQ(CIM_ERR_METHOD_NOT_FOUND, e.getCode());
@@ -153,11 +153,11 @@ TEST_F(InternalCacheProviderTest, RefusesUsersMethodsAndChanges)
     CIMInstance inst(CIMName("ZAR_InternalCache"));
     inst.addProperty(CIMProperty(CIMName("InstanceID"), CIMValue(String("x-InternalCache"))));
     inst.setPath(cachePath("x-InternalCache"));
-    e = cimErrorOf([&] { server().createInstance(as("viewer"), kInternal, inst); });
+    e = cimErrorOf([&] { server().createInstance(as("p1browse"), kInternal, inst); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
     EXPECT_EQ("ZAR_InternalCacheProvider does not support createInstance.", text(e.getMessage()));
     e = cimErrorOf([&] {
-        server().deleteInstance(as("viewer"), kInternal, cachePath("localhost-InternalCache"));
+        server().deleteInstance(as("p1browse"), kInternal, cachePath("localhost-InternalCache"));
     });
     EXPECT_EQ("ZAR_InternalCacheProvider does not support deleteInstance.", text(e.getMessage()));
 }
@@ -167,7 +167,7 @@ TEST_F(InternalCacheProviderTest, ArrayFailuresBecomeOperationFailures)
     Array<CIMParamValue> in, out;
     zarsim_sem_timeout_next(1);
     CIMException e = cimErrorOf([&] {
-        server().invokeMethod(as("viewer"), kInternal, cachePath("localhost-InternalCache"),
+        server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
                               CIMName("GetSystemName"), in, out);
     });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
@@ -177,7 +177,7 @@ TEST_F(InternalCacheProviderTest, ArrayFailuresBecomeOperationFailures)
     // The address call has no status record: its code's text is reported.
     zarsim_fail_next("api_getSystemDualIP", 1, 12, "Out of memory");
     e = cimErrorOf([&] {
-        server().invokeMethod(as("viewer"), kInternal, cachePath("localhost-InternalCache"),
+        server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
                               CIMName("GetSystemAddress"), in, out);
     });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
@@ -185,7 +185,7 @@ TEST_F(InternalCacheProviderTest, ArrayFailuresBecomeOperationFailures)
 
     // The fault was used up: the next call answers.
     CIMValue rc =
-        server().invokeMethod(as("viewer"), kInternal, cachePath("localhost-InternalCache"),
+        server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
                               CIMName("GetSystemAddress"), in, out);
     EXPECT_FALSE(rc.isNull());
 }
@@ -202,14 +202,14 @@ TEST_F(InternalCacheProviderTest, TheObjectIsEnumerableAndGettable)
         void deliver(const CIMObjectPath& p) override { got.append(p); }
         void deliver(const Array<CIMObjectPath>& ps) override { got.appendArray(ps); }
     } names;
-    server().enumerateInstanceNames(as("viewer"), kInternal, CIMName("ZAR_InternalCache"), names);
+    server().enumerateInstanceNames(as("p1browse"), kInternal, CIMName("ZAR_InternalCache"), names);
     ASSERT_EQ(1u, names.got.size());
     const Array<CIMKeyBinding>& keys = names.got[0].getKeyBindings();
     ASSERT_EQ(1u, keys.size());
     EXPECT_EQ(id, text(keys[0].getValue()));
 
     CIMInstance inst =
-        server().getInstance(as("viewer"), kInternal, cachePath("localhost-InternalCache"), false,
+        server().getInstance(as("p1browse"), kInternal, cachePath("localhost-InternalCache"), false,
                              false, false, CIMPropertyList());
     Uint32 pos = inst.findProperty(CIMName("InstanceID"));
     ASSERT_NE(PEG_NOT_FOUND, pos);

@@ -3,7 +3,7 @@
 // builder, the iSCSI name of a target name and the iSCSI view path builder.
 #include <map>
 
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 #include "SiblingTestSupport.h"
 #include <ZAR_Common.h>
 #include <ZAR_SCSIProtocolFCEndpointProvider.h>
@@ -17,12 +17,12 @@ namespace {
 
 const CIMNamespaceName kZar("root/zar");
 
-class ProtocolEndpointTest : public ArrayModuleFixture {
+class ProtocolEndpointTest : public ModuleFixture {
 protected:
     Array<CIMInstance> endpoints(const char* cls)
     {
         InstanceList list;
-        server().enumerateInstances(as("viewer"), kZar, CIMName(cls), true, false, false, false,
+        server().enumerateInstances(as("p1browse"), kZar, CIMName(cls), true, false, false, false,
                                     CIMPropertyList(), list);
         return list.got;
     }
@@ -45,7 +45,7 @@ TEST_F(ProtocolEndpointTest, OneFCEndpointPerFCPortNamedByItsWWN)
         EXPECT_EQ("3", prop(got[i], "Role"));
         EXPECT_EQ(name, key(got[i].getPath(), "Name"));
         // Fetched again by its path.
-        CIMInstance again = server().getInstance(as("viewer"), kZar, got[i].getPath(), false, false,
+        CIMInstance again = server().getInstance(as("p1browse"), kZar, got[i].getPath(), false, false,
                                                  false, CIMPropertyList());
         EXPECT_EQ(name, prop(again, "Name"));
     }
@@ -75,7 +75,7 @@ TEST_F(ProtocolEndpointTest, ISCSIEndpointsCarryTargetNamesWhoseISCSINameIsThePo
         EXPECT_EQ(prop(got[i], "PortPosition"), std::string(loop_txbf(lpid, position, scratch)));
     }
     NameList paths;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("CIM_SCSIProtocolEndpoint"), paths);
+    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("CIM_SCSIProtocolEndpoint"), paths);
     EXPECT_EQ(ports.size() + arrayPorts(PORT_TYPE_FC).size(), paths.got.size())
         << "both endpoint classes answer for their superclass";
 }
@@ -119,7 +119,7 @@ TEST_F(ProtocolEndpointTest, FCPathBuilderNamesTheEnumeratedEndpoint)
         "ZAR_SCSIProtocolFCEndpoint", info.name, "0:1:1", "not-a-wwn");
     EXPECT_EQ("not-a-wwn", key(none, "Name"));
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("viewer"), kZar, none, false, false,
+                                     server().getInstance(as("p1browse"), kZar, none, false, false,
                                                           false, CIMPropertyList());
                                  }).getCode());
 }
@@ -157,7 +157,7 @@ TEST_F(ProtocolEndpointTest, PortFailuresAndUnknownPaths)
                 CIMKeyBinding::STRING);
     CIMObjectPath bare("", kZar, CIMName("ZAR_iSCSIProtocolEndpoint"), kb);
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("viewer"), kZar, bare, false, false,
+                                     server().getInstance(as("p1browse"), kZar, bare, false, false,
                                                           false, CIMPropertyList());
                                  }).getCode())
         << "the endpoint is named by its whole target name";

@@ -3,7 +3,7 @@
 // filters, compared with the array's view records.
 #include <map>
 
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 #include "SiblingTestSupport.h"
 
 PEGASUS_USING_PEGASUS;
@@ -24,12 +24,12 @@ const Protocol kProtocols[] = {{PORT_TYPE_FC, "ZAR_SCSIProtocolFCEndpoint", "ZAR
                                {PORT_TYPE_ISCSI, "ZAR_iSCSIProtocolEndpoint", "ZAR_iSCSIController",
                                 "ZAR_iSCSISAPAvailableForElement"}};
 
-class SAPAvailableForElementProviderTest : public ArrayModuleFixture {
+class SAPAvailableForElementProviderTest : public ModuleFixture {
 protected:
     Array<CIMInstance> instances(const char* cls)
     {
         InstanceList list;
-        server().enumerateInstances(as("viewer"), kZar, CIMName(cls), true, false, false, false,
+        server().enumerateInstances(as("p1browse"), kZar, CIMName(cls), true, false, false, false,
                                     CIMPropertyList(), list);
         return list.got;
     }
@@ -38,7 +38,7 @@ protected:
                                     const char* resultRole)
     {
         NameList names;
-        server().associatorNames(as("viewer"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
+        server().associatorNames(as("p1browse"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
                                  resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
                                  names);
         return names.got;
@@ -83,7 +83,7 @@ TEST_F(SAPAvailableForElementProviderTest, EachEndpointReachesItsPortsViewsAndBa
 
         // From each view back to the endpoints of its ports.
         NameList viewPaths;
-        server().enumerateInstanceNames(as("viewer"), kZar, CIMName(p.view), viewPaths);
+        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(p.view), viewPaths);
         for (Uint32 i = 0; i < viewPaths.got.size(); i++) {
             std::string id = key(viewPaths.got[i], "DeviceID");
             Array<CIMObjectPath> got = assocNames(viewPaths.got[i], p.assoc, "CIM_ProtocolEndpoint",
@@ -108,19 +108,19 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
                   assocNames(from, nullptr, "CIM_ManagedElement", "availablesap", "").size());
 
         ObjectList refs;
-        server().references(as("viewer"), kZar, from, CIMName(p.assoc), "AvailableSAP", false,
+        server().references(as("p1browse"), kZar, from, CIMName(p.assoc), "AvailableSAP", false,
                             false, CIMPropertyList(), refs);
         EXPECT_EQ(reached, refs.got.size());
         for (Uint32 i = 0; i < refs.got.size(); i++)
             EXPECT_EQ(prop(endpoints[0], "Name"),
                       key(refKey(refs.got[i].getPath(), "AvailableSAP"), "Name"));
         NameList none;
-        server().referenceNames(as("viewer"), kZar, from, CIMName(p.assoc), "ManagedElement", none);
+        server().referenceNames(as("p1browse"), kZar, from, CIMName(p.assoc), "ManagedElement", none);
         EXPECT_EQ(0u, none.got.size());
 
         // Whole views from the endpoint, each one the view of that path.
         ObjectList views;
-        server().associators(as("viewer"), kZar, from, CIMName(p.assoc), CIMName(), "", "", false,
+        server().associators(as("p1browse"), kZar, from, CIMName(p.assoc), CIMName(), "", "", false,
                              false, CIMPropertyList(), views);
         ASSERT_EQ(reached, views.got.size());
         for (Uint32 i = 0; i < views.got.size(); i++)
@@ -130,12 +130,12 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
         // Enumerated association instances: one per reached pair, each
         // fetched again by its path.
         NameList all;
-        server().enumerateInstanceNames(as("viewer"), kZar, CIMName(p.assoc), all);
+        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(p.assoc), all);
         size_t total = 0;
         for (Uint32 i = 0; i < endpoints.size(); i++)
             total += assocNames(endpoints[i].getPath(), p.assoc, nullptr, "", "").size();
         EXPECT_EQ(total, all.got.size());
-        CIMInstance one = server().getInstance(as("viewer"), kZar, all.got[0], false, false, false,
+        CIMInstance one = server().getInstance(as("p1browse"), kZar, all.got[0], false, false, false,
                                                CIMPropertyList());
         EXPECT_FALSE(prop(one, "ManagedElement").empty());
     }

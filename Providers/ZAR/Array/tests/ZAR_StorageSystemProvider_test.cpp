@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 
 PEGASUS_USING_PEGASUS;
 using zartest::cimErrorOf;
@@ -50,12 +50,12 @@ struct Names : ObjectPathResponseHandler {
     void deliver(const Array<CIMObjectPath>& ps) override { got.appendArray(ps); }
 };
 
-using StorageSystemProviderTest = zartest::ArrayModuleFixture;
+using StorageSystemProviderTest = zartest::ModuleFixture;
 
 TEST_F(StorageSystemProviderTest, EnumeratesTheOneSystemByItsName)
 {
     api_sysinfo_t info = systemInfo();
-    for (const OperationContext& context : {as("viewer"), OperationContext()}) {
+    for (const OperationContext& context : {as("p1browse"), OperationContext()}) {
         Names names;
         server().enumerateInstanceNames(context, kZar, CIMName("ZAR_StorageSystem"), names);
         ASSERT_EQ(1u, names.got.size());
@@ -82,7 +82,7 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
     cim_sem_post();
 
     CIMInstance inst =
-        server().getInstance(as("viewer"), kZar, systemPath("ZAR_StorageSystem", info.name), false,
+        server().getInstance(as("p1browse"), kZar, systemPath("ZAR_StorageSystem", info.name), false,
                              false, false, CIMPropertyList());
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "ElementName")));
@@ -126,12 +126,12 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
     api_sysinfo_t info = systemInfo();
     // The class key is compared ignoring case, the host not at all.
     CIMInstance inst =
-        server().getInstance(as("viewer"), kZar, systemPath("zar_storagesystem", info.name), false,
+        server().getInstance(as("p1browse"), kZar, systemPath("zar_storagesystem", info.name), false,
                              false, false, CIMPropertyList());
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
 
     CIMException e = cimErrorOf([&] {
-        server().getInstance(as("viewer"), kZar,
+        server().getInstance(as("p1browse"), kZar,
                              systemPath("ZAR_StorageSystem", String(info.name) + "X"), false, false,
                              false, CIMPropertyList());
     });
@@ -139,7 +139,7 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
     EXPECT_EQ("ZAR_StorageSystemProvider CIM Object not found.", text(e.getMessage()));
 
     e = cimErrorOf([&] {
-        server().getInstance(as("viewer"), kZar, systemPath("CIM_ComputerSystem", info.name), false,
+        server().getInstance(as("p1browse"), kZar, systemPath("CIM_ComputerSystem", info.name), false,
                              false, false, CIMPropertyList());
     });
     EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
@@ -147,7 +147,7 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
     Array<CIMKeyBinding> one;
     one.append(CIMKeyBinding(CIMName("Name"), String(info.name), CIMKeyBinding::STRING));
     e = cimErrorOf([&] {
-        server().getInstance(as("viewer"), kZar,
+        server().getInstance(as("p1browse"), kZar,
                              CIMObjectPath("", kZar, CIMName("ZAR_StorageSystem"), one), false,
                              false, false, CIMPropertyList());
     });
@@ -181,18 +181,18 @@ TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
     EXPECT_EQ(0u, names.got.size());
 
     CIMInstance changed =
-        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
     changed.setPath(path);
     e = cimErrorOf(
-        [&] { server().modifyInstance(as("viewer"), kZar, changed, false, CIMPropertyList()); });
+        [&] { server().modifyInstance(as("p1browse"), kZar, changed, false, CIMPropertyList()); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
     EXPECT_EQ("ZAR_StorageSystemProvider does not support modifyInstance.", text(e.getMessage()));
-    e = cimErrorOf([&] { server().deleteInstance(as("viewer"), kZar, path); });
+    e = cimErrorOf([&] { server().deleteInstance(as("p1browse"), kZar, path); });
     EXPECT_EQ("ZAR_StorageSystemProvider does not support deleteInstance.", text(e.getMessage()));
 
     zarsim_sem_timeout_next(1);
     e = cimErrorOf([&] {
-        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
     });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
     EXPECT_EQ("ZAR_StorageSystemProvider::getInstance - Operation failed: Semaphore Timed-Out",
@@ -200,7 +200,7 @@ TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
 
     zarsim_fail_next("api_getOwnerName", 1, 1, "owner record unreadable");
     e = cimErrorOf([&] {
-        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
     });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
 }

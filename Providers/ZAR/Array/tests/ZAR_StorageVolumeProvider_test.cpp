@@ -2,7 +2,7 @@
 // the array's record, fetched by path, and the refusals.
 #include <map>
 
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 #include "SiblingTestSupport.h"
 #include <zarsim_test.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 const CIMNamespaceName kZar("root/zar");
 
-class StorageVolumeProviderTest : public ArrayModuleFixture {
+class StorageVolumeProviderTest : public ModuleFixture {
 protected:
     Array<CIMInstance> all(const OperationContext& context, const char* cls = "ZAR_StorageVolume")
     {
@@ -33,7 +33,7 @@ TEST_F(StorageVolumeProviderTest, EveryVolumeOnceWithItsRecord)
     for (const api_vv_t& v : volumes)
         byWWN[fieldOf(v.name, sizeof v.name)] = v;
 
-    Array<CIMInstance> got = all(as("viewer"));
+    Array<CIMInstance> got = all(as("p1browse"));
     ASSERT_EQ(volumes.size(), got.size());
     std::set<std::string> seen;
     for (Uint32 i = 0; i < got.size(); i++) {
@@ -56,10 +56,10 @@ TEST_F(StorageVolumeProviderTest, EveryVolumeOnceWithItsRecord)
     }
 
     NameList names;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
+    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
     EXPECT_EQ(seen, keys(names.got, "DeviceID"));
     // Reached through a superclass as well.
-    EXPECT_EQ(volumes.size(), all(as("viewer"), "CIM_StorageVolume").size());
+    EXPECT_EQ(volumes.size(), all(as("p1browse"), "CIM_StorageVolume").size());
 }
 
 TEST_F(StorageVolumeProviderTest, ManyVolumesAreAllDeliveredAcrossChunks)
@@ -79,7 +79,7 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
     char wwn[33] = "";
     ASSERT_EQ(0, zarsim_add_volume("ro-vol", 2048, "-", VOL_MODE_READ, wwn));
     NameList names;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
+    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
     CIMObjectPath path;
     for (Uint32 i = 0; i < names.got.size(); i++)
         if (key(names.got[i], "DeviceID") == wwn)
@@ -87,7 +87,7 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
     ASSERT_EQ(wwn, key(path, "DeviceID"));
 
     CIMInstance inst =
-        server().getInstance(as("viewer"), kZar, path, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
     EXPECT_EQ("ro-vol", prop(inst, "ElementName"));
     EXPECT_EQ("1", prop(inst, "Access"));  // readable only
     EXPECT_EQ(std::to_string(2048ull * 2048),
@@ -100,7 +100,7 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
             kb[i] = CIMKeyBinding(CIMName("DeviceID"), "ro-vol", CIMKeyBinding::STRING);
     CIMObjectPath byName(path.getHost(), kZar, path.getClassName(), kb);
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("viewer"), kZar, byName, false, false,
+                                     server().getInstance(as("p1browse"), kZar, byName, false, false,
                                                           false, CIMPropertyList());
                                  }).getCode());
     for (Uint32 i = 0; i < kb.size(); i++) {
@@ -111,18 +111,18 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
     }
     CIMObjectPath otherSystem(path.getHost(), kZar, path.getClassName(), kb);
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("viewer"), kZar, otherSystem, false,
+                                     server().getInstance(as("p1browse"), kZar, otherSystem, false,
                                                           false, false, CIMPropertyList());
                                  }).getCode());
 }
 
 TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
 {
-    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] { all(as("locked")); }).getCode());
+    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] { all(as("p1locked")); }).getCode());
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] { all(as("nobody")); }).getCode());
 
     zarsim_fail_next("api_getVVs_chunk", 1, 1, "disk gone");
-    CIMException e = cimErrorOf([&] { all(as("viewer")); });
+    CIMException e = cimErrorOf([&] { all(as("p1browse")); });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
     EXPECT_NE(std::string::npos,
               text(e.getMessage()).find("ZAR_StorageVolumeProvider::enumerateInstances"));
@@ -130,15 +130,15 @@ TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
     EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
 
     NameList names;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageVolume"), names);
+    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
     ASSERT_GT(names.got.size(), 0u);
-    CIMInstance inst = server().getInstance(as("viewer"), kZar, names.got[0], false, false, false,
+    CIMInstance inst = server().getInstance(as("p1browse"), kZar, names.got[0], false, false, false,
                                             CIMPropertyList());
     inst.setPath(names.got[0]);
     e = cimErrorOf(
-        [&] { server().modifyInstance(as("viewer"), kZar, inst, false, CIMPropertyList()); });
+        [&] { server().modifyInstance(as("p1browse"), kZar, inst, false, CIMPropertyList()); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    e = cimErrorOf([&] { server().deleteInstance(as("viewer"), kZar, names.got[0]); });
+    e = cimErrorOf([&] { server().deleteInstance(as("p1browse"), kZar, names.got[0]); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
     EXPECT_EQ("ZAR_StorageVolumeProvider does not support deleteInstance.", text(e.getMessage()));
 }

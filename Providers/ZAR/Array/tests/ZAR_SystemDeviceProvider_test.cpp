@@ -1,7 +1,7 @@
 // From the storage system to every object of the array: its volumes and
 // views (ZAR_SystemDevice) and its target port endpoints
 // (ZAR_HostedAccessPoint), and back, compared with the array's records.
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 #include "SiblingTestSupport.h"
 
 PEGASUS_USING_PEGASUS;
@@ -11,12 +11,12 @@ namespace {
 
 const CIMNamespaceName kZar("root/zar");
 
-class SystemAssociationsTest : public ArrayModuleFixture {
+class SystemAssociationsTest : public ModuleFixture {
 protected:
     CIMObjectPath system()
     {
         NameList names;
-        server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_StorageSystem"), names);
+        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageSystem"), names);
         EXPECT_EQ(1u, names.got.size());
         return names.got.size() ? names.got[0] : CIMObjectPath();
     }
@@ -25,7 +25,7 @@ protected:
                                     const char* resultRole = "")
     {
         NameList names;
-        server().associatorNames(as("viewer"), kZar, from, CIMName(assoc),
+        server().associatorNames(as("p1browse"), kZar, from, CIMName(assoc),
                                  resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
                                  names);
         return names.got;
@@ -89,7 +89,7 @@ TEST_F(SystemAssociationsTest, TheSystemHostsEveryEndpoint)
         expected.insert(p.deviceID);
 
     ObjectList endpoints;
-    server().associators(as("viewer"), kZar, system(), CIMName("ZAR_HostedAccessPoint"), CIMName(),
+    server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_HostedAccessPoint"), CIMName(),
                          "Antecedent", "Dependent", false, false, CIMPropertyList(), endpoints);
     std::set<std::string> got;
     for (Uint32 i = 0; i < endpoints.got.size(); i++)
@@ -102,7 +102,7 @@ TEST_F(SystemAssociationsTest, TheSystemHostsEveryEndpoint)
     CIMObjectPath one = endpoints.got[0].getPath();
     ASSERT_EQ(1u, assocNames(one, "ZAR_HostedAccessPoint", nullptr).size());
     NameList refs;
-    server().referenceNames(as("viewer"), kZar, one, CIMName("ZAR_HostedAccessPoint"), "Dependent",
+    server().referenceNames(as("p1browse"), kZar, one, CIMName("ZAR_HostedAccessPoint"), "Dependent",
                             refs);
     ASSERT_EQ(1u, refs.got.size());
     EXPECT_EQ(key(system(), "Name"), key(refKey(refs.got[0], "Antecedent"), "Name"));

@@ -1,6 +1,6 @@
 // iSCSI views through the server: the array's iSCSI view records, each
 // once, fetched by path, renamed through its host, and refusals.
-#include "ArrayModuleFixture.h"
+#include "ModuleFixture.h"
 #include "SiblingTestSupport.h"
 
 PEGASUS_USING_PEGASUS;
@@ -10,7 +10,7 @@ namespace {
 
 const CIMNamespaceName kZar("root/zar");
 
-using ISCSIControllerProviderTest = ArrayModuleFixture;
+using ISCSIControllerProviderTest = ModuleFixture;
 
 TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
 {
@@ -20,7 +20,7 @@ TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
     ASSERT_FALSE(expected.empty());
 
     InstanceList list;
-    server().enumerateInstances(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), true, false,
+    server().enumerateInstances(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), true, false,
                                 false, false, CIMPropertyList(), list);
     std::set<std::string> got;
     for (Uint32 i = 0; i < list.got.size(); i++) {
@@ -31,10 +31,10 @@ TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
     EXPECT_EQ(expected, got);
 
     NameList names;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), names);
+    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), names);
     EXPECT_EQ(expected, keys(names.got, "DeviceID"));
     for (Uint32 i = 0; i < names.got.size(); i++) {
-        CIMInstance one = server().getInstance(as("viewer"), kZar, names.got[i], false, false,
+        CIMInstance one = server().getInstance(as("p1browse"), kZar, names.got[i], false, false,
                                                false, CIMPropertyList());
         EXPECT_EQ(key(names.got[i], "DeviceID"), prop(one, "DeviceID"));
     }
@@ -45,7 +45,7 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
     std::vector<vlun> fc = arrayViews(PORT_TYPE_FC);
     ASSERT_FALSE(fc.empty());
     NameList names;
-    server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"), names);
+    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), names);
     ASSERT_GT(names.got.size(), 0u);
     for (const char* which : {"DeviceID", "SystemName"}) {
         Array<CIMKeyBinding> kb = names.got[0].getKeyBindings();
@@ -58,7 +58,7 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
                                       CIMKeyBinding::STRING);
         CIMObjectPath p("", kZar, CIMName("ZAR_iSCSIController"), kb);
         EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                         server().getInstance(as("viewer"), kZar, p, false, false,
+                                         server().getInstance(as("p1browse"), kZar, p, false, false,
                                                               false, CIMPropertyList());
                                      }).getCode())
             << which;
@@ -68,7 +68,7 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER,
               cimErrorOf([&] {
                   server().getInstance(
-                      as("viewer"), kZar,
+                      as("p1browse"), kZar,
                       CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), none), false, false,
                       false, CIMPropertyList());
               }).getCode());
@@ -84,7 +84,7 @@ TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
                 CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), Array<CIMKeyBinding>());
             hostName = fieldOf(r.hostname, sizeof r.hostname);
             NameList names;
-            server().enumerateInstanceNames(as("viewer"), kZar, CIMName("ZAR_iSCSIController"),
+            server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"),
                                             names);
             for (Uint32 i = 0; i < names.got.size(); i++)
                 if (key(names.got[i], "DeviceID") == fieldOf(r.deviceID, sizeof r.deviceID))
@@ -94,19 +94,19 @@ TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
     ASSERT_FALSE(hostName.empty()) << "the demo array has an iSCSI host-sees view";
     ASSERT_EQ(0, zarsim_add_user("editor", "editor-pw", "edit"));
     CIMInstance view =
-        server().getInstance(as("viewer"), kZar, hsView, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, hsView, false, false, false, CIMPropertyList());
     view.getProperty(view.findProperty(CIMName("ElementName")))
         .setValue(CIMValue(String("renamed01")));
     view.setPath(hsView);
     Array<CIMName> only;
     only.append(CIMName("ElementName"));
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] {
-                                         server().modifyInstance(as("viewer"), kZar, view, false,
+                                         server().modifyInstance(as("p1browse"), kZar, view, false,
                                                                  CIMPropertyList(only));
                                      }).getCode());
     server().modifyInstance(as("editor"), kZar, view, false, CIMPropertyList(only));
     CIMInstance after =
-        server().getInstance(as("viewer"), kZar, hsView, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, hsView, false, false, false, CIMPropertyList());
     EXPECT_EQ("renamed01", prop(after, "ElementName"));
 }
 
