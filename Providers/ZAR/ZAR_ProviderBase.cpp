@@ -67,6 +67,41 @@ void ZAR_ProviderBase::deleteInstance(const OperationContext&, const CIMObjectPa
     throw CIMNotSupportedException(_className + " does not support deleteInstance.");
 }
 
+void ZAR_ProviderBase::_enumerateFrame(const OperationContext& context,
+                                       const CIMObjectPath& classReference, const char* ownClass,
+                                       const char* cimClass, const char* entryTrace,
+                                       const char* exitTrace, const std::function<void()>& body)
+{
+    log_message(4, "%s", entryTrace);
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    _checkClassName(classReference.getClassName(), ownClass, cimClass);
+    log_message(4, "\t className = %s\n",
+                (const char*)classReference.getClassName().getString().getCString());
+    body();
+    log_message(4, "%s", exitTrace);
+}
+
+void ZAR_ProviderBase::_checkKeyCount(const CIMObjectPath& path, Uint32 expected,
+                                      const char* expectText) const
+{
+    Uint32 keyCount = path.getKeyBindings().size();
+    if (keyCount == expected)
+        return;
+    log_message(2, "%s::getInstance(): Invalid number of keys (%d)\n", _traceName(), (int)keyCount);
+    throw CIMInvalidParameterException(_className + expectText);
+}
+
+Boolean ZAR_ProviderBase::_answeredEmpty(Boolean invalid, const char* operation,
+                                         const CIMName& resultClass, ResponseHandler& handler) const
+{
+    if (!invalid)
+        return false;
+    log_message(2, "%s::%s: invalid params: resultClass = %s \n", _traceName(), operation,
+                (const char*)resultClass.getString().getCString());
+    handler.complete();
+    return true;
+}
+
 void ZAR_ProviderBase::_identity(String& systemName, String& host, const char* operation)
 {
     api_sysinfo_t info;

@@ -11,6 +11,8 @@
 #ifndef ZAR_ProviderBase_h
 #define ZAR_ProviderBase_h
 
+#include <functional>
+
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 
@@ -57,6 +59,33 @@ protected:
     // unless className is ownClass or cimClass.
     void _checkClassName(const CIMName& className, const char* ownClass,
                          const char* cimClass) const;
+
+    // The frame of an enumeration of a provider whose instances are fixed:
+    // entryTrace, the user's access check, the class check, a trace of the
+    // class name, body, then exitTrace (all traces at level 4).
+    void _enumerateFrame(const OperationContext& context, const CIMObjectPath& classReference,
+                         const char* ownClass, const char* cimClass, const char* entryTrace,
+                         const char* exitTrace, const std::function<void()>& body);
+
+    // CIMInvalidParameterException "<ClassName><expectText>" after a
+    // level-2 trace "<Name>::getInstance(): Invalid number of keys (n)"
+    // unless the path has `expected` keys.
+    void _checkKeyCount(const CIMObjectPath& path, Uint32 expected, const char* expectText) const;
+
+    // For an association operation whose parameters cannot name the
+    // association: a level-2 trace "<Name>::<operation>: invalid params:
+    // resultClass = <class>", complete() and true. False otherwise.
+    Boolean _answeredEmpty(Boolean invalid, const char* operation, const CIMName& resultClass,
+                           ResponseHandler& handler) const;
+
+    // processing(), one object, complete().
+    template <class Handler, class Object>
+    static void _deliverOne(Handler& handler, const Object& object)
+    {
+        handler.processing();
+        handler.deliver(object);
+        handler.complete();
+    }
 
     // The system's name (SystemName keys) and the host of returned paths,
     // read from the array. A failure throws CIMOperationFailedException

@@ -214,14 +214,9 @@ void ZAR_ConfigServicesForSCSIControllerProvider::associators(
                 (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associators")) {
-        log_message(2,
-                    "ZAR_ConfigServicesForSCSIControllerProvider::associators: "
-                    "invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associators"),
+                       "associators", resultClass, handler))
         return;
-    }
     if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::associators\n");
         handler.complete();
@@ -245,14 +240,9 @@ void ZAR_ConfigServicesForSCSIControllerProvider::associatorNames(
                 (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associatorNames")) {
-        log_message(2,
-                    "ZAR_ConfigServicesForSCSIControllerProvider::associatorNames: "
-                    "invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associatorNames"),
+                       "associatorNames", resultClass, handler))
         return;
-    }
     if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::associatorNames\n");
         handler.complete();
@@ -276,14 +266,9 @@ void ZAR_ConfigServicesForSCSIControllerProvider::references(
                 _text(objectName).c_str());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "references")) {
-        log_message(2,
-                    "ZAR_ConfigServicesForSCSIControllerProvider::references: "
-                    "invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "references"),
+                       "references", resultClass, handler))
         return;
-    }
     if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::references\n");
         handler.complete();
@@ -309,14 +294,9 @@ void ZAR_ConfigServicesForSCSIControllerProvider::referenceNames(const Operation
                 _text(objectName).c_str());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "referenceNames")) {
-        log_message(2,
-                    "ZAR_ConfigServicesForSCSIControllerProvider::referenceNames: "
-                    "invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "referenceNames"),
+                       "referenceNames", resultClass, handler))
         return;
-    }
     if (!_exists(context, objectName)) {
         log_message(4, "<--ZAR_ConfigServicesForSCSIController::referenceNames\n");
         handler.complete();
@@ -340,14 +320,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::getInstance(
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::getInstance() \n");
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
-    Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 2) {
-        log_message(2,
-                    "ZAR_ConfigServicesForSCSIControllerProvider::getInstance(): "
-                    "Invalid number of keys (%d)\n",
-                    (int)keyCount);
-        throw CIMInvalidParameterException(ClassName + " Expect two keys.");
-    }
+    _checkKeyCount(instanceReference, 2, " Expect two keys.");
 
     // A request through CIM_ConcreteDependency names the same instance.
     CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
@@ -358,9 +331,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::getInstance(
                                                               includeClassOrigin, propertyList);
     for (Uint32 i = 0; i < instances.size(); i++) {
         if (ZAR_Common::matchObjectPath(instances[i].getPath(), wanted)) {
-            handler.processing();
-            handler.deliver(instances[i]);
-            handler.complete();
+            _deliverOne(handler, instances[i]);
             log_message(4,
                         "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
                         "getInstance()\n\n");
@@ -375,43 +346,38 @@ void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstances(
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_ConfigServicesForSCSIControllerProvider::"
-                "enumerateInstances() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-    Array<CIMInstance> instances = _buildAssociationInstances(_ccsPath, context, includeQualifiers,
-                                                              includeClassOrigin, propertyList);
-    handler.processing();
-    for (Uint32 i = 0; i < instances.size(); i++)
-        handler.deliver(instances[i]);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-                "enumerateInstances() \n");
+    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
+                    "--> ZAR_ConfigServicesForSCSIControllerProvider::"
+                    "enumerateInstances() \n",
+                    "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
+                    "enumerateInstances() \n",
+                    [&]() {
+                        Array<CIMInstance> instances = _buildAssociationInstances(
+                            _ccsPath, context, includeQualifiers, includeClassOrigin, propertyList);
+                        handler.processing();
+                        for (Uint32 i = 0; i < instances.size(); i++)
+                            handler.deliver(instances[i]);
+                        handler.complete();
+                    });
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames(
     const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_ConfigServicesForSCSIControllerProvider::"
-                "enumerateInstanceNames() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-    Array<CIMObjectPath> paths = _buildAssociationInstanceNames(_ccsPath, context);
-    handler.processing();
-    for (Uint32 i = 0; i < paths.size(); i++)
-        handler.deliver(paths[i]);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-                "enumerateInstanceNames() \n");
+    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
+                    "--> ZAR_ConfigServicesForSCSIControllerProvider::"
+                    "enumerateInstanceNames() \n",
+                    "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
+                    "enumerateInstanceNames() \n",
+                    [&]() {
+                        Array<CIMObjectPath> paths =
+                            _buildAssociationInstanceNames(_ccsPath, context);
+                        handler.processing();
+                        for (Uint32 i = 0; i < paths.size(); i++)
+                            handler.deliver(paths[i]);
+                        handler.complete();
+                    });
 }
 
 PEGASUS_NAMESPACE_END

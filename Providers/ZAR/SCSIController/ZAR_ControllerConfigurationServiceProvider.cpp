@@ -127,14 +127,7 @@ void ZAR_ControllerConfigurationServiceProvider::getInstance(const OperationCont
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName(), SERVICE_CLASS, CIM_SERVICE_CLASS);
 
-    Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 4) {
-        log_message(2,
-                    "ZAR_ControllerConfigurationServiceProvider::getInstance(): "
-                    "Invalid number of keys (%d)\n",
-                    (int)keyCount);
-        throw CIMInvalidParameterException(ClassName + " Expect four keys.");
-    }
+    _checkKeyCount(instanceReference, 4, " Expect four keys.");
 
     // The keys decide: a request through the CIM superclass names the same
     // instance.
@@ -143,9 +136,7 @@ void ZAR_ControllerConfigurationServiceProvider::getInstance(const OperationCont
     if (!ZAR_Common::matchObjectPath(wanted, _instanceName))
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
 
-    handler.processing();
-    handler.deliver(_buildInstance(includeQualifiers, includeClassOrigin, propertyList));
-    handler.complete();
+    _deliverOne(handler, _buildInstance(includeQualifiers, includeClassOrigin, propertyList));
     log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::getInstance()\n");
 }
 
@@ -154,39 +145,28 @@ void ZAR_ControllerConfigurationServiceProvider::enumerateInstances(
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_ControllerConfigurationServiceProvider::"
-                "enumerateInstances() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), SERVICE_CLASS, CIM_SERVICE_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-    CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_ControllerConfigurationServiceProvider::"
-                "enumerateInstances() \n");
+    _enumerateFrame(context, classReference, SERVICE_CLASS, CIM_SERVICE_CLASS,
+                    "--> ZAR_ControllerConfigurationServiceProvider::"
+                    "enumerateInstances() \n",
+                    "<-- ZAR_ControllerConfigurationServiceProvider::"
+                    "enumerateInstances() \n",
+                    [&]() {
+                        CIMInstance instance =
+                            _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
+                        _deliverOne(handler, instance);
+                    });
 }
 
 void ZAR_ControllerConfigurationServiceProvider::enumerateInstanceNames(
     const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_ControllerConfigurationServiceProvider::"
-                "enumerateInstanceNames()\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), SERVICE_CLASS, CIM_SERVICE_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-    handler.processing();
-    handler.deliver(_instanceName);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_ControllerConfigurationServiceProvider::"
-                "enumerateInstanceNames()\n");
+    _enumerateFrame(context, classReference, SERVICE_CLASS, CIM_SERVICE_CLASS,
+                    "--> ZAR_ControllerConfigurationServiceProvider::"
+                    "enumerateInstanceNames()\n",
+                    "<-- ZAR_ControllerConfigurationServiceProvider::"
+                    "enumerateInstanceNames()\n",
+                    [&]() { _deliverOne(handler, _instanceName); });
 }
 
 void ZAR_ControllerConfigurationServiceProvider::invokeMethod(

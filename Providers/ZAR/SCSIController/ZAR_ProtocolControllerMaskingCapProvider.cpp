@@ -133,14 +133,7 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName(), CAP_CLASS, CIM_CAP_CLASS);
 
-    Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 1) {
-        log_message(2,
-                    "ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                    "getInstance(): Invalid number of keys (%d)\n",
-                    (int)keyCount);
-        throw CIMInvalidParameterException(ClassName + " Expect only one key.");
-    }
+    _checkKeyCount(instanceReference, 1, " Expect only one key.");
 
     // Only the key decides: a request through the CIM superclass names the
     // same instance.
@@ -151,9 +144,7 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(
     }
 
     CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
+    _deliverOne(handler, instance);
     log_message(4,
                 "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "getInstance()\n");
@@ -164,41 +155,28 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances(
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                "enumerateInstances() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), CAP_CLASS, CIM_CAP_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-
-    CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                "enumerateInstances() \n");
+    _enumerateFrame(context, classReference, CAP_CLASS, CIM_CAP_CLASS,
+                    "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstances() \n",
+                    "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstances() \n",
+                    [&]() {
+                        CIMInstance instance =
+                            _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
+                        _deliverOne(handler, instance);
+                    });
 }
 
 void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
     const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                "enumerateInstanceNames()\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), CAP_CLASS, CIM_CAP_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-
-    handler.processing();
-    handler.deliver(_instanceName);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                "enumerateInstanceNames()\n");
+    _enumerateFrame(context, classReference, CAP_CLASS, CIM_CAP_CLASS,
+                    "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstanceNames()\n",
+                    "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstanceNames()\n",
+                    [&]() { _deliverOne(handler, _instanceName); });
 }
 
 PEGASUS_NAMESPACE_END

@@ -202,14 +202,9 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::associators(
                 (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associators")) {
-        log_message(2,
-                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "associators: invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associators"),
+                       "associators", resultClass, handler))
         return;
-    }
     handler.deliver(CIMObject(_getRelatedInstance(objectName, context, includeQualifiers,
                                                   includeClassOrigin, propertyList)));
     handler.complete();
@@ -232,14 +227,9 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::associatorNames(
                 (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, resultRole, resultClass, "associatorNames")) {
-        log_message(2,
-                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "associatorNames: invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associatorNames"),
+                       "associatorNames", resultClass, handler))
         return;
-    }
     CIMObjectPath related = _getRelatedInstanceName(objectName);
     // An object of another class has no far end here.
     if (!related.getClassName().isNull())
@@ -261,14 +251,9 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::references(
                 (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "references")) {
-        log_message(2,
-                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "references: invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "references"),
+                       "references", resultClass, handler))
         return;
-    }
     handler.deliver(
         CIMObject(_buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList)));
     handler.complete();
@@ -287,14 +272,9 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::referenceNames(
                 (const char*)objectName.toString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_invalidParms(objectName, role, String(), resultClass, "referenceNames")) {
-        log_message(2,
-                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "referenceNames: invalid params: resultClass = %s \n",
-                    (const char*)resultClass.getString().getCString());
-        handler.complete();
+    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "referenceNames"),
+                       "referenceNames", resultClass, handler))
         return;
-    }
     handler.deliver(_assocInstanceName);
     handler.complete();
     log_message(4,
@@ -316,14 +296,7 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance(
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     _checkClassName(instanceReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
 
-    Uint32 keyCount = instanceReference.getKeyBindings().size();
-    if (keyCount != 2) {
-        log_message(2,
-                    "ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "getInstance(): Invalid number of keys (%d)\n",
-                    (int)keyCount);
-        throw CIMInvalidParameterException(ClassName + " Expect two keys.");
-    }
+    _checkKeyCount(instanceReference, 2, " Expect two keys.");
 
     // A request through CIM_ElementCapabilities names the same instance.
     CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
@@ -333,9 +306,7 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance(
 
     CIMInstance instance =
         _buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
+    _deliverOne(handler, instance);
     log_message(4,
                 "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "getInstance()\n\n");
@@ -346,40 +317,28 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstances(
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "enumerateInstances() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-    CIMInstance instance =
-        _buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "enumerateInstances() \n");
+    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
+                    "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstances() \n",
+                    "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstances() \n",
+                    [&]() {
+                        CIMInstance instance = _buildAssociationInstance(
+                            includeQualifiers, includeClassOrigin, propertyList);
+                        _deliverOne(handler, instance);
+                    });
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
     const OperationContext& context, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler)
 {
-    log_message(4,
-                "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "enumerateInstanceNames() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(classReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
-    log_message(4, "\t className = %s\n",
-                (const char*)classReference.getClassName().getString().getCString());
-    handler.processing();
-    handler.deliver(_assocInstanceName);
-    handler.complete();
-    log_message(4,
-                "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "enumerateInstanceNames() \n");
+    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
+                    "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstanceNames() \n",
+                    "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
+                    "enumerateInstanceNames() \n",
+                    [&]() { _deliverOne(handler, _assocInstanceName); });
 }
 
 PEGASUS_NAMESPACE_END
