@@ -136,8 +136,8 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
             accessOf[fieldOf(v.name, sizeof v.name)] = v.access;
 
         InstanceList all;
-        server().enumerateInstances(as("p1browse"), kZar, CIMName(p.assoc), true, false, false, false,
-                                    CIMPropertyList(), all);
+        server().enumerateInstances(as("p1browse"), kZar, CIMName(p.assoc), true, false, false,
+                                    false, CIMPropertyList(), all);
         ASSERT_EQ(exports.size(), all.got.size()) << p.assoc;
         for (Uint32 i = 0; i < all.got.size(); i++) {
             const CIMInstance& a = all.got[i];
@@ -156,8 +156,8 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
             for (Uint32 j = 0; j < fromVolume.size(); j++)
                 found = found || key(refKey(fromVolume[j], "Antecedent"), "DeviceID") == view;
             EXPECT_TRUE(found) << view << " " << wwn;
-            CIMInstance again = server().getInstance(as("p1browse"), kZar, a.getPath(), false, false,
-                                                     false, CIMPropertyList());
+            CIMInstance again = server().getInstance(as("p1browse"), kZar, a.getPath(), false,
+                                                     false, false, CIMPropertyList());
             EXPECT_EQ(prop(a, "DeviceNumber"), prop(again, "DeviceNumber"));
         }
     }
@@ -218,6 +218,7 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
     EXPECT_NE(std::string::npos,
               text(e.getMessage()).find("ZAR_ControllerForUnitProvider::_forEachPair"));
     EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
+
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] {
                                          NameList names;
                                          server().associatorNames(

@@ -45,8 +45,8 @@ TEST_F(ProtocolEndpointTest, OneFCEndpointPerFCPortNamedByItsWWN)
         EXPECT_EQ("3", prop(got[i], "Role"));
         EXPECT_EQ(name, key(got[i].getPath(), "Name"));
         // Fetched again by its path.
-        CIMInstance again = server().getInstance(as("p1browse"), kZar, got[i].getPath(), false, false,
-                                                 false, CIMPropertyList());
+        CIMInstance again = server().getInstance(as("p1browse"), kZar, got[i].getPath(), false,
+                                                 false, false, CIMPropertyList());
         EXPECT_EQ(name, prop(again, "Name"));
     }
 }
@@ -75,7 +75,8 @@ TEST_F(ProtocolEndpointTest, ISCSIEndpointsCarryTargetNamesWhoseISCSINameIsThePo
         EXPECT_EQ(prop(got[i], "PortPosition"), std::string(loop_txbf(lpid, position, scratch)));
     }
     NameList paths;
-    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("CIM_SCSIProtocolEndpoint"), paths);
+    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("CIM_SCSIProtocolEndpoint"),
+                                    paths);
     EXPECT_EQ(ports.size() + arrayPorts(PORT_TYPE_FC).size(), paths.got.size())
         << "both endpoint classes answer for their superclass";
 }

@@ -115,7 +115,8 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
             EXPECT_EQ(prop(endpoints[0], "Name"),
                       key(refKey(refs.got[i].getPath(), "AvailableSAP"), "Name"));
         NameList none;
-        server().referenceNames(as("p1browse"), kZar, from, CIMName(p.assoc), "ManagedElement", none);
+        server().referenceNames(as("p1browse"), kZar, from, CIMName(p.assoc), "ManagedElement",
+                                none);
         EXPECT_EQ(0u, none.got.size());
 
         // Whole views from the endpoint, each one the view of that path.
@@ -135,8 +136,8 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
         for (Uint32 i = 0; i < endpoints.size(); i++)
             total += assocNames(endpoints[i].getPath(), p.assoc, nullptr, "", "").size();
         EXPECT_EQ(total, all.got.size());
-        CIMInstance one = server().getInstance(as("p1browse"), kZar, all.got[0], false, false, false,
-                                               CIMPropertyList());
+        CIMInstance one = server().getInstance(as("p1browse"), kZar, all.got[0], false, false,
+                                               false, CIMPropertyList());
         EXPECT_FALSE(prop(one, "ManagedElement").empty());
     }
 }

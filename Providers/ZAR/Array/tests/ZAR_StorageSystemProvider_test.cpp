@@ -82,8 +82,8 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
     cim_sem_post();
 
     CIMInstance inst =
-        server().getInstance(as("p1browse"), kZar, systemPath("ZAR_StorageSystem", info.name), false,
-                             false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, systemPath("ZAR_StorageSystem", info.name),
+                             false, false, false, CIMPropertyList());
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "ElementName")));
     EXPECT_EQ("ZAR_StorageSystem", text(valueOf<String>(inst, "CreationClassName")));
@@ -126,8 +126,8 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
     api_sysinfo_t info = systemInfo();
     // The class key is compared ignoring case, the host not at all.
     CIMInstance inst =
-        server().getInstance(as("p1browse"), kZar, systemPath("zar_storagesystem", info.name), false,
-                             false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, systemPath("zar_storagesystem", info.name),
+                             false, false, false, CIMPropertyList());
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
 
     CIMException e = cimErrorOf([&] {
@@ -139,8 +139,8 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
     EXPECT_EQ("ZAR_StorageSystemProvider CIM Object not found.", text(e.getMessage()));
 
     e = cimErrorOf([&] {
-        server().getInstance(as("p1browse"), kZar, systemPath("CIM_ComputerSystem", info.name), false,
-                             false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), kZar, systemPath("CIM_ComputerSystem", info.name),
+                             false, false, false, CIMPropertyList());
     });
     EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
 

@@ -100,8 +100,8 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
             kb[i] = CIMKeyBinding(CIMName("DeviceID"), "ro-vol", CIMKeyBinding::STRING);
     CIMObjectPath byName(path.getHost(), kZar, path.getClassName(), kb);
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("p1browse"), kZar, byName, false, false,
-                                                          false, CIMPropertyList());
+                                     server().getInstance(as("p1browse"), kZar, byName, false,
+                                                          false, false, CIMPropertyList());
                                  }).getCode());
     for (Uint32 i = 0; i < kb.size(); i++) {
         if (kb[i].getName().equal(CIMName("DeviceID")))

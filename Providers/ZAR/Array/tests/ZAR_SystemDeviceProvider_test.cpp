@@ -1,6 +1,9 @@
 // From the storage system to every object of the array: its volumes and
 // views (ZAR_SystemDevice) and its target port endpoints
 // (ZAR_HostedAccessPoint), and back, compared with the array's records.
+#include <functional>
+#include <vector>
+
 #include "ModuleFixture.h"
 #include "SiblingTestSupport.h"
 
@@ -72,6 +75,13 @@ TEST_F(SystemAssociationsTest, TheSystemHoldsEveryVolumeAndView)
     EXPECT_EQ(views, devices(assocNames(system(), "ZAR_SystemDevice", "CIM_ProtocolController")));
     EXPECT_EQ(0u, assocNames(system(), "ZAR_SystemDevice", nullptr, "PartComponent").size());
 
+    // Whole volumes, as the volume provider builds them.
+    ObjectList volumes;
+    server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_SystemDevice"),
+                         CIMName("ZAR_StorageVolume"), "", "", false, false, CIMPropertyList(),
+                         volumes);
+    EXPECT_EQ(only("ZAR_StorageVolume|").size(), volumes.got.size());
+
     // Each device leads back to the system, once.
     for (Uint32 i = 0; i < all.size(); i++) {
         Array<CIMObjectPath> back = assocNames(all[i], "ZAR_SystemDevice", "CIM_System");
@@ -89,8 +99,9 @@ TEST_F(SystemAssociationsTest, TheSystemHostsEveryEndpoint)
         expected.insert(p.deviceID);
 
     ObjectList endpoints;
-    server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_HostedAccessPoint"), CIMName(),
-                         "Antecedent", "Dependent", false, false, CIMPropertyList(), endpoints);
+    server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_HostedAccessPoint"),
+                         CIMName(), "Antecedent", "Dependent", false, false, CIMPropertyList(),
+                         endpoints);
     std::set<std::string> got;
     for (Uint32 i = 0; i < endpoints.got.size(); i++)
         got.insert(prop(CIMInstance(endpoints.got[i]), "PortPosition"));
@@ -102,10 +113,42 @@ TEST_F(SystemAssociationsTest, TheSystemHostsEveryEndpoint)
     CIMObjectPath one = endpoints.got[0].getPath();
     ASSERT_EQ(1u, assocNames(one, "ZAR_HostedAccessPoint", nullptr).size());
     NameList refs;
-    server().referenceNames(as("p1browse"), kZar, one, CIMName("ZAR_HostedAccessPoint"), "Dependent",
-                            refs);
+    server().referenceNames(as("p1browse"), kZar, one, CIMName("ZAR_HostedAccessPoint"),
+                            "Dependent", refs);
     ASSERT_EQ(1u, refs.got.size());
     EXPECT_EQ(key(system(), "Name"), key(refKey(refs.got[0], "Antecedent"), "Name"));
+}
+
+// The association base checks the user before anything else, whatever
+// the association.
+TEST_F(SystemAssociationsTest, EveryOperationChecksTheUserFirst)
+{
+    CIMObjectPath from = system();
+    OperationContext nobody = as("nobody");
+    NameList names;
+    ObjectList objects;
+    InstanceList instances;
+    const CIMName assoc("ZAR_SystemDevice");
+    const std::vector<std::function<void()>> calls = {
+        [&] { server().associatorNames(nobody, kZar, from, assoc, CIMName(), "", "", names); },
+        [&] {
+            server().associators(nobody, kZar, from, assoc, CIMName(), "", "", false, false,
+                                 CIMPropertyList(), objects);
+        },
+        [&] { server().referenceNames(nobody, kZar, from, assoc, "", names); },
+        [&] {
+            server().references(nobody, kZar, from, assoc, "", false, false, CIMPropertyList(),
+                                objects);
+        },
+        [&] { server().enumerateInstanceNames(nobody, kZar, assoc, names); },
+        [&] {
+            server().enumerateInstances(nobody, kZar, assoc, true, false, false, false,
+                                        CIMPropertyList(), instances);
+        },
+    };
+    for (size_t i = 0; i < calls.size(); i++)
+        EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf(calls[i]).getCode()) << "operation " << i;
+    EXPECT_EQ(0u, names.got.size() + objects.got.size() + instances.got.size());
 }
 
 }  // namespace

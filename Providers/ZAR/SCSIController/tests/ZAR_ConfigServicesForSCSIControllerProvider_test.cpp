@@ -94,6 +94,10 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
     zartest::Instances one;
     p()->getInstance(as("p1browse"), assoc.getPath(), false, false, CIMPropertyList(), one);
     ASSERT_EQ(1u, one.items.size());
+    zartest::Paths refNames;
+    p()->referenceNames(as("p1browse"), views[0], CIMName(), "", refNames);
+    ASSERT_EQ(1u, refNames.items.size());
+    EXPECT_TRUE(ZAR_Common::matchObjectPath(refNames.items[0], assoc.getPath()));
 
     // Through the dispatcher, from the service's side.
     zartest::Paths viaServer;

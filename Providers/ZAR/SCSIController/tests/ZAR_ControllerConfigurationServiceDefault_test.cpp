@@ -134,6 +134,12 @@ TEST_F(DefaultLUsTest, ExposeRefusals)
         {params({strings("LUNames", {a}), strings("TargetPortIDs", {"iqn.2000-01.org.other:t1"}),
                  uint16s("DeviceAccesses", {2})}),
          4098, "TargetPortID=iqn.2000-01.org.other:t1: Target port ID is invalid\n"},
+        // A name of this array's form that no port has: the position is read
+        // from the value after the prefix (node 0, slot 1, port 5).
+        {params({strings("LUNames", {a}),
+                 strings("TargetPortIDs", {API_ISCSI_VENDOR_PREFIX "20150002AC000099"}),
+                 uint16s("DeviceAccesses", {2})}),
+         5, "Port=0:1:5: Target port ID is invalid\n"},
         {params({strings("LUNames", {a}), strings("DeviceNumbers", {"XYZ"}),
                  strings("TargetPortIDs", {port}), uint16s("DeviceAccesses", {2})}),
          5, "DeviceNumber=0xXYZ: DeviceNumber is invalid\n"},

@@ -296,6 +296,21 @@ TEST_F(ExposePathsTest, LUsJoinAView)
               pp.descriptions()[0]);
 }
 
+TEST_F(ExposePathsTest, LUsJoiningAPortsViewReportOnlyThatView)
+{
+    // The same LU under the same number through two ports of one host:
+    // each change reports the view of its own port alone.
+    std::string id = std::to_string(hostID("db01"));
+    for (const char* port : {"3:1:1", "2:1:1"}) {
+        std::string ms = std::string("MS:") + port + ":" + id;
+        Outcome o = call("ExposePaths", params({strings("LUNames", {wwnOf("finance-07")}),
+                                                strings("DeviceNumbers", {"21"}),
+                                                refs("ProtocolControllers", {view(ms)})}));
+        ASSERT_EQ(1u, o.views().size()) << port;
+        EXPECT_EQ(ms, deviceIDOf(o.views()[0]));
+    }
+}
+
 TEST_F(ExposePathsTest, OneBadLUAmongGoodOnesFailsAfterTheGoodOneIsMade)
 {
     std::string lu = wwnOf("finance-08");
@@ -564,6 +579,9 @@ TEST_F(HidePathsTest, Refusals)
         {params(
              {strings("LUNames", {lu}), flag("Override", true), refs("ProtocolControllers", {hs})}),
          5, "Invalid parameter: Override"},
+        // Slots go up to 9.
+        {params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:10:1")})}), 5,
+         "Port=0:10:1: Target port ID is invalid\n"},
     };
     for (Case& c : cases) {
         CIMException e = failure("HidePaths", c.in);

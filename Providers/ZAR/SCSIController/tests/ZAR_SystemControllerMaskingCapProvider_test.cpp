@@ -73,6 +73,7 @@ TEST_F(SystemCapAssocTest, RoleAndResultClassRules)
     CIMObjectPath caps = end("Capabilities");
     EXPECT_EQ(0u, assocNames(system, nullptr, "Capabilities").size());
     EXPECT_EQ(0u, assocNames(system, nullptr, "", "ManagedElement").size());
+    EXPECT_EQ(0u, assocNames(caps, nullptr, "", "Capabilities").size());
     EXPECT_EQ(0u, assocNames(system, nullptr, "Antecedent").size());
     EXPECT_EQ(0u, assocNames(system, "ZAR_StorageSystem").size());
     EXPECT_EQ(0u, assocNames(caps, "CIM_ProtocolControllerMaskingCapabilities").size());
