@@ -1,5 +1,5 @@
 // SiblingTestSupport: what the tests of the volume, endpoint, iSCSI view and
-// association providers share: response collectors, the array's own
+// association providers share beside the module fixture: the array's own
 // records read directly from the library (the answers the providers must
 // agree with), and path helpers.
 #ifndef ZAR_ARRAY_TESTS_SIBLINGTESTSUPPORT_H
@@ -12,40 +12,13 @@
 
 #include <gtest/gtest.h>
 
+#include "CommonTestSupport.h"
+
 #include <Pegasus/Common/CIMObject.h>
 #include <Pegasus/Common/ResponseHandler.h>
 #include <zarapi.h>
 
 namespace zartest {
-
-struct NameList : Pegasus::ObjectPathResponseHandler {
-    Pegasus::Array<Pegasus::CIMObjectPath> got;
-    void processing() override {}
-    void complete() override {}
-    void deliver(const Pegasus::CIMObjectPath& p) override { got.append(p); }
-    void deliver(const Pegasus::Array<Pegasus::CIMObjectPath>& ps) override { got.appendArray(ps); }
-};
-
-struct InstanceList : Pegasus::InstanceResponseHandler {
-    Pegasus::Array<Pegasus::CIMInstance> got;
-    void processing() override {}
-    void complete() override {}
-    void deliver(const Pegasus::CIMInstance& i) override { got.append(i); }
-    void deliver(const Pegasus::Array<Pegasus::CIMInstance>& is) override { got.appendArray(is); }
-};
-
-struct ObjectList : Pegasus::ObjectResponseHandler {
-    Pegasus::Array<Pegasus::CIMObject> got;
-    void processing() override {}
-    void complete() override {}
-    void deliver(const Pegasus::CIMObject& o) override { got.append(o); }
-    void deliver(const Pegasus::Array<Pegasus::CIMObject>& os) override { got.appendArray(os); }
-};
-
-inline std::string str(const Pegasus::String& s)
-{
-    return std::string((const char*)s.getCString());
-}
 
 inline std::string fieldOf(const char* p, size_t n)
 {
@@ -58,7 +31,7 @@ inline std::string key(const Pegasus::CIMObjectPath& p, const char* name)
     const Pegasus::Array<Pegasus::CIMKeyBinding>& keys = p.getKeyBindings();
     for (Pegasus::Uint32 i = 0; i < keys.size(); i++)
         if (keys[i].getName().equal(Pegasus::CIMName(name)))
-            return str(keys[i].getValue());
+            return text(keys[i].getValue());
     return "";
 }
 
@@ -75,7 +48,7 @@ inline std::string prop(const Pegasus::CIMInstance& inst, const char* name)
     if (pos == Pegasus::Uint32(-1))
         return "";  // not found
     Pegasus::CIMValue v = inst.getProperty(pos).getValue();
-    return v.isNull() ? "" : str(v.toString());
+    return v.isNull() ? "" : text(v.toString());
 }
 
 // The set of one key's values over paths.

@@ -26,27 +26,27 @@ class ControllerForUnitProviderTest : public ModuleFixture {
 protected:
     Array<CIMObjectPath> paths(const char* cls)
     {
-        NameList names;
+        Paths names;
         server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(cls), names);
-        return names.got;
+        return names.items;
     }
     Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
                                     const char* resultClass, const char* role,
                                     const char* resultRole)
     {
-        NameList names;
+        Paths names;
         server().associatorNames(as("p1browse"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
                                  resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
                                  names);
-        return names.got;
+        return names.items;
     }
     Array<CIMObjectPath> refNames(const CIMObjectPath& from, const char* resultClass,
                                   const char* role)
     {
-        NameList names;
+        Paths names;
         server().referenceNames(as("p1browse"), kZar, from,
                                 resultClass ? CIMName(resultClass) : CIMName(), role, names);
-        return names.got;
+        return names.items;
     }
 };
 
@@ -67,7 +67,7 @@ TEST_F(ControllerForUnitProviderTest, EachViewLeadsToTheVolumesItExports)
                 assocNames(views[i], p.assoc, "ZAR_StorageVolume", "Antecedent", "Dependent");
             EXPECT_EQ(expected[id], keys(volumes, "DeviceID")) << id;
             for (Uint32 v = 0; v < volumes.size(); v++)
-                EXPECT_EQ("ZAR_StorageVolume", str(volumes[v].getClassName().getString()));
+                EXPECT_EQ("ZAR_StorageVolume", text(volumes[v].getClassName().getString()));
             // Without role and result class: the same answer.
             EXPECT_EQ(expected[id],
                       keys(assocNames(views[i], p.assoc, nullptr, "", ""), "DeviceID"))
@@ -135,12 +135,12 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
         for (const api_vv_t& v : arrayVolumes())
             accessOf[fieldOf(v.name, sizeof v.name)] = v.access;
 
-        InstanceList all;
+        Instances all;
         server().enumerateInstances(as("p1browse"), kZar, CIMName(p.assoc), true, false, false,
                                     false, CIMPropertyList(), all);
-        ASSERT_EQ(exports.size(), all.got.size()) << p.assoc;
-        for (Uint32 i = 0; i < all.got.size(); i++) {
-            const CIMInstance& a = all.got[i];
+        ASSERT_EQ(exports.size(), all.items.size()) << p.assoc;
+        for (Uint32 i = 0; i < all.items.size(); i++) {
+            const CIMInstance& a = all.items[i];
             std::string view = key(refKey(a.getPath(), "Antecedent"), "DeviceID");
             std::string wwn = key(refKey(a.getPath(), "Dependent"), "DeviceID");
             ASSERT_EQ(1u, byPair.count(view + "|" + wwn)) << view << " " << wwn;
@@ -167,21 +167,21 @@ TEST_F(ControllerForUnitProviderTest, AssociatorsDeliverWholeVolumesAndViews)
 {
     Array<CIMObjectPath> views = paths("ZAR_SCSIController");
     for (Uint32 i = 0; i < views.size(); i++) {
-        ObjectList volumes;
+        Objects volumes;
         server().associators(as("p1browse"), kZar, views[i], CIMName("ZAR_ControllerForUnit"),
                              CIMName(), "", "", false, false, CIMPropertyList(), volumes);
-        for (Uint32 v = 0; v < volumes.got.size(); v++) {
-            CIMInstance vol(volumes.got[v]);
-            EXPECT_EQ(key(volumes.got[v].getPath(), "DeviceID"), prop(vol, "DeviceID"));
+        for (Uint32 v = 0; v < volumes.items.size(); v++) {
+            CIMInstance vol(volumes.items[v]);
+            EXPECT_EQ(key(volumes.items[v].getPath(), "DeviceID"), prop(vol, "DeviceID"));
             EXPECT_FALSE(prop(vol, "ElementName").empty());
-            ObjectList back;
-            server().associators(as("p1browse"), kZar, volumes.got[v].getPath(),
+            Objects back;
+            server().associators(as("p1browse"), kZar, volumes.items[v].getPath(),
                                  CIMName("ZAR_ControllerForUnit"), CIMName(), "", "", false, false,
                                  CIMPropertyList(), back);
             bool found = false;
-            for (Uint32 b = 0; b < back.got.size(); b++)
+            for (Uint32 b = 0; b < back.items.size(); b++)
                 found = found ||
-                        prop(CIMInstance(back.got[b]), "DeviceID") == key(views[i], "DeviceID");
+                        prop(CIMInstance(back.items[b]), "DeviceID") == key(views[i], "DeviceID");
             EXPECT_TRUE(found) << key(views[i], "DeviceID");
         }
     }
@@ -220,7 +220,7 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
     EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
 
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] {
-                                         NameList names;
+                                         Paths names;
                                          server().associatorNames(
                                              as("nobody"), kZar, refKey(refs[0], "Antecedent"),
                                              CIMName(), CIMName(), "", "", names);

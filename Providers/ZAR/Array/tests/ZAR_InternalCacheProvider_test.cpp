@@ -195,16 +195,10 @@ TEST_F(InternalCacheProviderTest, TheObjectIsEnumerableAndGettable)
     api_sysinfo_t info = systemInfo();
     const std::string id = std::string(info.name) + "-InternalCache";
 
-    struct Names : ObjectPathResponseHandler {
-        Array<CIMObjectPath> got;
-        void processing() override {}
-        void complete() override {}
-        void deliver(const CIMObjectPath& p) override { got.append(p); }
-        void deliver(const Array<CIMObjectPath>& ps) override { got.appendArray(ps); }
-    } names;
+    zartest::Paths names;
     server().enumerateInstanceNames(as("p1browse"), kInternal, CIMName("ZAR_InternalCache"), names);
-    ASSERT_EQ(1u, names.got.size());
-    const Array<CIMKeyBinding>& keys = names.got[0].getKeyBindings();
+    ASSERT_EQ(1u, names.items.size());
+    const Array<CIMKeyBinding>& keys = names.items[0].getKeyBindings();
     ASSERT_EQ(1u, keys.size());
     EXPECT_EQ(id, text(keys[0].getValue()));
 

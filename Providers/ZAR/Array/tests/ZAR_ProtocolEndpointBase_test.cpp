@@ -21,10 +21,10 @@ class ProtocolEndpointTest : public ModuleFixture {
 protected:
     Array<CIMInstance> endpoints(const char* cls)
     {
-        InstanceList list;
+        Instances list;
         server().enumerateInstances(as("p1browse"), kZar, CIMName(cls), true, false, false, false,
                                     CIMPropertyList(), list);
-        return list.got;
+        return list.items;
     }
 };
 
@@ -63,8 +63,8 @@ TEST_F(ProtocolEndpointTest, ISCSIEndpointsCarryTargetNamesWhoseISCSINameIsThePo
     for (Uint32 i = 0; i < got.size(); i++) {
         String target = String(prop(got[i], "Name").c_str());
         String iscsi = ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(target);
-        EXPECT_EQ(1u, names.count(str(iscsi))) << str(target);
-        EXPECT_NE(str(iscsi), str(target)) << "a target name has a portal group suffix";
+        EXPECT_EQ(1u, names.count(text(iscsi))) << text(target);
+        EXPECT_NE(text(iscsi), text(target)) << "a target name has a portal group suffix";
         EXPECT_EQ("7", prop(got[i], "ConnectionType"));
         // The array finds the port by the name taken out of the target name.
         lpid_t lpid = API_PORT_NONE;
@@ -74,17 +74,17 @@ TEST_F(ProtocolEndpointTest, ISCSIEndpointsCarryTargetNamesWhoseISCSINameIsThePo
         char position[16], scratch[16];
         EXPECT_EQ(prop(got[i], "PortPosition"), std::string(loop_txbf(lpid, position, scratch)));
     }
-    NameList paths;
+    Paths paths;
     server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("CIM_SCSIProtocolEndpoint"),
                                     paths);
-    EXPECT_EQ(ports.size() + arrayPorts(PORT_TYPE_FC).size(), paths.got.size())
+    EXPECT_EQ(ports.size() + arrayPorts(PORT_TYPE_FC).size(), paths.items.size())
         << "both endpoint classes answer for their superclass";
 }
 
 TEST_F(ProtocolEndpointTest, ExtractISCSINameTakesThePartBeforeTheSuffix)
 {
     auto x = [](const char* t) {
-        return str(ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(String(t)));
+        return text(ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(String(t)));
     };
     EXPECT_EQ("iqn.2004-07.net.zararray:0a1b", x("iqn.2004-07.net.zararray:0a1b,t,0x0101"));
     EXPECT_EQ("iqn.2004-07.net.zararray:0a1b", x("iqn.2004-07.net.zararray:0a1b,T,1"));
@@ -112,7 +112,7 @@ TEST_F(ProtocolEndpointTest, FCPathBuilderNamesTheEnumeratedEndpoint)
                 "ZAR_SCSIProtocolFCEndpoint", info.name,
                 String(prop(got[i], "PortPosition").c_str()), String(given.c_str()));
             EXPECT_TRUE(ZAR_Common::matchObjectPath(p, got[i].getPath()))
-                << given << " " << str(p.toString());
+                << given << " " << text(p.toString());
         }
     }
     // A text that is no WWN is kept as given, and names nothing.
@@ -129,9 +129,9 @@ TEST_F(ProtocolEndpointTest, ISCSIViewPathBuilderTakesItsTextsInItsOwnOrder)
 {
     CIMObjectPath p = ZAR_iSCSIControllerProvider::buildObjectPath("ZAR_StorageSystem", "zar-demo",
                                                                    "PP:0:2:1", "ZAR-DEMO");
-    EXPECT_EQ("zar-demo", str(p.getHost()));
-    EXPECT_EQ("ZAR_iSCSIController", str(p.getClassName().getString()));
-    EXPECT_EQ("root/zar", str(p.getNameSpace().getString()));
+    EXPECT_EQ("zar-demo", text(p.getHost()));
+    EXPECT_EQ("ZAR_iSCSIController", text(p.getClassName().getString()));
+    EXPECT_EQ("root/zar", text(p.getNameSpace().getString()));
     EXPECT_EQ("ZAR_StorageSystem", key(p, "SystemCreationClassName"));
     EXPECT_EQ("ZAR-DEMO", key(p, "SystemName"));
     EXPECT_EQ("ZAR_iSCSIController", key(p, "CreationClassName"));
@@ -154,7 +154,7 @@ TEST_F(ProtocolEndpointTest, PortFailuresAndUnknownPaths)
         if (kb[i].getName().equal(CIMName("Name")))
             kb[i] = CIMKeyBinding(
                 CIMName("Name"),
-                str(ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(kb[i].getValue())).c_str(),
+                text(ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(kb[i].getValue())).c_str(),
                 CIMKeyBinding::STRING);
     CIMObjectPath bare("", kZar, CIMName("ZAR_iSCSIProtocolEndpoint"), kb);
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {

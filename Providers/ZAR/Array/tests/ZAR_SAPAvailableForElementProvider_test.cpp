@@ -28,20 +28,20 @@ class SAPAvailableForElementProviderTest : public ModuleFixture {
 protected:
     Array<CIMInstance> instances(const char* cls)
     {
-        InstanceList list;
+        Instances list;
         server().enumerateInstances(as("p1browse"), kZar, CIMName(cls), true, false, false, false,
                                     CIMPropertyList(), list);
-        return list.got;
+        return list.items;
     }
     Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
                                     const char* resultClass, const char* role,
                                     const char* resultRole)
     {
-        NameList names;
+        Paths names;
         server().associatorNames(as("p1browse"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
                                  resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
                                  names);
-        return names.got;
+        return names.items;
     }
     // The views that the array says a port reaches: its own matched-set,
     // port-present and default views, and every host-sees and host-set view.
@@ -82,12 +82,13 @@ TEST_F(SAPAvailableForElementProviderTest, EachEndpointReachesItsPortsViewsAndBa
         EXPECT_TRUE(sawDefault) << "default views are reached through their port";
 
         // From each view back to the endpoints of its ports.
-        NameList viewPaths;
+        Paths viewPaths;
         server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(p.view), viewPaths);
-        for (Uint32 i = 0; i < viewPaths.got.size(); i++) {
-            std::string id = key(viewPaths.got[i], "DeviceID");
-            Array<CIMObjectPath> got = assocNames(viewPaths.got[i], p.assoc, "CIM_ProtocolEndpoint",
-                                                  "ManagedElement", "AvailableSAP");
+        for (Uint32 i = 0; i < viewPaths.items.size(); i++) {
+            std::string id = key(viewPaths.items[i], "DeviceID");
+            Array<CIMObjectPath> got =
+                assocNames(viewPaths.items[i], p.assoc, "CIM_ProtocolEndpoint", "ManagedElement",
+                           "AvailableSAP");
             EXPECT_EQ(endpointsOfView[id], keys(got, "Name")) << id;
         }
     }
@@ -107,36 +108,36 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
         EXPECT_EQ(reached,
                   assocNames(from, nullptr, "CIM_ManagedElement", "availablesap", "").size());
 
-        ObjectList refs;
+        Objects refs;
         server().references(as("p1browse"), kZar, from, CIMName(p.assoc), "AvailableSAP", false,
                             false, CIMPropertyList(), refs);
-        EXPECT_EQ(reached, refs.got.size());
-        for (Uint32 i = 0; i < refs.got.size(); i++)
+        EXPECT_EQ(reached, refs.items.size());
+        for (Uint32 i = 0; i < refs.items.size(); i++)
             EXPECT_EQ(prop(endpoints[0], "Name"),
-                      key(refKey(refs.got[i].getPath(), "AvailableSAP"), "Name"));
-        NameList none;
+                      key(refKey(refs.items[i].getPath(), "AvailableSAP"), "Name"));
+        Paths none;
         server().referenceNames(as("p1browse"), kZar, from, CIMName(p.assoc), "ManagedElement",
                                 none);
-        EXPECT_EQ(0u, none.got.size());
+        EXPECT_EQ(0u, none.items.size());
 
         // Whole views from the endpoint, each one the view of that path.
-        ObjectList views;
+        Objects views;
         server().associators(as("p1browse"), kZar, from, CIMName(p.assoc), CIMName(), "", "", false,
                              false, CIMPropertyList(), views);
-        ASSERT_EQ(reached, views.got.size());
-        for (Uint32 i = 0; i < views.got.size(); i++)
-            EXPECT_EQ(key(views.got[i].getPath(), "DeviceID"),
-                      prop(CIMInstance(views.got[i]), "DeviceID"));
+        ASSERT_EQ(reached, views.items.size());
+        for (Uint32 i = 0; i < views.items.size(); i++)
+            EXPECT_EQ(key(views.items[i].getPath(), "DeviceID"),
+                      prop(CIMInstance(views.items[i]), "DeviceID"));
 
         // Enumerated association instances: one per reached pair, each
         // fetched again by its path.
-        NameList all;
+        Paths all;
         server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(p.assoc), all);
         size_t total = 0;
         for (Uint32 i = 0; i < endpoints.size(); i++)
             total += assocNames(endpoints[i].getPath(), p.assoc, nullptr, "", "").size();
-        EXPECT_EQ(total, all.got.size());
-        CIMInstance one = server().getInstance(as("p1browse"), kZar, all.got[0], false, false,
+        EXPECT_EQ(total, all.items.size());
+        CIMInstance one = server().getInstance(as("p1browse"), kZar, all.items[0], false, false,
                                                false, CIMPropertyList());
         EXPECT_FALSE(prop(one, "ManagedElement").empty());
     }

@@ -42,24 +42,16 @@ std::vector<std::string> strings(const Array<String>& a)
     return v;
 }
 
-struct Names : ObjectPathResponseHandler {
-    Array<CIMObjectPath> got;
-    void processing() override {}
-    void complete() override {}
-    void deliver(const CIMObjectPath& p) override { got.append(p); }
-    void deliver(const Array<CIMObjectPath>& ps) override { got.appendArray(ps); }
-};
-
 using StorageSystemProviderTest = zartest::ModuleFixture;
 
 TEST_F(StorageSystemProviderTest, EnumeratesTheOneSystemByItsName)
 {
     api_sysinfo_t info = systemInfo();
     for (const OperationContext& context : {as("p1browse"), OperationContext()}) {
-        Names names;
+        zartest::Paths names;
         server().enumerateInstanceNames(context, kZar, CIMName("ZAR_StorageSystem"), names);
-        ASSERT_EQ(1u, names.got.size());
-        CIMObjectPath p = names.got[0];
+        ASSERT_EQ(1u, names.items.size());
+        CIMObjectPath p = names.items[0];
         EXPECT_TRUE(p.getClassName().equal(CIMName("ZAR_StorageSystem")));
         const Array<CIMKeyBinding>& keys = p.getKeyBindings();
         ASSERT_EQ(2u, keys.size());
@@ -159,10 +151,10 @@ TEST_F(StorageSystemProviderTest, NameIsReadableAsAProperty)
 {
     // The masking capabilities read the system's Name this way.
     api_sysinfo_t info = systemInfo();
-    Names names;
+    zartest::Paths names;
     server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageSystem"), names);
-    ASSERT_EQ(1u, names.got.size());
-    CIMValue v = server().getProperty(OperationContext(), kZar, names.got[0], CIMName("Name"));
+    ASSERT_EQ(1u, names.items.size());
+    CIMValue v = server().getProperty(OperationContext(), kZar, names.items[0], CIMName("Name"));
     String name;
     v.get(name);
     EXPECT_EQ(std::string(info.name), text(name));
@@ -172,13 +164,13 @@ TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
 {
     api_sysinfo_t info = systemInfo();
     CIMObjectPath path = systemPath("ZAR_StorageSystem", info.name);
-    Names names;
+    zartest::Paths names;
     CIMException e = cimErrorOf([&] {
         server().enumerateInstanceNames(as("nobody"), kZar, CIMName("ZAR_StorageSystem"), names);
     });
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode());
     EXPECT_EQ("Insufficient privilege for the user", text(e.getMessage()));
-    EXPECT_EQ(0u, names.got.size());
+    EXPECT_EQ(0u, names.items.size());
 
     CIMInstance changed =
         server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());

@@ -17,10 +17,10 @@ class StorageVolumeProviderTest : public ModuleFixture {
 protected:
     Array<CIMInstance> all(const OperationContext& context, const char* cls = "ZAR_StorageVolume")
     {
-        InstanceList list;
+        Instances list;
         server().enumerateInstances(context, kZar, CIMName(cls), true, false, false, false,
                                     CIMPropertyList(), list);
-        return list.got;
+        return list.items;
     }
 };
 
@@ -52,12 +52,12 @@ TEST_F(StorageVolumeProviderTest, EveryVolumeOnceWithItsRecord)
         EXPECT_EQ("ZAR_StorageSystem", prop(inst, "SystemCreationClassName"));
         // The path names the same volume and carries the array's host name.
         EXPECT_EQ(wwn, key(inst.getPath(), "DeviceID"));
-        EXPECT_EQ("zar-demo", str(inst.getPath().getHost()));
+        EXPECT_EQ("zar-demo", text(inst.getPath().getHost()));
     }
 
-    NameList names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
-    EXPECT_EQ(seen, keys(names.got, "DeviceID"));
+    EXPECT_EQ(seen, keys(names.items, "DeviceID"));
     // Reached through a superclass as well.
     EXPECT_EQ(volumes.size(), all(as("p1browse"), "CIM_StorageVolume").size());
 }
@@ -68,22 +68,22 @@ TEST_F(StorageVolumeProviderTest, ManyVolumesAreAllDeliveredAcrossChunks)
     for (int i = 0; i < 230; i++)
         ASSERT_EQ(0, zarsim_add_volume(("bulk-" + std::to_string(i)).c_str(), 1024, "-",
                                        VOL_MODE_READWRITE, nullptr));
-    NameList names;
+    Paths names;
     server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageVolume"), names);
-    EXPECT_EQ(before + 230, names.got.size());
-    EXPECT_EQ(before + 230, keys(names.got, "DeviceID").size()) << "duplicates across chunks";
+    EXPECT_EQ(before + 230, names.items.size());
+    EXPECT_EQ(before + 230, keys(names.items, "DeviceID").size()) << "duplicates across chunks";
 }
 
 TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
 {
     char wwn[33] = "";
     ASSERT_EQ(0, zarsim_add_volume("ro-vol", 2048, "-", VOL_MODE_READ, wwn));
-    NameList names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
     CIMObjectPath path;
-    for (Uint32 i = 0; i < names.got.size(); i++)
-        if (key(names.got[i], "DeviceID") == wwn)
-            path = names.got[i];
+    for (Uint32 i = 0; i < names.items.size(); i++)
+        if (key(names.items[i], "DeviceID") == wwn)
+            path = names.items[i];
     ASSERT_EQ(wwn, key(path, "DeviceID"));
 
     CIMInstance inst =
@@ -129,16 +129,16 @@ TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
     // The listing call gives only its code: the message has the code's text.
     EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
 
-    NameList names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
-    ASSERT_GT(names.got.size(), 0u);
-    CIMInstance inst = server().getInstance(as("p1browse"), kZar, names.got[0], false, false, false,
-                                            CIMPropertyList());
-    inst.setPath(names.got[0]);
+    ASSERT_GT(names.items.size(), 0u);
+    CIMInstance inst = server().getInstance(as("p1browse"), kZar, names.items[0], false, false,
+                                            false, CIMPropertyList());
+    inst.setPath(names.items[0]);
     e = cimErrorOf(
         [&] { server().modifyInstance(as("p1browse"), kZar, inst, false, CIMPropertyList()); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    e = cimErrorOf([&] { server().deleteInstance(as("p1browse"), kZar, names.got[0]); });
+    e = cimErrorOf([&] { server().deleteInstance(as("p1browse"), kZar, names.items[0]); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
     EXPECT_EQ("ZAR_StorageVolumeProvider does not support deleteInstance.", text(e.getMessage()));
 }

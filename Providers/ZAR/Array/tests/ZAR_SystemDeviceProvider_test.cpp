@@ -18,27 +18,27 @@ class SystemAssociationsTest : public ModuleFixture {
 protected:
     CIMObjectPath system()
     {
-        NameList names;
+        Paths names;
         server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageSystem"), names);
-        EXPECT_EQ(1u, names.got.size());
-        return names.got.size() ? names.got[0] : CIMObjectPath();
+        EXPECT_EQ(1u, names.items.size());
+        return names.items.size() ? names.items[0] : CIMObjectPath();
     }
     Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
                                     const char* resultClass, const char* role = "",
                                     const char* resultRole = "")
     {
-        NameList names;
+        Paths names;
         server().associatorNames(as("p1browse"), kZar, from, CIMName(assoc),
                                  resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
                                  names);
-        return names.got;
+        return names.items;
     }
     // "Class|DeviceID" of each path.
     static std::set<std::string> devices(const Array<CIMObjectPath>& paths)
     {
         std::set<std::string> out;
         for (Uint32 i = 0; i < paths.size(); i++)
-            out.insert(str(paths[i].getClassName().getString()) + "|" + key(paths[i], "DeviceID"));
+            out.insert(text(paths[i].getClassName().getString()) + "|" + key(paths[i], "DeviceID"));
         return out;
     }
 };
@@ -76,16 +76,16 @@ TEST_F(SystemAssociationsTest, TheSystemHoldsEveryVolumeAndView)
     EXPECT_EQ(0u, assocNames(system(), "ZAR_SystemDevice", nullptr, "PartComponent").size());
 
     // Whole volumes, as the volume provider builds them.
-    ObjectList volumes;
+    Objects volumes;
     server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_SystemDevice"),
                          CIMName("ZAR_StorageVolume"), "", "", false, false, CIMPropertyList(),
                          volumes);
-    EXPECT_EQ(only("ZAR_StorageVolume|").size(), volumes.got.size());
+    EXPECT_EQ(only("ZAR_StorageVolume|").size(), volumes.items.size());
 
     // Each device leads back to the system, once.
     for (Uint32 i = 0; i < all.size(); i++) {
         Array<CIMObjectPath> back = assocNames(all[i], "ZAR_SystemDevice", "CIM_System");
-        ASSERT_EQ(1u, back.size()) << str(all[i].toString());
+        ASSERT_EQ(1u, back.size()) << text(all[i].toString());
         EXPECT_EQ(key(system(), "Name"), key(back[0], "Name"));
     }
 }
@@ -98,25 +98,25 @@ TEST_F(SystemAssociationsTest, TheSystemHostsEveryEndpoint)
     for (const ArrayPort& p : arrayPorts(PORT_TYPE_ISCSI))
         expected.insert(p.deviceID);
 
-    ObjectList endpoints;
+    Objects endpoints;
     server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_HostedAccessPoint"),
                          CIMName(), "Antecedent", "Dependent", false, false, CIMPropertyList(),
                          endpoints);
     std::set<std::string> got;
-    for (Uint32 i = 0; i < endpoints.got.size(); i++)
-        got.insert(prop(CIMInstance(endpoints.got[i]), "PortPosition"));
+    for (Uint32 i = 0; i < endpoints.items.size(); i++)
+        got.insert(prop(CIMInstance(endpoints.items[i]), "PortPosition"));
     EXPECT_EQ(expected, got);
     EXPECT_EQ(arrayPorts(PORT_TYPE_ISCSI).size(),
               assocNames(system(), "ZAR_HostedAccessPoint", "ZAR_iSCSIProtocolEndpoint").size());
 
     // From an endpoint: the system, through references too.
-    CIMObjectPath one = endpoints.got[0].getPath();
+    CIMObjectPath one = endpoints.items[0].getPath();
     ASSERT_EQ(1u, assocNames(one, "ZAR_HostedAccessPoint", nullptr).size());
-    NameList refs;
+    Paths refs;
     server().referenceNames(as("p1browse"), kZar, one, CIMName("ZAR_HostedAccessPoint"),
                             "Dependent", refs);
-    ASSERT_EQ(1u, refs.got.size());
-    EXPECT_EQ(key(system(), "Name"), key(refKey(refs.got[0], "Antecedent"), "Name"));
+    ASSERT_EQ(1u, refs.items.size());
+    EXPECT_EQ(key(system(), "Name"), key(refKey(refs.items[0], "Antecedent"), "Name"));
 }
 
 // The association base checks the user before anything else, whatever
@@ -125,9 +125,9 @@ TEST_F(SystemAssociationsTest, EveryOperationChecksTheUserFirst)
 {
     CIMObjectPath from = system();
     OperationContext nobody = as("nobody");
-    NameList names;
-    ObjectList objects;
-    InstanceList instances;
+    Paths names;
+    Objects objects;
+    Instances instances;
     const CIMName assoc("ZAR_SystemDevice");
     const std::vector<std::function<void()>> calls = {
         [&] { server().associatorNames(nobody, kZar, from, assoc, CIMName(), "", "", names); },
@@ -148,7 +148,7 @@ TEST_F(SystemAssociationsTest, EveryOperationChecksTheUserFirst)
     };
     for (size_t i = 0; i < calls.size(); i++)
         EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf(calls[i]).getCode()) << "operation " << i;
-    EXPECT_EQ(0u, names.got.size() + objects.got.size() + instances.got.size());
+    EXPECT_EQ(0u, names.items.size() + objects.items.size() + instances.items.size());
 }
 
 }  // namespace

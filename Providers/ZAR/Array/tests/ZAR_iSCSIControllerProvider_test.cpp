@@ -19,24 +19,24 @@ TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
         expected.insert(fieldOf(r.deviceID, sizeof r.deviceID));
     ASSERT_FALSE(expected.empty());
 
-    InstanceList list;
+    Instances list;
     server().enumerateInstances(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), true, false,
                                 false, false, CIMPropertyList(), list);
     std::set<std::string> got;
-    for (Uint32 i = 0; i < list.got.size(); i++) {
-        EXPECT_TRUE(got.insert(prop(list.got[i], "DeviceID")).second);
-        EXPECT_EQ("ZAR_iSCSIController", prop(list.got[i], "CreationClassName"));
-        EXPECT_EQ("3", prop(list.got[i], "NameFormat"));
+    for (Uint32 i = 0; i < list.items.size(); i++) {
+        EXPECT_TRUE(got.insert(prop(list.items[i], "DeviceID")).second);
+        EXPECT_EQ("ZAR_iSCSIController", prop(list.items[i], "CreationClassName"));
+        EXPECT_EQ("3", prop(list.items[i], "NameFormat"));
     }
     EXPECT_EQ(expected, got);
 
-    NameList names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), names);
-    EXPECT_EQ(expected, keys(names.got, "DeviceID"));
-    for (Uint32 i = 0; i < names.got.size(); i++) {
-        CIMInstance one = server().getInstance(as("p1browse"), kZar, names.got[i], false, false,
+    EXPECT_EQ(expected, keys(names.items, "DeviceID"));
+    for (Uint32 i = 0; i < names.items.size(); i++) {
+        CIMInstance one = server().getInstance(as("p1browse"), kZar, names.items[i], false, false,
                                                false, CIMPropertyList());
-        EXPECT_EQ(key(names.got[i], "DeviceID"), prop(one, "DeviceID"));
+        EXPECT_EQ(key(names.items[i], "DeviceID"), prop(one, "DeviceID"));
     }
 }
 
@@ -44,11 +44,11 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
 {
     std::vector<vlun> fc = arrayViews(PORT_TYPE_FC);
     ASSERT_FALSE(fc.empty());
-    NameList names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), names);
-    ASSERT_GT(names.got.size(), 0u);
+    ASSERT_GT(names.items.size(), 0u);
     for (const char* which : {"DeviceID", "SystemName"}) {
-        Array<CIMKeyBinding> kb = names.got[0].getKeyBindings();
+        Array<CIMKeyBinding> kb = names.items[0].getKeyBindings();
         for (Uint32 i = 0; i < kb.size(); i++)
             if (kb[i].getName().equal(CIMName(which)))
                 kb[i] = CIMKeyBinding(CIMName(which),
@@ -83,12 +83,12 @@ TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
             hsView =
                 CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), Array<CIMKeyBinding>());
             hostName = fieldOf(r.hostname, sizeof r.hostname);
-            NameList names;
+            Paths names;
             server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"),
                                             names);
-            for (Uint32 i = 0; i < names.got.size(); i++)
-                if (key(names.got[i], "DeviceID") == fieldOf(r.deviceID, sizeof r.deviceID))
-                    hsView = names.got[i];
+            for (Uint32 i = 0; i < names.items.size(); i++)
+                if (key(names.items[i], "DeviceID") == fieldOf(r.deviceID, sizeof r.deviceID))
+                    hsView = names.items[i];
             break;
         }
     ASSERT_FALSE(hostName.empty()) << "the demo array has an iSCSI host-sees view";
