@@ -7,9 +7,12 @@
 #include <fstream>
 #include <thread>
 
+#include <arpa/inet.h>
 #include <fcntl.h>
+#include <netinet/in.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -198,6 +201,60 @@ std::string sourceDir()
 {
     const char* e = std::getenv("ZAR_SOURCE_DIR");
     return e && *e ? e : ZAR_E2E_SOURCE_DIR;
+}
+
+bool SeededServer::start(const std::vector<std::string>& setup, std::string& error)
+{
+    dir = makeTempDir();
+    zarcliCommand = binaryDir() + "/bin/zarcli --db " + dir + "/array.db";
+    std::string out;
+    if (zarcli("seed", out) != 0) {
+        error = "zarcli seed: " + out;
+        return false;
+    }
+    for (const std::string& step : setup) {
+        size_t bar = step.find('|');
+        std::string line = bar == std::string::npos
+                               ? zarcliCommand + " " + step
+                               : "printf '" + step.substr(0, bar) + "\\n' | " + zarcliCommand +
+                                     " " + step.substr(bar + 1);
+        if (runCommand(line, out) != 0) {
+            error = line + ": " + out;
+            return false;
+        }
+    }
+    return process.start(binaryDir() + "/bin/zar-cimserver",
+                         {"--array-db", dir + "/array.db", "--socket", dir + "/cimxml.socket",
+                          "--schema-dir", sourceDir() + "/schema", "--provider-dir",
+                          binaryDir() + "/lib", "--log-file", dir + "/server.log"},
+                         {}, error);
+}
+
+int SeededServer::stop()
+{
+    return process.pid() > 0 ? process.stop() : 0;
+}
+
+int SeededServer::zarcli(const std::string& args, std::string& output)
+{
+    return runCommand(zarcliCommand + " " + args, output);
+}
+
+int freePort()
+{
+    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in a{};
+    a.sin_family = AF_INET;
+    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t len = sizeof a;
+    if (fd < 0 || ::bind(fd, (sockaddr*)&a, sizeof a) != 0 ||
+        ::getsockname(fd, (sockaddr*)&a, &len) != 0) {
+        if (fd >= 0)
+            ::close(fd);
+        return -1;
+    }
+    ::close(fd);
+    return ntohs(a.sin_port);
 }
 
 }  // namespace zare2e

@@ -41,6 +41,27 @@ private:
     std::string _out;
 };
 
+// zar-cimserver over an array seeded by zarcli (the demo configuration) in
+// a fresh directory, with the modules and schema of this tree: the setup
+// of the end-to-end tests that drive the server with wbemcli.
+struct SeededServer {
+    // Seeds the array, runs each zarcli command of `setup` (for example
+    // "users add viewer --role browse", its password given on stdin as
+    // "password|command"), then starts the server. False with a message.
+    bool start(const std::vector<std::string>& setup, std::string& error);
+    // Stops the server; its exit status (0 expected).
+    int stop();
+    // Runs "zarcli --db <array> args"; its exit status and output.
+    int zarcli(const std::string& args, std::string& output);
+
+    std::string dir;            // the directory of the array and the server's files
+    std::string zarcliCommand;  // "zarcli --db <array>"
+    ServerProcess process;
+};
+
+// A loopback port that is free now (-1 when none could be had).
+int freePort();
+
 // Creates an array state file at path holding the given users
 // (name, password, role); false with a message on failure.
 bool makeArrayDb(const std::string& path, const std::vector<std::vector<std::string>>& users,

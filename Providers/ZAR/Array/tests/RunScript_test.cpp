@@ -20,24 +20,6 @@ using namespace zare2e;
 
 namespace {
 
-// A loopback port that is free now.
-int freePort()
-{
-    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t len = sizeof a;
-    if (fd < 0 || ::bind(fd, (sockaddr*)&a, sizeof a) != 0 ||
-        ::getsockname(fd, (sockaddr*)&a, &len) != 0) {
-        if (fd >= 0)
-            ::close(fd);
-        return -1;
-    }
-    ::close(fd);
-    return ntohs(a.sin_port);
-}
-
 std::vector<std::string> printedCommands(const std::string& output)
 {
     std::vector<std::string> commands;

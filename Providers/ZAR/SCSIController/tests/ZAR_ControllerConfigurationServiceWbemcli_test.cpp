@@ -17,23 +17,6 @@ using namespace zare2e;
 
 namespace {
 
-int freePort()
-{
-    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t len = sizeof a;
-    if (fd < 0 || ::bind(fd, (sockaddr*)&a, sizeof a) != 0 ||
-        ::getsockname(fd, (sockaddr*)&a, &len) != 0) {
-        if (fd >= 0)
-            ::close(fd);
-        return -1;
-    }
-    ::close(fd);
-    return ntohs(a.sin_port);
-}
-
 bool contains(const std::string& text, const std::string& part)
 {
     return text.find(part) != std::string::npos;
@@ -47,36 +30,17 @@ protected:
         if (runCommand("which wbemcli", out, 10) != 0) {
             GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
         }
-        dir_ = makeTempDir();
-        zarcli_ = binaryDir() + "/bin/zarcli --db " + dir_ + "/array.db";
-        ASSERT_EQ(0, runCommand(zarcli_ + " seed", out)) << out;
         // References carry the host the client connects to: the array's own
         // address here.
-        ASSERT_EQ(0, runCommand(zarcli_ + " config set ipv4 127.0.0.1", out)) << out;
-        ASSERT_EQ(0, runCommand("printf 'storage-pass1\\n' | " + zarcli_ +
-                                    " users add storage --role edit",
-                                out))
-            << out;
-        ASSERT_EQ(0, runCommand("printf 'viewer-pass1\\n' | " + zarcli_ +
-                                    " users add viewer --role browse",
-                                out))
-            << out;
         std::string err;
-        ASSERT_TRUE(
-            server_.start(binaryDir() + "/bin/zar-cimserver",
-                          {"--array-db", dir_ + "/array.db", "--socket", dir_ + "/cimxml.socket",
-                           "--schema-dir", sourceDir() + "/schema", "--provider-dir",
-                           binaryDir() + "/lib", "--log-file", dir_ + "/server.log"},
-                          {}, err))
+        ASSERT_TRUE(server_.start(
+            {"config set ipv4 127.0.0.1", "storage-pass1|users add storage --role edit",
+             "viewer-pass1|users add viewer --role browse"},
+            err))
             << err;
-        base_ = "127.0.0.1:" + std::to_string(server_.httpPort());
+        base_ = "127.0.0.1:" + std::to_string(server_.process.httpPort());
     }
-    void TearDown() override
-    {
-        if (server_.pid() > 0) {
-            EXPECT_EQ(0, server_.stop()) << server_.output();
-        }
-    }
+    void TearDown() override { EXPECT_EQ(0, server_.stop()) << server_.process.output(); }
     int wbemcli(const std::string& args, std::string& out)
     {
         return runCommand("wbemcli " + args, out, 60);
@@ -84,14 +48,13 @@ protected:
     std::string zarcli(const std::string& args)
     {
         std::string out;
-        EXPECT_EQ(0, runCommand(zarcli_ + " " + args, out)) << out;
+        EXPECT_EQ(0, server_.zarcli(args, out)) << out;
         return out;
     }
     std::string wwnOf(const std::string& volume)
     {
         std::string out;
-        runCommand(zarcli_ + " volumes | awk '$2 == \"" + volume + "\" { printf \"%s\", $3 }'",
-                   out);
+        server_.zarcli("volumes | awk '$2 == \"" + volume + "\" { printf \"%s\", $3 }'", out);
         return out;
     }
     std::string service(const char* user = "storage:storage-pass1")
@@ -110,8 +73,8 @@ protected:
                "CreationClassName=\"ZAR_SCSIController\",DeviceID=\"" +
                deviceID + "\"";
     }
-    std::string dir_, zarcli_, base_;
-    ServerProcess server_;
+    std::string base_;
+    SeededServer server_;
 };
 
 TEST_F(ServiceWbemcliTest, ExposeListHideAndDeleteAsAUserTypesThem)
@@ -206,10 +169,10 @@ TEST_F(ServiceWbemcliTest, TheWalkthroughRunsAsWritten)
     std::string out;
     int port = freePort();
     ASSERT_GT(port, 0);
-    int rc =
-        runCommand(sourceDir() + "/scripts/masking-walkthrough.sh --build-dir " + binaryDir() +
-                       " --work-dir " + dir_ + "/walk --port " + std::to_string(port) + " 2>&1",
-                   out, 120);
+    int rc = runCommand(sourceDir() + "/scripts/masking-walkthrough.sh --build-dir " + binaryDir() +
+                            " --work-dir " + server_.dir + "/walk --port " + std::to_string(port) +
+                            " 2>&1",
+                        out, 120);
     ASSERT_EQ(0, rc) << out;
     EXPECT_TRUE(contains(out, "== 6. DeleteProtocolController")) << out;
     EXPECT_TRUE(contains(out, "Done: the volume was masked to the host and back.")) << out;
