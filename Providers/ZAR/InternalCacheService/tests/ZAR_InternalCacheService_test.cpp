@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include "TestOperationHost.h"
+
 #include <zarframework/CIMOperationHost.h>
 #include <zarsim_test.h>
 
@@ -18,8 +20,8 @@ PEGASUS_USING_PEGASUS;
 namespace {
 
 // A server that holds a few classes and counts the getClass calls that reach
-// it; every other operation is refused.
-class CountingHost : public CIMOperationHost {
+// it.
+class CountingHost : public zartest::TestOperationHost {
 public:
     CountingHost()
     {
@@ -65,51 +67,8 @@ public:
         return result;
     }
 
-#define REFUSE                                                  \
-    {                                                           \
-        throw CIMException(CIM_ERR_NOT_SUPPORTED, "test host"); \
-    }
-    Array<CIMClass> enumerateClasses(const OperationContext&, const CIMNamespaceName&,
-                                     const CIMName&, Boolean, Boolean, Boolean, Boolean)
-        override REFUSE Array<CIMName> enumerateClassNames(const OperationContext&,
-                                                           const CIMNamespaceName&, const CIMName&,
-                                                           Boolean) override REFUSE CIMInstance
-        getInstance(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&, Boolean,
-                    Boolean, Boolean, const CIMPropertyList&) override REFUSE
-        void enumerateInstances(const OperationContext&, const CIMNamespaceName&, const CIMName&,
-                                Boolean, Boolean, Boolean, Boolean, const CIMPropertyList&,
-                                InstanceResponseHandler&) override REFUSE
-        void enumerateInstanceNames(const OperationContext&, const CIMNamespaceName&,
-                                    const CIMName&,
-                                    ObjectPathResponseHandler&) override REFUSE CIMObjectPath
-        createInstance(const OperationContext&, const CIMNamespaceName&,
-                       const CIMInstance&) override REFUSE
-        void modifyInstance(const OperationContext&, const CIMNamespaceName&, const CIMInstance&,
-                            Boolean, const CIMPropertyList&) override REFUSE
-        void deleteInstance(const OperationContext&, const CIMNamespaceName&,
-                            const CIMObjectPath&) override REFUSE
-        void associators(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&,
-                         const CIMName&, const CIMName&, const String&, const String&, Boolean,
-                         Boolean, const CIMPropertyList&, ObjectResponseHandler&) override REFUSE
-        void associatorNames(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&,
-                             const CIMName&, const CIMName&, const String&, const String&,
-                             ObjectPathResponseHandler&) override REFUSE
-        void references(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&,
-                        const CIMName&, const String&, Boolean, Boolean, const CIMPropertyList&,
-                        ObjectResponseHandler&) override REFUSE
-        void referenceNames(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&,
-                            const CIMName&, const String&,
-                            ObjectPathResponseHandler&) override REFUSE CIMValue
-        getProperty(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&,
-                    const CIMName&) override REFUSE
-        void setProperty(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&,
-                         const CIMName&, const CIMValue&) override REFUSE CIMValue
-        invokeMethod(const OperationContext&, const CIMNamespaceName&, const CIMObjectPath&,
-                     const CIMName&, const Array<CIMParamValue>&,
-                     Array<CIMParamValue>&) override REFUSE
-#undef REFUSE
-
-        private : std::map<std::string, CIMClass> classes_;
+private:
+    std::map<std::string, CIMClass> classes_;
 };
 
 // One host for the whole binary: the service is process-wide, so every test
