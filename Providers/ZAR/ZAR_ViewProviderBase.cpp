@@ -31,7 +31,7 @@ private:
 }  // namespace
 
 ZAR_ViewProviderBase::ZAR_ViewProviderBase(const String& className, const char* viewClass)
-    : ZAR_ProviderBase(className), _viewClass(viewClass), _threshold(0)
+    : ZAR_ProviderBase(className), _viewClass(viewClass), _maxInstCount(0)
 {
 }
 
@@ -54,7 +54,7 @@ void ZAR_ViewProviderBase::_walk(const OperationContext& context, Boolean includ
         Array<CIMInstance> chunk;
         ZAR_Common::buildSPCInstances(
             _cimom, context, CIMObjectPath(), systemName, host, _viewClass, includeQualifiers,
-            includeClassOrigin, propertyList, _threshold, chunk, cursor.get(), &more, SPC_CHUNK);
+            includeClassOrigin, propertyList, _maxInstCount, chunk, cursor.get(), &more, SPC_CHUNK);
         if (!sink(chunk))
             return;
     } while (more != 0);

@@ -73,7 +73,7 @@ protected:
 
     CIMName _viewClass;
     // Passed to the view builder with each chunk.
-    Uint32 _threshold;
+    Uint32 _maxInstCount;
 
 private:
     // Runs one enumeration: its traces, the user's access check and the

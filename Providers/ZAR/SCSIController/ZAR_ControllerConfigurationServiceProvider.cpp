@@ -31,16 +31,29 @@ typedef void (ZAR_ControllerConfigurationServiceProvider::*Handler)(api_evtparam
                                                                     const Array<CIMParamValue>&,
                                                                     MethodResultResponseHandler&);
 
+const ZAR_SingleInstanceProviderBase::Traces TRACES = {
+    "--> ZAR_ControllerConfigurationServiceProvider::getInstance()\n",
+    "<-- ZAR_ControllerConfigurationServiceProvider::getInstance()\n",
+    "--> ZAR_ControllerConfigurationServiceProvider::enumerateInstances() \n",
+    "<-- ZAR_ControllerConfigurationServiceProvider::enumerateInstances() \n",
+    "--> ZAR_ControllerConfigurationServiceProvider::enumerateInstanceNames()\n",
+    "<-- ZAR_ControllerConfigurationServiceProvider::enumerateInstanceNames()\n",
+};
+
 }  // namespace
 
 ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider()
-    : ZAR_ProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider")
+    : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider",
+                                     SERVICE_CLASS, CIM_SERVICE_CLASS, 4, " Expect four keys.",
+                                     TRACES, _instanceName)
 {
 }
 
 ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider(
     const CIMObjectPath&)
-    : ZAR_ProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider")
+    : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider",
+                                     SERVICE_CLASS, CIM_SERVICE_CLASS, 4, " Expect four keys.",
+                                     TRACES, _instanceName)
 {
     throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
@@ -114,59 +127,6 @@ CIMInstance ZAR_ControllerConfigurationServiceProvider::_buildInstance(
                 "<-- ZAR_ControllerConfigurationServiceProvider::"
                 "_buildInstance()\n");
     return instance;
-}
-
-void ZAR_ControllerConfigurationServiceProvider::getInstance(const OperationContext& context,
-                                                             const CIMObjectPath& instanceReference,
-                                                             const Boolean includeQualifiers,
-                                                             const Boolean includeClassOrigin,
-                                                             const CIMPropertyList& propertyList,
-                                                             InstanceResponseHandler& handler)
-{
-    log_message(4, "--> ZAR_ControllerConfigurationServiceProvider::getInstance()\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName(), SERVICE_CLASS, CIM_SERVICE_CLASS);
-
-    _checkKeyCount(instanceReference, 4, " Expect four keys.");
-
-    // The keys decide: a request through the CIM superclass names the same
-    // instance.
-    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
-                         _instanceName.getClassName(), instanceReference.getKeyBindings());
-    if (!ZAR_Common::matchObjectPath(wanted, _instanceName))
-        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-
-    _deliverOne(handler, _buildInstance(includeQualifiers, includeClassOrigin, propertyList));
-    log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::getInstance()\n");
-}
-
-void ZAR_ControllerConfigurationServiceProvider::enumerateInstances(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
-{
-    _enumerateFrame(context, classReference, SERVICE_CLASS, CIM_SERVICE_CLASS,
-                    "--> ZAR_ControllerConfigurationServiceProvider::"
-                    "enumerateInstances() \n",
-                    "<-- ZAR_ControllerConfigurationServiceProvider::"
-                    "enumerateInstances() \n",
-                    [&]() {
-                        CIMInstance instance =
-                            _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
-                        _deliverOne(handler, instance);
-                    });
-}
-
-void ZAR_ControllerConfigurationServiceProvider::enumerateInstanceNames(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    ObjectPathResponseHandler& handler)
-{
-    _enumerateFrame(context, classReference, SERVICE_CLASS, CIM_SERVICE_CLASS,
-                    "--> ZAR_ControllerConfigurationServiceProvider::"
-                    "enumerateInstanceNames()\n",
-                    "<-- ZAR_ControllerConfigurationServiceProvider::"
-                    "enumerateInstanceNames()\n",
-                    [&]() { _deliverOne(handler, _instanceName); });
 }
 
 void ZAR_ControllerConfigurationServiceProvider::invokeMethod(

@@ -38,7 +38,7 @@
 
 #include <zarapi.h>
 
-#include <ZAR_ProviderBase.h>
+#include <ZAR_SingleInstanceProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -47,7 +47,7 @@ struct MethodResult;
 enum class MethodStatus : Uint32;
 }  // namespace CCSUtil
 
-class ZAR_ControllerConfigurationServiceProvider : public ZAR_ProviderBase,
+class ZAR_ControllerConfigurationServiceProvider : public ZAR_SingleInstanceProviderBase,
                                                    public CIMMethodProvider {
 public:
     // Members empty; nothing is asked of the array before initialize.
@@ -62,26 +62,6 @@ public:
     // caches the system's name and host name and builds the service path.
     virtual void initialize(CIMOMHandle& cimom);
 
-    // The service instance for a path of class ZAR_ or
-    // CIM_ControllerConfigurationService with its four keys.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
-    // The one service instance.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    // The service's path.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
     // Checks the user, the target path (it must be the service), the
     // method name (case ignored) and the user's right to that method, then
     // runs the method's handler, which delivers everything itself.
@@ -94,8 +74,8 @@ public:
     String generateHostName(String& id, bool isWWN);
 
 private:
-    CIMInstance _buildInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
-                               const CIMPropertyList& propertyList);
+    virtual CIMInstance _buildInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
+                                       const CIMPropertyList& propertyList);
 
     // Fills _name and _instanceName.
     void _buildInstanceName();

@@ -17,17 +17,30 @@ const char CAP_CLASS[] = "ZAR_ProtocolControllerMaskingCapabilities";
 const char CIM_CAP_CLASS[] = "CIM_ProtocolControllerMaskingCapabilities";
 const char VENDOR[] = "KESTREL";
 
+const ZAR_SingleInstanceProviderBase::Traces TRACES = {
+    "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance() \n",
+    "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance()\n",
+    "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances() \n",
+    "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances() \n",
+    "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstanceNames()\n",
+    "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstanceNames()\n",
+};
+
 }  // namespace
 
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
     ZAR_ProtocolControllerMaskingCapabilitiesProvider()
-    : ZAR_ProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider")
+    : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider",
+                                     CAP_CLASS, CIM_CAP_CLASS, 1, " Expect only one key.", TRACES,
+                                     _instanceName)
 {
 }
 
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
     ZAR_ProtocolControllerMaskingCapabilitiesProvider(const CIMObjectPath&)
-    : ZAR_ProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider")
+    : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider",
+                                     CAP_CLASS, CIM_CAP_CLASS, 1, " Expect only one key.", TRACES,
+                                     _instanceName)
 {
     throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
@@ -120,63 +133,6 @@ CIMInstance ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance(
                 "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "_buildInstances()\n");
     return instance;
-}
-
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance(
-    const OperationContext& context, const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
-{
-    log_message(4,
-                "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                "getInstance() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName(), CAP_CLASS, CIM_CAP_CLASS);
-
-    _checkKeyCount(instanceReference, 1, " Expect only one key.");
-
-    // Only the key decides: a request through the CIM superclass names the
-    // same instance.
-    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
-                         _instanceName.getClassName(), instanceReference.getKeyBindings());
-    if (!ZAR_Common::matchObjectPath(wanted, _instanceName)) {
-        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-    }
-
-    CIMInstance instance = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
-    _deliverOne(handler, instance);
-    log_message(4,
-                "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                "getInstance()\n");
-}
-
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
-{
-    _enumerateFrame(context, classReference, CAP_CLASS, CIM_CAP_CLASS,
-                    "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstances() \n",
-                    "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstances() \n",
-                    [&]() {
-                        CIMInstance instance =
-                            _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
-                        _deliverOne(handler, instance);
-                    });
-}
-
-void ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    ObjectPathResponseHandler& handler)
-{
-    _enumerateFrame(context, classReference, CAP_CLASS, CIM_CAP_CLASS,
-                    "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstanceNames()\n",
-                    "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstanceNames()\n",
-                    [&]() { _deliverOne(handler, _instanceName); });
 }
 
 PEGASUS_NAMESPACE_END

@@ -13,11 +13,11 @@
 
 #include <Pegasus/Common/Config.h>
 
-#include <ZAR_ProviderBase.h>
+#include <ZAR_SingleInstanceProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ProtocolControllerMaskingCapabilitiesProvider : public ZAR_ProviderBase {
+class ZAR_ProtocolControllerMaskingCapabilitiesProvider : public ZAR_SingleInstanceProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_ProtocolControllerMaskingCapabilitiesProvider();
@@ -31,31 +31,13 @@ public:
     // the instance's path from the storage system's Name.
     virtual void initialize(CIMOMHandle& cimom);
 
-    // The instance, for a path of this class or of
-    // CIM_ProtocolControllerMaskingCapabilities with its one key.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
 private:
     // Fills _systemName, _instanceID and _instanceName.
     void _buildInstanceName();
 
     // The instance, built afresh from the stored class.
-    CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
-                               const CIMPropertyList& propertyList);
+    virtual CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
+                                       const CIMPropertyList& propertyList);
 
     String _systemName;
     String _instanceID;

@@ -30,7 +30,7 @@ void ZAR_SCSIControllerProvider::initialize(CIMOMHandle& cimom)
     _open(cimom);
     _hostAddr = ZAR_Common::getSystemHostName(_cimom);
     _systemName = ZAR_Common::getSystemName(_cimom);
-    _threshold = ZAR_Common::getInstanceThreshold(70);
+    _maxInstCount = ZAR_Common::getInstanceThreshold(70);
     log_message(4, "<--ZAR_SCSIControllerProvider::initialize(cimom)\n");
 }
 

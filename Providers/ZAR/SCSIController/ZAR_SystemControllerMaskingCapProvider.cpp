@@ -20,10 +20,20 @@ const char CAP_CLASS[] = "ZAR_ProtocolControllerMaskingCapabilities";
 const char ROLE_ELEMENT[] = "ManagedElement";
 const char ROLE_CAPABILITIES[] = "Capabilities";
 
+const ZAR_SingleInstanceProviderBase::Traces TRACES = {
+    "-->ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance()\n",
+    "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance()\n\n",
+    "--> ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstances() \n",
+    "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstances() \n",
+    "--> ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstanceNames() \n",
+    "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstanceNames() \n",
+};
+
 }  // namespace
 
 ZAR_SystemControllerMaskingCapabilitiesProvider::ZAR_SystemControllerMaskingCapabilitiesProvider()
-    : ZAR_ProviderBase(ClassName)
+    : ZAR_SingleInstanceProviderBase(ClassName, 0, ASSOC_CLASS, CIM_ASSOC_CLASS, 2,
+                                     " Expect two keys.", TRACES, _assocInstanceName)
 {
 }
 
@@ -76,6 +86,12 @@ CIMInstance ZAR_SystemControllerMaskingCapabilitiesProvider::_buildAssociationIn
                 "<--ZAR_SystemControllerMaskingCapabilities::"
                 "_buildAssociationInstance\n");
     return instance;
+}
+
+CIMInstance ZAR_SystemControllerMaskingCapabilitiesProvider::_buildInstance(
+    bool includeQualifiers, bool includeClassOrigin, const CIMPropertyList& propertyList)
+{
+    return _buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList);
 }
 
 CIMObjectPath ZAR_SystemControllerMaskingCapabilitiesProvider::_getRelatedInstanceName(
@@ -284,61 +300,5 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::referenceNames(
 
 // ---------------------------------------------------------------------------
 // Instance operations
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance(
-    const OperationContext& context, const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
-{
-    log_message(4,
-                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "getInstance()\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
-
-    _checkKeyCount(instanceReference, 2, " Expect two keys.");
-
-    // A request through CIM_ElementCapabilities names the same instance.
-    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
-                         CIMName(ASSOC_CLASS), instanceReference.getKeyBindings());
-    if (!ZAR_Common::matchObjectPath(wanted, _assocInstanceName))
-        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-
-    CIMInstance instance =
-        _buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList);
-    _deliverOne(handler, instance);
-    log_message(4,
-                "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "getInstance()\n\n");
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstances(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
-{
-    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
-                    "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstances() \n",
-                    "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstances() \n",
-                    [&]() {
-                        CIMInstance instance = _buildAssociationInstance(
-                            includeQualifiers, includeClassOrigin, propertyList);
-                        _deliverOne(handler, instance);
-                    });
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::enumerateInstanceNames(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    ObjectPathResponseHandler& handler)
-{
-    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
-                    "--> ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstanceNames() \n",
-                    "<-- ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                    "enumerateInstanceNames() \n",
-                    [&]() { _deliverOne(handler, _assocInstanceName); });
-}
 
 PEGASUS_NAMESPACE_END

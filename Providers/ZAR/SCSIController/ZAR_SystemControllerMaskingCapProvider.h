@@ -13,12 +13,12 @@
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
-#include <ZAR_ProviderBase.h>
+#include <ZAR_SingleInstanceProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
 class ZAR_SystemControllerMaskingCapabilitiesProvider : public CIMAssociationProvider,
-                                                        public ZAR_ProviderBase {
+                                                        public ZAR_SingleInstanceProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_SystemControllerMaskingCapabilitiesProvider();
@@ -53,24 +53,11 @@ public:
                                 const CIMName& resultClass, const String& role,
                                 ObjectPathResponseHandler& handler);
 
-    // The association instance when the path matches it (hosts ignored).
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
 private:
+    // The instance operations' builder: the association instance.
+    virtual CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
+                                       const CIMPropertyList& propertyList);
+
     CIMInstance _buildAssociationInstance(Boolean includeQualifiers, Boolean includeClassOrigin,
                                           const CIMPropertyList& propertyList);
 
