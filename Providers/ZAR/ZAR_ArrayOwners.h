@@ -27,6 +27,20 @@ private:
     api_vlunsInfo_t _info;
 };
 
+// A view cursor: set up for a walk, released on every exit.
+class ZAR_SPCCursor {
+public:
+    ZAR_SPCCursor() { api_initSPCParamData(&_data); }
+    ~ZAR_SPCCursor() { api_freeSPCParamData(&_data); }
+    ZAR_SPCCursor(const ZAR_SPCCursor&) = delete;
+    ZAR_SPCCursor& operator=(const ZAR_SPCCursor&) = delete;
+
+    api_spc_param_data* get() { return &_data; }
+
+private:
+    api_spc_param_data _data;
+};
+
 // A list of records of type T and its length, freed by Free.
 template <class T, void (*Free)(T*)>
 class ZAR_RecordList {
@@ -46,5 +60,23 @@ public:
 
 typedef ZAR_RecordList<api_hardwareID, api_freeHostPaths> ZAR_HostPathList;
 typedef ZAR_RecordList<api_vv_t, api_freeVVs> ZAR_VolumeList;
+typedef ZAR_RecordList<api_iSCSIPort_t, api_freeISCSIPorts> ZAR_ISCSIPortList;
+
+// The FC ports of api_getFCPorts, whose answer is also their count (a
+// negative count is an error code, with nothing to free).
+class ZAR_FCPortList {
+public:
+    ZAR_FCPortList() : list(0), count(0) {}
+    ~ZAR_FCPortList()
+    {
+        if (list)
+            api_freeFCPorts(list, count > 0 ? count : 0);
+    }
+    ZAR_FCPortList(const ZAR_FCPortList&) = delete;
+    ZAR_FCPortList& operator=(const ZAR_FCPortList&) = delete;
+
+    api_FCPort_t* list;
+    int count;
+};
 
 #endif

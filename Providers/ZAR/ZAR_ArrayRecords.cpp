@@ -6,7 +6,8 @@
 #include <stdio.h>
 #include <string.h>
 
-#include <ZAR_Common.h>
+#include "ZAR_ArrayOwners.h"
+#include "ZAR_Common.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -39,15 +40,15 @@ int ZAR_ArrayRecords::readPorts(port_type_t type, std::vector<ZAR_PortRecord>& p
 {
     ports.clear();
     if (type == PORT_TYPE_FC) {
-        api_FCPort_t* list = 0;
-        int count = 0;
+        ZAR_FCPortList fc;
         int rc = ZAR_Common::guardedCall(status, [&]() {
-            count = api_getFCPorts(0, 0, 0, &list);
-            return count < 0 ? -count : 0;
+            fc.count = api_getFCPorts(0, 0, 0, &fc.list);
+            return fc.count < 0 ? -fc.count : 0;
         });
         if (rc != 0)
             return _failed(rc, status);
-        for (int i = 0; i < count; i++) {
+        const api_FCPort_t* list = fc.list;
+        for (int i = 0; i < fc.count; i++) {
             ZAR_PortRecord p;
             p.type = PORT_TYPE_FC;
             p.position = list[i].portPos;
@@ -58,18 +59,18 @@ int ZAR_ArrayRecords::readPorts(port_type_t type, std::vector<ZAR_PortRecord>& p
             p.speed = list[i].speed;
             ports.push_back(p);
         }
-        api_freeFCPorts(list, count);
         return 0;
     }
 
-    api_iSCSIPort_t* list = 0;
+    ZAR_ISCSIPortList iscsi;
     int count = 0;
     int rc = ZAR_Common::guardedCall(status, [&]() {
-        count = api_getISCSIPorts(&list);
+        count = api_getISCSIPorts(&iscsi.list);
         return count < 0 ? -count : 0;
     });
     if (rc != 0)
         return _failed(rc, status);
+    const api_iSCSIPort_t* list = iscsi.list;
     for (int i = 0; i < count; i++) {
         ZAR_PortRecord p;
         p.type = PORT_TYPE_ISCSI;
@@ -81,7 +82,6 @@ int ZAR_ArrayRecords::readPorts(port_type_t type, std::vector<ZAR_PortRecord>& p
         p.speed = list[i].speed;
         ports.push_back(p);
     }
-    api_freeISCSIPorts(list);
     return 0;
 }
 
@@ -89,33 +89,29 @@ int ZAR_ArrayRecords::readVolumeChunk(zar_u64* cursor, Uint32 chunk, std::vector
                                       api_status_t* status)
 {
     volumes.clear();
-    api_vv_t* list = 0;
-    zar_u32 count = 0;
+    ZAR_VolumeList list;
     int rc = ZAR_Common::guardedCall(
-        status, [&]() { return api_getVVs_chunk(cursor, chunk, 0, &count, &list, 1); });
+        status, [&]() { return api_getVVs_chunk(cursor, chunk, 0, &list.count, &list.list, 1); });
     if (rc != 0)
         return _failed(rc, status);
-    volumes.assign(list, list + count);
-    api_freeVVs(list);
+    volumes.assign(list.list, list.list + list.count);
     return 0;
 }
 
 int ZAR_ArrayRecords::readVolume(const String& name, api_vv_t* volume, api_status_t* status)
 {
-    api_vv_t* list = 0;
-    zar_u32 count = 0;
+    ZAR_VolumeList list;
     CString text = name.getCString();
-    int rc = ZAR_Common::guardedCall(
-        status, [&]() { return api_getVVs_direct(0, (const char*)text, &count, &list, 1); });
+    int rc = ZAR_Common::guardedCall(status, [&]() {
+        return api_getVVs_direct(0, (const char*)text, &list.count, &list.list, 1);
+    });
     if (rc != 0)
         return _failed(rc, status);
-    if (count == 0) {
-        api_freeVVs(list);
+    if (list.count == 0) {
         errinfo_set_str(status, API_E_VV_NOT_FOUND, api_errorCodeText(API_E_VV_NOT_FOUND));
         return API_E_VV_NOT_FOUND;
     }
-    *volume = list[0];
-    api_freeVVs(list);
+    *volume = list.list[0];
     return 0;
 }
 
@@ -123,13 +119,14 @@ int ZAR_ArrayRecords::readExports(const api_vlunsInfo_t& query, std::vector<vlun
                                   api_status_t* status)
 {
     records.clear();
-    api_vlunsInfo_t q = query;
-    q.count = 0;
-    q.vluns = 0;
-    int rc = ZAR_Common::guardedCall(status, [&]() { return api_getSCSIProtocolControllers(&q); });
-    if (rc == 0 && q.vluns != 0)
-        records.assign(q.vluns, q.vluns + q.count);
-    api_freeVLUNs(&q);
+    ZAR_VlunQuery q;
+    *q = query;
+    q->count = 0;
+    q->vluns = 0;
+    int rc =
+        ZAR_Common::guardedCall(status, [&]() { return api_getSCSIProtocolControllers(q.get()); });
+    if (rc == 0 && q->vluns != 0)
+        records.assign(q->vluns, q->vluns + q->count);
     return _failed(rc, status);
 }
 
@@ -138,17 +135,17 @@ int ZAR_ArrayRecords::readViewChunk(const api_vlunsInfo_t& query, api_spc_param_
                                     api_status_t* status)
 {
     records.clear();
-    api_vlunsInfo_t q = query;
-    q.count = 0;
-    q.vluns = 0;
+    ZAR_VlunQuery q;
+    *q = query;
+    q->count = 0;
+    q->vluns = 0;
     zar_u32 remains = 0;
     int rc = ZAR_Common::guardedCall(status, [&]() {
-        return api_getSCSIProtocolControllers_chunk(&q, cursor, &remains, chunk);
+        return api_getSCSIProtocolControllers_chunk(q.get(), cursor, &remains, chunk);
     });
     *more = rc == 0 ? remains : 0;
-    if (rc == 0 && q.vluns != 0)
-        records.assign(q.vluns, q.vluns + q.count);
-    api_freeVLUNs(&q);
+    if (rc == 0 && q->vluns != 0)
+        records.assign(q->vluns, q->vluns + q->count);
     return _failed(rc, status);
 }
 

@@ -7,6 +7,7 @@
 
 #include <Pegasus/Provider/ProviderException.h>
 
+#include "ZAR_ArrayOwners.h"
 #include "ZAR_Common.h"
 
 PEGASUS_NAMESPACE_BEGIN
@@ -14,19 +15,6 @@ PEGASUS_NAMESPACE_BEGIN
 namespace {
 
 const Uint32 SPC_CHUNK = 200;
-
-// Owns the view cursor of a request: released on every exit path.
-class SPCCursor {
-public:
-    SPCCursor() { api_initSPCParamData(&_data); }
-    ~SPCCursor() { api_freeSPCParamData(&_data); }
-    SPCCursor(const SPCCursor&) = delete;
-    SPCCursor& operator=(const SPCCursor&) = delete;
-    api_spc_param_data* get() { return &_data; }
-
-private:
-    api_spc_param_data _data;
-};
 
 }  // namespace
 
@@ -48,7 +36,7 @@ void ZAR_ViewProviderBase::_walk(const OperationContext& context, Boolean includ
 {
     String systemName, host;
     _viewIdentity(systemName, host);
-    SPCCursor cursor;
+    ZAR_SPCCursor cursor;
     Uint32 more = 1;
     do {
         Array<CIMInstance> chunk;

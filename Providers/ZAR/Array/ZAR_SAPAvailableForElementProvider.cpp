@@ -9,6 +9,7 @@
 
 #include <Pegasus/Provider/ProviderException.h>
 
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
 
 #include "ZAR_ProtocolEndpointBase.h"
@@ -106,46 +107,38 @@ void ZAR_SAPAvailableForElementProvider::_forEachPair(const OperationContext& /*
         }
     }
 
-    api_spc_param_data cursor;
-    api_initSPCParamData(&cursor);
+    ZAR_SPCCursor cursor;
     Uint32 more = 1;
-    try {
-        while (more != 0) {
-            std::vector<vlun> records;
-            if (ZAR_ArrayRecords::readViewChunk(query, &cursor, SPC_CHUNK, records, &more,
-                                                &status) != 0) {
-                _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
+    while (more != 0) {
+        std::vector<vlun> records;
+        if (ZAR_ArrayRecords::readViewChunk(query, cursor.get(), SPC_CHUNK, records, &more,
+                                            &status) != 0) {
+            _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
+        }
+        for (size_t v = 0; v < records.size(); v++) {
+            const vlun& r = records[v];
+            if (r.hporttype != _type || r.deviceID[0] == '\0')
+                continue;
+            Pair pair;
+            pair.record = &r;
+            pair.ends[VIEW] = ZAR_Common::buildSPCObjectPath(
+                String(SYSTEM_CLASS), host, systemName,
+                ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
+                CIMName(_viewClass(_type)));
+            if (side == VIEW && !ZAR_Common::matchObjectPath(wanted, pair.ends[VIEW])) {
+                continue;
             }
-            for (size_t v = 0; v < records.size(); v++) {
-                const vlun& r = records[v];
-                if (r.hporttype != _type || r.deviceID[0] == '\0')
+            for (size_t p = 0; p < ports.size(); p++) {
+                if (!reachedThrough(r, ports[p].position))
                     continue;
-                Pair pair;
-                pair.record = &r;
-                pair.ends[VIEW] = ZAR_Common::buildSPCObjectPath(
-                    String(SYSTEM_CLASS), host, systemName,
-                    ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
-                    CIMName(_viewClass(_type)));
-                if (side == VIEW && !ZAR_Common::matchObjectPath(wanted, pair.ends[VIEW])) {
-                    continue;
-                }
-                for (size_t p = 0; p < ports.size(); p++) {
-                    if (!reachedThrough(r, ports[p].position))
-                        continue;
-                    pair.port = &ports[p];
-                    pair.ends[ENDPOINT] = endpoints[p];
-                    if (!sink(pair)) {
-                        api_freeSPCParamData(&cursor);
-                        return;
-                    }
+                pair.port = &ports[p];
+                pair.ends[ENDPOINT] = endpoints[p];
+                if (!sink(pair)) {
+                    return;
                 }
             }
         }
-    } catch (...) {
-        api_freeSPCParamData(&cursor);
-        throw;
     }
-    api_freeSPCParamData(&cursor);
 }
 
 CIMInstance ZAR_SAPAvailableForElementProvider::_endInstance(const OperationContext& /* context */,

@@ -9,6 +9,7 @@
 
 #include <Pegasus/Provider/ProviderException.h>
 
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
 
 #include "ZAR_StorageSystemProvider.h"
@@ -113,41 +114,33 @@ void ZAR_SystemDeviceProvider::_forEachPair(const OperationContext& /* context *
             query.portIsSet = 1;
         }
     }
-    api_spc_param_data cursor;
-    api_initSPCParamData(&cursor);
+    ZAR_SPCCursor cursor;
     Uint32 more = 1;
-    try {
-        while (more != 0) {
-            std::vector<vlun> records;
-            if (ZAR_ArrayRecords::readViewChunk(query, &cursor, CHUNK, records, &more, &status) !=
-                0) {
-                _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
+    while (more != 0) {
+        std::vector<vlun> records;
+        if (ZAR_ArrayRecords::readViewChunk(query, cursor.get(), CHUNK, records, &more, &status) !=
+            0) {
+            _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
+        }
+        for (size_t i = 0; i < records.size(); i++) {
+            const vlun& r = records[i];
+            if (r.deviceID[0] == '\0' ||
+                (r.hporttype != PORT_TYPE_FC && r.hporttype != PORT_TYPE_ISCSI)) {
+                continue;
             }
-            for (size_t i = 0; i < records.size(); i++) {
-                const vlun& r = records[i];
-                if (r.deviceID[0] == '\0' ||
-                    (r.hporttype != PORT_TYPE_FC && r.hporttype != PORT_TYPE_ISCSI)) {
-                    continue;
-                }
-                pair.record = &r;
-                pair.ends[DEVICE] = ZAR_Common::buildSPCObjectPath(
-                    String(SYSTEM_CLASS), host, systemName,
-                    ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
-                    CIMName(r.hporttype == PORT_TYPE_FC ? FC_VIEW : ISCSI_VIEW));
-                if (side == DEVICE && !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE])) {
-                    continue;
-                }
-                if (!sink(pair)) {
-                    api_freeSPCParamData(&cursor);
-                    return;
-                }
+            pair.record = &r;
+            pair.ends[DEVICE] = ZAR_Common::buildSPCObjectPath(
+                String(SYSTEM_CLASS), host, systemName,
+                ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
+                CIMName(r.hporttype == PORT_TYPE_FC ? FC_VIEW : ISCSI_VIEW));
+            if (side == DEVICE && !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE])) {
+                continue;
+            }
+            if (!sink(pair)) {
+                return;
             }
         }
-    } catch (...) {
-        api_freeSPCParamData(&cursor);
-        throw;
     }
-    api_freeSPCParamData(&cursor);
 }
 
 CIMInstance ZAR_SystemDeviceProvider::_endInstance(const OperationContext& /* context */,

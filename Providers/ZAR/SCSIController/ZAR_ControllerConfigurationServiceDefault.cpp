@@ -152,18 +152,13 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                         _viewsOfEndpoint(_cimom, context, endpoint,
                                          "ZAR_iSCSISAPAvailableForElement", "ZAR_iSCSIController");
                 } else {
-                    api_FCPort_t* ports = 0;
-                    int count = -1;
+                    ZAR_FCPortList ports;
+                    ports.count = -1;
                     {
                         ZAR_ArraySemaphore semaphore;
                         if (semaphore.held())
-                            count = api_getFCPorts(wwn, 1, 0, &ports);
+                            ports.count = api_getFCPorts(wwn, 1, 0, &ports.list);
                     }
-                    String deviceID;
-                    if (count > 0)
-                        deviceID = fieldText(ports[0].deviceID, sizeof(ports[0].deviceID));
-                    if (ports)
-                        api_freeFCPorts(ports, count > 0 ? count : 0);
                     CIMObjectPath fcEndpoint = ZAR_Common::buildFCEndpointPath(
                         "ZAR_SCSIProtocolFCEndpoint", _systemName, id);
                     found = _viewsOfEndpoint(_cimom, context, fcEndpoint,

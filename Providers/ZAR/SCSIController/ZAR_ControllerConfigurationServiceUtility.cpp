@@ -11,6 +11,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
 
 #include "ZAR_ControllerConfigurationServiceProvider.h"
@@ -395,17 +396,14 @@ Boolean checkDeviceAccesses(const Array<String>& luNames, const Array<Uint16>& a
 {
     zar_u64 cursor = 0;
     do {
-        api_vv_t* volumes = 0;
-        zar_u32 count = 0;
-        if (underSemaphore(
-                [&]() { return api_getVVs_chunk(&cursor, 200, NULL, &count, &volumes, 1); }) != 0) {
-            if (volumes)
-                api_freeVVs(volumes);
+        ZAR_VolumeList volumes;
+        if (underSemaphore([&]() {
+                return api_getVVs_chunk(&cursor, 200, NULL, &volumes.count, &volumes.list, 1);
+            }) != 0)
             return true;
-        }
         for (Uint32 i = 0; i < luNames.size() && i < accesses.size(); i++) {
-            for (zar_u32 k = 0; k < count; k++) {
-                const api_vv_t& v = volumes[k];
+            for (zar_u32 k = 0; k < volumes.count; k++) {
+                const api_vv_t& v = volumes.list[k];
                 if (!String::equalNoCase(fieldText(v.name, sizeof(v.name)), luNames[i]))
                     continue;
                 if ((v.access == VOL_MODE_READWRITE && accesses[i] != 2) ||
@@ -414,13 +412,11 @@ Boolean checkDeviceAccesses(const Array<String>& luNames, const Array<Uint16>& a
                                 "LU=" + luNames[i] + ": " +
                                     "DeviceAccess is not supported for the volume" +
                                     ", name = " + fieldText(v.elementName, sizeof(v.elementName)));
-                    api_freeVVs(volumes);
                     return false;
                 }
                 break;
             }
         }
-        api_freeVVs(volumes);
     } while (cursor != 0);
     return true;
 }
@@ -431,29 +427,27 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
     String& hostName, unsigned int lun, String& volumeWWN, unsigned short portLPID)
 {
     Array<CIMObjectPath> paths;
-    api_vlunsInfo_t query;
-    memset(&query, 0, sizeof(query));
+    ZAR_VlunQuery query;
     if (hostName.size() != 0) {
-        CCSUtil::copyText(query.hostname, hostName, sizeof(query.hostname) - 1);
-        query.hostnameIsSet = 1;
+        CCSUtil::copyText(query->hostname, hostName, sizeof(query->hostname) - 1);
+        query->hostnameIsSet = 1;
     }
     if (lun != CCSUtil::LUN_NOT_GIVEN) {
-        query.lun = lun;
-        query.lunIsSet = 1;
+        query->lun = lun;
+        query->lunIsSet = 1;
     }
     if (portLPID != API_PORT_NONE) {
-        query.port = portLPID;
-        query.portIsSet = 1;
+        query->port = portLPID;
+        query->portIsSet = 1;
     }
-    if (CCSUtil::underSemaphore([&]() { return api_getSCSIProtocolControllers(&query); }) != 0) {
-        // The change itself has succeeded: the caller reports what it has.
-        api_freeVLUNs(&query);
+    // A failure leaves the list empty: the change itself has succeeded,
+    // and the caller reports what it has.
+    if (CCSUtil::underSemaphore([&]() { return api_getSCSIProtocolControllers(query.get()); }) != 0)
         return paths;
-    }
 
     try {
-        for (zar_u32 i = 0; i < query.count; i++) {
-            const vlun& record = query.vluns[i];
+        for (zar_u32 i = 0; i < query->count; i++) {
+            const vlun& record = query->vluns[i];
             if (record.lun != lun)
                 continue;
             if (!String::equalNoCase(CCSUtil::fieldText(record.vvwwn, sizeof(record.vvwwn)),
@@ -475,7 +469,6 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
             }
         }
     } catch (...) {
-        api_freeVLUNs(&query);
         log_message(2,
                     "<--ZAR_ControllerConfigurationServiceProvider::"
                     "_getAffectedSPCPaths: exception thrown while building instances, "
@@ -483,7 +476,6 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
                     (unsigned)paths.size());
         throw;
     }
-    api_freeVLUNs(&query);
     return paths;
 }
 

@@ -94,6 +94,12 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
     zartest::Instances one;
     p()->getInstance(as("p1browse"), assoc.getPath(), false, false, CIMPropertyList(), one);
     ASSERT_EQ(1u, one.items.size());
+    zartest::Objects services;
+    p()->associators(as("p1browse"), views[0], CIMName(), CIMName(), "", "", false, false,
+                     CIMPropertyList(), services);
+    ASSERT_EQ(1u, services.items.size());
+    EXPECT_EQ("ZAR_ControllerConfigurationService",
+              text(services.items[0].getClassName().getString()));
     zartest::Paths refNames;
     p()->referenceNames(as("p1browse"), views[0], CIMName(), "", refNames);
     ASSERT_EQ(1u, refNames.items.size());

@@ -533,6 +533,24 @@ TEST_F(HidePathsTest, InitiatorsLeaveTheViewsHost)
     EXPECT_TRUE(o.descriptions().empty());
 }
 
+TEST_F(HidePathsTest, InitiatorsLeaveAMatchedSetThroughItsPort)
+{
+    // An FC and an iSCSI initiator, each found on its view's own port.
+    CIMObjectPath fc = view("MS:2:1:1:" + std::to_string(hostID("db01")));
+    EXPECT_EQ(0u, call("HidePaths", params({strings("InitiatorPortIDs", {"21000024FF300001"}),
+                                            refs("ProtocolControllers", {fc})}))
+                      .rc);
+    EXPECT_EQ("", hostOf("21000024FF300001"));
+    const char* iqn = "iqn.1994-05.com.example:backup01";
+    CIMObjectPath iscsi =
+        view("MS:2:2:1:" + std::to_string(hostID("backup01")), "ZAR_iSCSIController");
+    EXPECT_EQ(0u, call("HidePaths", params({strings("InitiatorPortIDs", {iqn}),
+                                            refs("ProtocolControllers", {iscsi})}))
+                      .rc);
+    EXPECT_EQ("", hostOf(iqn));
+    EXPECT_EQ("backup01", hostOf("21000024FF300101"));
+}
+
 TEST_F(HidePathsTest, InitiatorNotOnTheMatchedSetsPort)
 {
     CIMObjectPath ms = view("MS:2:1:1:" + std::to_string(hostID("db01")));

@@ -26,8 +26,12 @@ TEST_F(ServiceTest, TheOneInstanceCarriesTheArraysOwnerTexts)
               text(ZAR_Common::getStringProperty(path, "Name")));
 
     // Asked through the CIM superclass, with another host in the path.
+    zartest::LogCapture log;
     zartest::ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
         "ZAR_ControllerConfigurationServiceProvider");
+    EXPECT_EQ(-1, log.indexOf("ZAR_ControllerConfigurationServiceProvider::initialize(): "
+                              "api_zarOpenForCimserver failed\n"))
+        << "an open that worked is not reported as failed";
     CIMObjectPath viaSuper("elsewhere", "root/zar", "CIM_ControllerConfigurationService",
                            path.getKeyBindings());
     zartest::Instances got;
