@@ -211,6 +211,15 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
                       CIMObjectPath("", kZar, CIMName("ZAR_ControllerForUnit"), assoc), false,
                       false, false, CIMPropertyList());
               }).getCode());
+    // Without one of its two references the path names no association.
+    assoc.remove(1);
+    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER,
+              cimErrorOf([&] {
+                  server().getInstance(
+                      as("p1browse"), kZar,
+                      CIMObjectPath("", kZar, CIMName("ZAR_ControllerForUnit"), assoc), false,
+                      false, false, CIMPropertyList());
+              }).getCode());
 
     zarsim_fail_next("api_getSCSIProtocolControllers", 1, 1, "records lost");
     CIMException e = cimErrorOf([&] { paths("ZAR_ControllerForUnit"); });

@@ -109,8 +109,13 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
     auto at = std::find(what.begin(), what.end(), "Host Name");
     ASSERT_NE(what.end(), at);
     EXPECT_EQ(std::string(info.hostName), info_[at - what.begin()]);
-    EXPECT_TRUE(std::find(what.begin(), what.end(), "Ipv4 Address") != what.end() ||
-                std::find(what.begin(), what.end(), "Ipv6 Address") != what.end());
+    // The demo array has both addresses.
+    for (const auto& a : {std::make_pair("Ipv4 Address", "192.0.2.10"),
+                          std::make_pair("Ipv6 Address", "2001:db8::10")}) {
+        auto d = std::find(what.begin(), what.end(), a.first);
+        ASSERT_NE(what.end(), d) << a.first;
+        EXPECT_EQ(a.second, info_[d - what.begin()]);
+    }
 }
 
 TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)

@@ -103,6 +103,16 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
                                      server().getInstance(as("p1browse"), kZar, byName, false,
                                                           false, false, CIMPropertyList());
                                  }).getCode());
+    // A WWN the array does not have.
+    for (Uint32 i = 0; i < kb.size(); i++)
+        if (kb[i].getName().equal(CIMName("DeviceID")))
+            kb[i] = CIMKeyBinding(CIMName("DeviceID"), "60002AC0000000000000000000FFFFFF",
+                                  CIMKeyBinding::STRING);
+    CIMObjectPath unknown(path.getHost(), kZar, path.getClassName(), kb);
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
+                                     server().getInstance(as("p1browse"), kZar, unknown, false,
+                                                          false, false, CIMPropertyList());
+                                 }).getCode());
     for (Uint32 i = 0; i < kb.size(); i++) {
         if (kb[i].getName().equal(CIMName("DeviceID")))
             kb[i] = CIMKeyBinding(CIMName("DeviceID"), wwn, CIMKeyBinding::STRING);
