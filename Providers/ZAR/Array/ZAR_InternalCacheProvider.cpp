@@ -33,7 +33,7 @@ String _field(const char* text, size_t size)
 
 }  // namespace
 
-ZAR_InternalCacheProvider::ZAR_InternalCacheProvider() : ZAR_ProviderBase(ClassName) {}
+ZAR_InternalCacheProvider::ZAR_InternalCacheProvider() : ZAR_SystemObjectProviderBase(ClassName) {}
 
 ZAR_InternalCacheProvider::~ZAR_InternalCacheProvider() {}
 
@@ -42,20 +42,6 @@ void ZAR_InternalCacheProvider::_checkClass(const CIMObjectPath& path)
     if (!path.getClassName().equal(CIMName(_CLASS))) {
         throw CIMNotSupportedException(ClassName + " Invalid class name" +
                                        path.getClassName().getString());
-    }
-}
-
-void ZAR_InternalCacheProvider::_readSystemInfo(api_sysinfo_t* info, const char* operation)
-{
-    api_status_t status;
-    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0) {
-        String text = ZAR_ArrayAccess::errorText(status);
-        log_message(2,
-                    "ZAR_InternalCacheProvider::%s: api_getSystemInfo "
-                    "failed, status = %d\n",
-                    operation, status.code);
-        throw CIMOperationFailedException(ClassName + "::" + String(operation) +
-                                          " - Operation failed: " + text);
     }
 }
 
@@ -91,7 +77,8 @@ CIMObjectPath ZAR_InternalCacheProvider::_buildInstanceName(const api_sysinfo_t&
 CIMInstance ZAR_InternalCacheProvider::_buildInstance(const api_sysinfo_t& info,
                                                       Boolean includeQualifiers,
                                                       Boolean includeClassOrigin,
-                                                      const CIMPropertyList& propertyList)
+                                                      const CIMPropertyList& propertyList,
+                                                      const char* /* operation */)
 {
     CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
         _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), false,
@@ -105,62 +92,6 @@ CIMInstance ZAR_InternalCacheProvider::_buildInstance(const api_sysinfo_t& info,
     }
     instance.setPath(path);
     return instance;
-}
-
-void ZAR_InternalCacheProvider::getInstance(const OperationContext& context,
-                                            const CIMObjectPath& instanceReference,
-                                            const Boolean includeQualifiers,
-                                            const Boolean includeClassOrigin,
-                                            const CIMPropertyList& propertyList,
-                                            InstanceResponseHandler& handler)
-{
-    log_message(4, "-->ZAR_InternalCacheProvider::getInstance\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(instanceReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "getInstance");
-    _checkInstanceName(instanceReference, info);
-    CIMInstance instance =
-        _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4, "<--ZAR_InternalCacheProvider::getInstance\n");
-}
-
-void ZAR_InternalCacheProvider::enumerateInstances(const OperationContext& context,
-                                                   const CIMObjectPath& classReference,
-                                                   const Boolean includeQualifiers,
-                                                   const Boolean includeClassOrigin,
-                                                   const CIMPropertyList& propertyList,
-                                                   InstanceResponseHandler& handler)
-{
-    log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstances\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(classReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "enumerateInstances");
-    CIMInstance instance =
-        _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4, "<--ZAR_InternalCacheProvider::enumerateInstances\n");
-}
-
-void ZAR_InternalCacheProvider::enumerateInstanceNames(const OperationContext& context,
-                                                       const CIMObjectPath& classReference,
-                                                       ObjectPathResponseHandler& handler)
-{
-    log_message(4, "-->ZAR_InternalCacheProvider::enumerateInstanceNames\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(classReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "enumerateInstanceNames");
-    handler.processing();
-    handler.deliver(_buildInstanceName(info));
-    handler.complete();
-    log_message(4, "<--ZAR_InternalCacheProvider::enumerateInstanceNames\n");
 }
 
 void ZAR_InternalCacheProvider::invokeMethod(const OperationContext& context,

@@ -19,30 +19,14 @@
 
 #include <zarapi.h>
 
-#include <ZAR_ProviderBase.h>
+#include "ZAR_SystemObjectProviderBase.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_InternalCacheProvider : public ZAR_ProviderBase, public CIMMethodProvider {
+class ZAR_InternalCacheProvider : public ZAR_SystemObjectProviderBase, public CIMMethodProvider {
 public:
     ZAR_InternalCacheProvider();
     virtual ~ZAR_InternalCacheProvider();
-
-    // Delivers the one instance when the path names it (class
-    // ZAR_InternalCache, one key InstanceID of either accepted value).
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
 
     // Answers one of the six identity methods (names compared ignoring
     // case); any other name is refused with CIM_ERR_METHOD_NOT_FOUND.
@@ -50,13 +34,15 @@ public:
                               const CIMName& methodName, const Array<CIMParamValue>& inParameters,
                               MethodResultResponseHandler& handler);
 
-private:
-    void _checkClass(const CIMObjectPath& path);
-    void _readSystemInfo(api_sysinfo_t* info, const char* operation);
-    void _checkInstanceName(const CIMObjectPath& path, const api_sysinfo_t& info);
-    CIMObjectPath _buildInstanceName(const api_sysinfo_t& info);
-    CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
-                               Boolean includeClassOrigin, const CIMPropertyList& propertyList);
+protected:
+    // Class ZAR_InternalCache only.
+    virtual void _checkClass(const CIMObjectPath& path);
+    // One key, InstanceID, of either accepted value.
+    virtual void _checkInstanceName(const CIMObjectPath& path, const api_sysinfo_t& info);
+    virtual CIMObjectPath _buildInstanceName(const api_sysinfo_t& info);
+    virtual CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
+                                       Boolean includeClassOrigin,
+                                       const CIMPropertyList& propertyList, const char* operation);
 };
 
 PEGASUS_NAMESPACE_END

@@ -37,7 +37,7 @@ void _set(CIMInstance& instance, const char* name, const CIMValue& value)
 
 }  // namespace
 
-ZAR_StorageSystemProvider::ZAR_StorageSystemProvider() : ZAR_ProviderBase(ClassName) {}
+ZAR_StorageSystemProvider::ZAR_StorageSystemProvider() : ZAR_SystemObjectProviderBase(ClassName) {}
 
 ZAR_StorageSystemProvider::~ZAR_StorageSystemProvider() {}
 
@@ -59,18 +59,34 @@ void ZAR_StorageSystemProvider::_checkClass(const CIMObjectPath& path)
     }
 }
 
-void ZAR_StorageSystemProvider::_readSystemInfo(api_sysinfo_t* info, const char* operation)
+void ZAR_StorageSystemProvider::_checkInstanceName(const CIMObjectPath& path,
+                                                   const api_sysinfo_t& info)
 {
-    api_status_t status;
-    if (ZAR_ArrayAccess::readSystemInfo(info, &status) != 0) {
+    const Array<CIMKeyBinding>& keys = path.getKeyBindings();
+    if (keys.size() != 2) {
         log_message(2,
-                    "ZAR_StorageSystemProvider::%s: api_getSystemInfo "
-                    "failed, status = %d\n",
-                    operation, status.code);
-        throw CIMOperationFailedException(
-            ClassName + "::" + String(operation) +
-            " - Operation failed: " + ZAR_ArrayAccess::errorText(status));
+                    "ZAR_StorageSystemProvider::getInstance(): Invalid "
+                    "number of keys (%u)\n",
+                    (unsigned)keys.size());
+        throw CIMInvalidParameterException(ClassName + " Expect two keys.");
     }
+    const String name = _field(info.name, sizeof(info.name));
+    bool classMatches = false;
+    bool nameMatches = false;
+    for (Uint32 i = 0; i < keys.size(); i++) {
+        if (keys[i].getName().equal(CIMName("CreationClassName")))
+            classMatches = String::equalNoCase(keys[i].getValue(), _CLASS);
+        else if (keys[i].getName().equal(CIMName("Name")))
+            nameMatches = keys[i].getValue() == name;
+    }
+    if (!classMatches || !nameMatches)
+        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
+}
+
+CIMObjectPath ZAR_StorageSystemProvider::_buildInstanceName(const api_sysinfo_t& info)
+{
+    return buildObjectPath(ZAR_ArrayAccess::pathHostName(info),
+                           _field(info.name, sizeof(info.name)));
 }
 
 CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
@@ -181,83 +197,6 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
 
     instance.setPath(buildObjectPath(ZAR_ArrayAccess::pathHostName(info), name));
     return instance;
-}
-
-void ZAR_StorageSystemProvider::getInstance(const OperationContext& context,
-                                            const CIMObjectPath& instanceReference,
-                                            const Boolean includeQualifiers,
-                                            const Boolean includeClassOrigin,
-                                            const CIMPropertyList& propertyList,
-                                            InstanceResponseHandler& handler)
-{
-    log_message(4, "-->ZAR_StorageSystemProvider::getInstance\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(instanceReference);
-    const Array<CIMKeyBinding>& keys = instanceReference.getKeyBindings();
-    if (keys.size() != 2) {
-        log_message(2,
-                    "ZAR_StorageSystemProvider::getInstance(): Invalid "
-                    "number of keys (%u)\n",
-                    (unsigned)keys.size());
-        throw CIMInvalidParameterException(ClassName + " Expect two keys.");
-    }
-
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "getInstance");
-    const String name = _field(info.name, sizeof(info.name));
-    bool classMatches = false;
-    bool nameMatches = false;
-    for (Uint32 i = 0; i < keys.size(); i++) {
-        if (keys[i].getName().equal(CIMName("CreationClassName")))
-            classMatches = String::equalNoCase(keys[i].getValue(), _CLASS);
-        else if (keys[i].getName().equal(CIMName("Name")))
-            nameMatches = keys[i].getValue() == name;
-    }
-    if (!classMatches || !nameMatches)
-        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-
-    CIMInstance instance =
-        _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList, "getInstance");
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4, "<--ZAR_StorageSystemProvider::getInstance\n");
-}
-
-void ZAR_StorageSystemProvider::enumerateInstances(const OperationContext& context,
-                                                   const CIMObjectPath& classReference,
-                                                   const Boolean includeQualifiers,
-                                                   const Boolean includeClassOrigin,
-                                                   const CIMPropertyList& propertyList,
-                                                   InstanceResponseHandler& handler)
-{
-    log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstances\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(classReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "enumerateInstances");
-    CIMInstance instance = _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList,
-                                          "enumerateInstances");
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4, "<--ZAR_StorageSystemProvider::enumerateInstances\n");
-}
-
-void ZAR_StorageSystemProvider::enumerateInstanceNames(const OperationContext& context,
-                                                       const CIMObjectPath& classReference,
-                                                       ObjectPathResponseHandler& handler)
-{
-    log_message(4, "-->ZAR_StorageSystemProvider::enumerateInstanceNames\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(classReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "enumerateInstanceNames");
-    handler.processing();
-    handler.deliver(
-        buildObjectPath(ZAR_ArrayAccess::pathHostName(info), _field(info.name, sizeof(info.name))));
-    handler.complete();
-    log_message(4, "<--ZAR_StorageSystemProvider::enumerateInstanceNames\n");
 }
 
 PEGASUS_NAMESPACE_END

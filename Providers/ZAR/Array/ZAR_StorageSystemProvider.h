@@ -18,42 +18,29 @@
 
 #include <zarapi.h>
 
-#include <ZAR_ProviderBase.h>
+#include "ZAR_SystemObjectProviderBase.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_StorageSystemProvider : public ZAR_ProviderBase {
+class ZAR_StorageSystemProvider : public ZAR_SystemObjectProviderBase {
 public:
     ZAR_StorageSystemProvider();
     virtual ~ZAR_StorageSystemProvider();
-
-    // Delivers the instance when the path names it: class ZAR_StorageSystem
-    // (or CIM_ComputerSystem, CIM_System), two keys, CreationClassName
-    // "ZAR_StorageSystem" (any case) and Name equal to the system name.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
 
     // The path of the system instance: host `host`, namespace root/zar,
     // keys CreationClassName "ZAR_StorageSystem" and Name `systemName`.
     static CIMObjectPath buildObjectPath(const String& host, const String& systemName);
 
-private:
-    void _checkClass(const CIMObjectPath& path);
-    void _readSystemInfo(api_sysinfo_t* info, const char* operation);
-    CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
-                               Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-                               const char* operation);
+protected:
+    // ZAR_StorageSystem, CIM_ComputerSystem or CIM_System.
+    virtual void _checkClass(const CIMObjectPath& path);
+    // Two keys: CreationClassName "ZAR_StorageSystem" (any case) and Name
+    // equal to the system name.
+    virtual void _checkInstanceName(const CIMObjectPath& path, const api_sysinfo_t& info);
+    virtual CIMObjectPath _buildInstanceName(const api_sysinfo_t& info);
+    virtual CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
+                                       Boolean includeClassOrigin,
+                                       const CIMPropertyList& propertyList, const char* operation);
 };
 
 PEGASUS_NAMESPACE_END
