@@ -42,22 +42,27 @@ public:
                                 const char* endClass1);
     virtual ~ZAR_AssociationProviderBase();
 
+    // The far ends of the pairs whose near end is objectName, as whole
+    // instances built by the subclass.
     virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
                              const CIMName& associationClass, const CIMName& resultClass,
                              const String& role, const String& resultRole,
                              const Boolean includeQualifiers, const Boolean includeClassOrigin,
                              const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
+    // The paths of those far ends.
     virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
                                  const CIMName& associationClass, const CIMName& resultClass,
                                  const String& role, const String& resultRole,
                                  ObjectPathResponseHandler& handler);
 
+    // The association instances of those pairs.
     virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
                             const CIMName& resultClass, const String& role,
                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
+    // Their paths.
     virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
                                 const CIMName& resultClass, const String& role,
                                 ObjectPathResponseHandler& handler);
@@ -70,6 +75,7 @@ public:
                              const Boolean includeQualifiers, const Boolean includeClassOrigin,
                              const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
+    // Every association of the class, one per pair.
     virtual void enumerateInstances(const OperationContext& context,
                                     const CIMObjectPath& classReference,
                                     const Boolean includeQualifiers,
@@ -77,6 +83,7 @@ public:
                                     const CIMPropertyList& propertyList,
                                     InstanceResponseHandler& handler);
 
+    // Their paths.
     virtual void enumerateInstanceNames(const OperationContext& context,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);

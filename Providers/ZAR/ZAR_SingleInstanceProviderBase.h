@@ -39,11 +39,13 @@ public:
                                    const char* keyCountText, const Traces& traces,
                                    const CIMObjectPath& instanceName);
 
+    // The instance when the path names it (see above).
     virtual void getInstance(const OperationContext& context,
                              const CIMObjectPath& instanceReference,
                              const Boolean includeQualifiers, const Boolean includeClassOrigin,
                              const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
+    // The one instance.
     virtual void enumerateInstances(const OperationContext& context,
                                     const CIMObjectPath& classReference,
                                     const Boolean includeQualifiers,
@@ -51,6 +53,7 @@ public:
                                     const CIMPropertyList& propertyList,
                                     InstanceResponseHandler& handler);
 
+    // Its fixed path.
     virtual void enumerateInstanceNames(const OperationContext& context,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);

@@ -19,35 +19,46 @@
 
 PEGASUS_USING_PEGASUS;
 
+namespace {
+
+// The providers of this module by name; the FC and iSCSI variants of an
+// association are one class serving one protocol each.
+const struct {
+    const char* name;
+    CIMProvider* (*create)();
+} PROVIDERS[] = {
+    {"ZAR_InternalCacheProvider", []() -> CIMProvider* { return new ZAR_InternalCacheProvider(); }},
+    {"ZAR_StorageSystemProvider", []() -> CIMProvider* { return new ZAR_StorageSystemProvider(); }},
+    {"ZAR_StorageVolumeProvider", []() -> CIMProvider* { return new ZAR_StorageVolumeProvider(); }},
+    {"ZAR_iSCSIControllerProvider",
+     []() -> CIMProvider* { return new ZAR_iSCSIControllerProvider(); }},
+    {"ZAR_SCSIProtocolFCEndpointProvider",
+     []() -> CIMProvider* { return new ZAR_SCSIProtocolFCEndpointProvider(); }},
+    {"ZAR_iSCSIProtocolEndpointProvider",
+     []() -> CIMProvider* { return new ZAR_iSCSIProtocolEndpointProvider(); }},
+    {"ZAR_ControllerForUnitProvider",
+     []() -> CIMProvider* { return new ZAR_ControllerForUnitProvider(PORT_TYPE_FC); }},
+    {"ZAR_iSCSIControllerForUnitProvider",
+     []() -> CIMProvider* { return new ZAR_ControllerForUnitProvider(PORT_TYPE_ISCSI); }},
+    {"ZAR_SAPAvailableForElementProvider",
+     []() -> CIMProvider* { return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_FC); }},
+    {"ZAR_iSCSISAPAvailableForElementProvider",
+     []() -> CIMProvider* { return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_ISCSI); }},
+    {"ZAR_SystemDeviceProvider", []() -> CIMProvider* { return new ZAR_SystemDeviceProvider(); }},
+    {"ZAR_HostedAccessPointProvider",
+     []() -> CIMProvider* { return new ZAR_HostedAccessPointProvider(); }},
+};
+
+}  // namespace
+
 // Returns a new provider for `providerName` (compared ignoring case), or 0
 // for a name this module does not serve. The server owns the object and
 // ends it through terminate().
 extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(const String& providerName)
 {
-    if (String::equalNoCase(providerName, "ZAR_InternalCacheProvider"))
-        return new ZAR_InternalCacheProvider();
-    if (String::equalNoCase(providerName, "ZAR_StorageSystemProvider"))
-        return new ZAR_StorageSystemProvider();
-    if (String::equalNoCase(providerName, "ZAR_StorageVolumeProvider"))
-        return new ZAR_StorageVolumeProvider();
-    if (String::equalNoCase(providerName, "ZAR_iSCSIControllerProvider"))
-        return new ZAR_iSCSIControllerProvider();
-    if (String::equalNoCase(providerName, "ZAR_SCSIProtocolFCEndpointProvider"))
-        return new ZAR_SCSIProtocolFCEndpointProvider();
-    if (String::equalNoCase(providerName, "ZAR_iSCSIProtocolEndpointProvider"))
-        return new ZAR_iSCSIProtocolEndpointProvider();
-    if (String::equalNoCase(providerName, "ZAR_ControllerForUnitProvider"))
-        return new ZAR_ControllerForUnitProvider(PORT_TYPE_FC);
-    if (String::equalNoCase(providerName, "ZAR_iSCSIControllerForUnitProvider"))
-        return new ZAR_ControllerForUnitProvider(PORT_TYPE_ISCSI);
-    if (String::equalNoCase(providerName, "ZAR_SAPAvailableForElementProvider"))
-        return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_FC);
-    if (String::equalNoCase(providerName, "ZAR_iSCSISAPAvailableForElementProvider")) {
-        return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_ISCSI);
+    for (const auto& provider : PROVIDERS) {
+        if (String::equalNoCase(providerName, provider.name))
+            return provider.create();
     }
-    if (String::equalNoCase(providerName, "ZAR_SystemDeviceProvider"))
-        return new ZAR_SystemDeviceProvider();
-    if (String::equalNoCase(providerName, "ZAR_HostedAccessPointProvider"))
-        return new ZAR_HostedAccessPointProvider();
     return 0;
 }

@@ -36,6 +36,7 @@ public:
                                     const CIMPropertyList& propertyList,
                                     InstanceResponseHandler& handler);
 
+    // The paths of those endpoints.
     virtual void enumerateInstanceNames(const OperationContext& context,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);

@@ -25,12 +25,14 @@ public:
                              const CIMObjectPath& instanceReference,
                              const Boolean includeQualifiers, const Boolean includeClassOrigin,
                              const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
+    // The one instance, whatever path the request names.
     virtual void enumerateInstances(const OperationContext& context,
                                     const CIMObjectPath& classReference,
                                     const Boolean includeQualifiers,
                                     const Boolean includeClassOrigin,
                                     const CIMPropertyList& propertyList,
                                     InstanceResponseHandler& handler);
+    // Its path.
     virtual void enumerateInstanceNames(const OperationContext& context,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);

@@ -38,6 +38,7 @@ public:
                              const Boolean includeQualifiers, const Boolean includeClassOrigin,
                              const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
+    // The paths of those far ends, under the same rules.
     virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
                                  const CIMName& associationClass, const CIMName& resultClass,
                                  const String& role, const String& resultRole,
@@ -49,6 +50,7 @@ public:
                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
+    // Their paths: Antecedent the service, Dependent the view.
     virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
                                 const CIMName& resultClass, const String& role,
                                 ObjectPathResponseHandler& handler);
@@ -59,6 +61,7 @@ public:
                              const Boolean includeQualifiers, const Boolean includeClassOrigin,
                              const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
 
+    // One association per FC view of the array, asked of the server.
     virtual void enumerateInstances(const OperationContext& context,
                                     const CIMObjectPath& classReference,
                                     const Boolean includeQualifiers,
@@ -66,6 +69,7 @@ public:
                                     const CIMPropertyList& propertyList,
                                     InstanceResponseHandler& handler);
 
+    // The paths of those associations.
     virtual void enumerateInstanceNames(const OperationContext& context,
                                         const CIMObjectPath& classReference,
                                         ObjectPathResponseHandler& handler);

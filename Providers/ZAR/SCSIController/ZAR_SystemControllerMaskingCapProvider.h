@@ -38,6 +38,7 @@ public:
                              const Boolean includeQualifiers, const Boolean includeClassOrigin,
                              const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
+    // The far end's path; none from an object of another class.
     virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
                                  const CIMName& associationClass, const CIMName& resultClass,
                                  const String& role, const String& resultRole,
@@ -49,6 +50,7 @@ public:
                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
 
+    // The association's fixed path, when the parameters allow it.
     virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
                                 const CIMName& resultClass, const String& role,
                                 ObjectPathResponseHandler& handler);
