@@ -240,6 +240,12 @@ int SeededServer::zarcli(const std::string& args, std::string& output)
     return runCommand(zarcliCommand + " " + args, output);
 }
 
+bool haveWbemcli()
+{
+    std::string out;
+    return runCommand("which wbemcli", out, 10) == 0;
+}
+
 int freePort()
 {
     int fd = ::socket(AF_INET, SOCK_STREAM, 0);

@@ -59,6 +59,9 @@ struct SeededServer {
     ServerProcess process;
 };
 
+// True when Debian's wbemcli is on the PATH.
+bool haveWbemcli();
+
 // A loopback port that is free now (-1 when none could be had).
 int freePort();
 

@@ -37,10 +37,8 @@ class RunScriptTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        std::string out;
-        if (runCommand("which wbemcli", out, 10) != 0) {
+        if (!haveWbemcli())
             GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
-        }
         var_ = makeTempDir() + "/var";
     }
 

@@ -18,10 +18,8 @@ class ArrayAssociationsWbemcliTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        std::string out;
-        if (runCommand("which wbemcli", out, 10) != 0) {
+        if (!haveWbemcli())
             GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
-        }
         std::string err;
         ASSERT_TRUE(server_.start({"viewer-pass1|users add viewer --role browse"}, err)) << err;
         base_ =
