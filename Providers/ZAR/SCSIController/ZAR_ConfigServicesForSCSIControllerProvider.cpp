@@ -186,6 +186,19 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(const CIMObje
     return false;
 }
 
+Boolean ZAR_ConfigServicesForSCSIControllerProvider::_nothingToAnswer(
+    const OperationContext& context, const CIMObjectPath& objectName, Boolean invalid,
+    const char* operation, const CIMName& resultClass, ResponseHandler& handler)
+{
+    if (_answeredEmpty(invalid, operation, resultClass, handler))
+        return true;
+    if (_exists(context, objectName))
+        return false;
+    log_message(4, "<--ZAR_ConfigServicesForSCSIController::%s\n", operation);
+    handler.complete();
+    return true;
+}
+
 Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(const OperationContext& context,
                                                              const CIMObjectPath& objectName)
 {
@@ -214,14 +227,10 @@ void ZAR_ConfigServicesForSCSIControllerProvider::associators(
                 (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associators"),
-                       "associators", resultClass, handler))
+    if (_nothingToAnswer(context, objectName,
+                         _invalidParms(objectName, role, resultRole, resultClass, "associators"),
+                         "associators", resultClass, handler))
         return;
-    if (!_exists(context, objectName)) {
-        log_message(4, "<--ZAR_ConfigServicesForSCSIController::associators\n");
-        handler.complete();
-        return;
-    }
     Array<CIMInstance> related = _getRelatedInstances(objectName, context, includeQualifiers,
                                                       includeClassOrigin, propertyList);
     for (Uint32 i = 0; i < related.size(); i++)
@@ -240,14 +249,11 @@ void ZAR_ConfigServicesForSCSIControllerProvider::associatorNames(
                 (const char*)resultClass.getString().getCString());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associatorNames"),
-                       "associatorNames", resultClass, handler))
+    if (_nothingToAnswer(
+            context, objectName,
+            _invalidParms(objectName, role, resultRole, resultClass, "associatorNames"),
+            "associatorNames", resultClass, handler))
         return;
-    if (!_exists(context, objectName)) {
-        log_message(4, "<--ZAR_ConfigServicesForSCSIController::associatorNames\n");
-        handler.complete();
-        return;
-    }
     Array<CIMObjectPath> related = _getRelatedInstanceNames(objectName, context);
     for (Uint32 i = 0; i < related.size(); i++)
         handler.deliver(related[i]);
@@ -266,14 +272,10 @@ void ZAR_ConfigServicesForSCSIControllerProvider::references(
                 _text(objectName).c_str());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "references"),
-                       "references", resultClass, handler))
+    if (_nothingToAnswer(context, objectName,
+                         _invalidParms(objectName, role, String(), resultClass, "references"),
+                         "references", resultClass, handler))
         return;
-    if (!_exists(context, objectName)) {
-        log_message(4, "<--ZAR_ConfigServicesForSCSIController::references\n");
-        handler.complete();
-        return;
-    }
     Array<CIMInstance> instances = _buildAssociationInstances(
         objectName, context, includeQualifiers, includeClassOrigin, propertyList);
     for (Uint32 i = 0; i < instances.size(); i++)
@@ -294,14 +296,10 @@ void ZAR_ConfigServicesForSCSIControllerProvider::referenceNames(const Operation
                 _text(objectName).c_str());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "referenceNames"),
-                       "referenceNames", resultClass, handler))
+    if (_nothingToAnswer(context, objectName,
+                         _invalidParms(objectName, role, String(), resultClass, "referenceNames"),
+                         "referenceNames", resultClass, handler))
         return;
-    if (!_exists(context, objectName)) {
-        log_message(4, "<--ZAR_ConfigServicesForSCSIController::referenceNames\n");
-        handler.complete();
-        return;
-    }
     Array<CIMObjectPath> paths = _buildAssociationInstanceNames(objectName, context);
     for (Uint32 i = 0; i < paths.size(); i++)
         handler.deliver(paths[i]);

@@ -101,6 +101,13 @@ private:
     Boolean _invalidParms(const CIMObjectPath& objectName, String role, String resultRole,
                           const CIMName& resultClass, String operation);
 
+    // True, after completing handler, when the operation has nothing to
+    // answer: parameters that cannot name this association (invalid), or
+    // an object that does not exist.
+    Boolean _nothingToAnswer(const OperationContext& context, const CIMObjectPath& objectName,
+                             Boolean invalid, const char* operation, const CIMName& resultClass,
+                             ResponseHandler& handler);
+
     // True when the object exists, asked through the server.
     Boolean _exists(const OperationContext& context, const CIMObjectPath& objectName);
 
