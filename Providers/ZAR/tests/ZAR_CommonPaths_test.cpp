@@ -226,4 +226,16 @@ TEST(MembershipTests, StringsExactlyNamesIgnoringCasePathsByMatch)
     EXPECT_FALSE(ZAR_Common::isPoolPath(path("ZAR_Pool"), "pool-1"));
 }
 
+TEST(FCEndpointPath, NameIsTheWWNInUpperCaseOrTheTextAsGiven)
+{
+    auto name = [](const char* wwn) {
+        return zartest::text(ZAR_Common::getStringProperty(
+            ZAR_Common::buildFCEndpointPath("ZAR_SCSIProtocolFCEndpoint", "S", wwn), "Name"));
+    };
+    EXPECT_EQ("20110002AC13D621", name("20110002ac13d621"));
+    EXPECT_EQ("00000000000000FF", name("ff"));
+    // More than 16 digits is no port WWN.
+    EXPECT_EQ("120110002ac13d621", name("120110002ac13d621"));
+}
+
 }  // namespace

@@ -32,6 +32,7 @@ public:
         CIMClass b("Test_Beta");
         b.addProperty(CIMProperty(CIMName("Flag"), CIMValue(Boolean(true))));
         classes_["test_beta"] = b;
+        classes_["test_zulu"] = CIMClass("Test_Zulu");
     }
 
     std::atomic<int> getClassCalls{0};
@@ -125,6 +126,9 @@ TEST_F(InternalCacheServiceTest, RepeatedRequestsAreAnsweredFromTheCache)
     CIMClass c3 = fetch("TEST_ALPHA", false, true, true);  // names ignore case
     CIMClass c4 = fetch("Test_Alpha", false, true, true, CIMPropertyList(), "ROOT/Test");
     EXPECT_EQ(before + 1, host()->getClassCalls);
+    fetch("Test_Zulu", false, true, true);
+    fetch("test_zulu", false, true, true);  // every letter, Z included
+    EXPECT_EQ(before + 2, host()->getClassCalls);
     EXPECT_EQ(2u, c2.getPropertyCount());
     EXPECT_TRUE(c1.identical(c2));
     EXPECT_TRUE(c1.identical(c3));

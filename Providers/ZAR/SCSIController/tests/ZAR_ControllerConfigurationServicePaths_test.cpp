@@ -100,6 +100,23 @@ TEST_F(ExposePathsTest, NewViewThroughTargetPortsWithGivenNumbers)
     EXPECT_EQ(2u, o.views().size());
 }
 
+TEST_F(ExposePathsTest, NewViewTakesTheAccessEachVolumeAllows)
+{
+    // Read-write volumes take 2, read-only ones 3 (one new host each).
+    struct {
+        const char* volume;
+        Uint16 access;
+        const char* initiator;
+    } cases[] = {{"eng-07", 2, SPARE_FC}, {"finance-09", 3, SPARE_ISCSI}};
+    for (const auto& c : cases) {
+        Outcome o = call("ExposePaths", params({strings("LUNames", {wwnOf(c.volume)}),
+                                                strings("InitiatorPortIDs", {c.initiator}),
+                                                uint16s("DeviceAccesses", {c.access})}));
+        EXPECT_EQ(0u, o.rc) << c.volume;
+        EXPECT_EQ(1u, exportsOf(c.volume).size()) << c.volume;
+    }
+}
+
 TEST_F(ExposePathsTest, NewViewPassesOverUnknownAndBadPortsAndStopsAtABadNumber)
 {
     std::string lu = wwnOf("eng-07"), second = wwnOf("eng-08");
