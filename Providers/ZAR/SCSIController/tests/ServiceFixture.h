@@ -86,6 +86,29 @@ protected:
         return o;
     }
 
+    // A refusal a method must give: its input, status and message.
+    struct Refusal {
+        Pegasus::Array<Pegasus::CIMParamValue> in;
+        int code;
+        std::string message;
+    };
+
+    // Checks each refusal of `method` in turn (with prefixOnly the message
+    // need only begin the error's text).
+    void expectRefusals(const char* method, const std::vector<Refusal>& refusals,
+                        bool prefixOnly = false)
+    {
+        for (const Refusal& r : refusals) {
+            Pegasus::CIMException e = failure(method, r.in);
+            std::string got = text(e.getMessage());
+            EXPECT_EQ(r.code, (int)e.getCode()) << r.message;
+            if (prefixOnly)
+                EXPECT_EQ(0u, got.find(r.message)) << got;
+            else
+                EXPECT_EQ(r.message, got);
+        }
+    }
+
     // Invokes a method that is expected to fail; returns the CIM error.
     Pegasus::CIMException failure(const char* method,
                                   const Pegasus::Array<Pegasus::CIMParamValue>& in,

@@ -116,42 +116,37 @@ TEST_F(DefaultLUsTest, ABadPortPositionIsReportedAndTheOtherPortsServed)
 TEST_F(DefaultLUsTest, ExposeRefusals)
 {
     std::string a = wwnOf("finance-08"), port = fcPortWWN("1:1:1");
-    struct Case {
-        Array<CIMParamValue> in;
-        int code;
-        std::string message;
-    } cases[] = {
-        {params({}), 5, "Invalid number of parameters"},
-        {params({strings("LUNames", {a}), strings("TargetPortIDs", {port}),
-                 uint16s("DeviceAccesses", {2}), refs("ProtocolControllers", {view("PP:0:1:1")})}),
-         1, "Use case not supported: Only 1 use case is supported: Create a New View"},
-        {params({strings("LUNames", {a}), strings("TargetPortIDs", {port}),
-                 uint16s("DeviceAccesses", {2, 2})}),
-         5, "Size of LUName and DeviceAccess arrays has to be the same"},
-        {params({strings("LUNames", {a}), strings("TargetPortIDs", {port}),
-                 uint16s("DeviceAccesses", {3})}),
-         4099, "LU=" + a + ": DeviceAccess is not supported for the volume, name = finance-08"},
-        {params({strings("LUNames", {a}), strings("TargetPortIDs", {"iqn.2000-01.org.other:t1"}),
-                 uint16s("DeviceAccesses", {2})}),
-         4098, "TargetPortID=iqn.2000-01.org.other:t1: Target port ID is invalid\n"},
-        // A name of this array's form that no port has: the position is read
-        // from the value after the prefix (node 0, slot 1, port 5).
-        {params({strings("LUNames", {a}),
-                 strings("TargetPortIDs", {API_ISCSI_VENDOR_PREFIX "20150002AC000099"}),
-                 uint16s("DeviceAccesses", {2})}),
-         5, "Port=0:1:5: Target port ID is invalid\n"},
-        {params({strings("LUNames", {a}), strings("DeviceNumbers", {"XYZ"}),
-                 strings("TargetPortIDs", {port}), uint16s("DeviceAccesses", {2})}),
-         5, "DeviceNumber=0xXYZ: DeviceNumber is invalid\n"},
-        {params({strings("LUNames", {"not-a-wwn"}), strings("TargetPortIDs", {port}),
-                 uint16s("DeviceAccesses", {2})}),
-         4097, "LU=not-a-wwn: LUName is invalid\n"},
-    };
-    for (Case& c : cases) {
-        CIMException e = failure("ExposeDefaultLUs", c.in);
-        EXPECT_EQ(c.code, (int)e.getCode()) << c.message;
-        EXPECT_EQ(c.message, text(e.getMessage()));
-    }
+    expectRefusals(
+        "ExposeDefaultLUs",
+        {
+            {params({}), 5, "Invalid number of parameters"},
+            {params({strings("LUNames", {a}), strings("TargetPortIDs", {port}),
+                     uint16s("DeviceAccesses", {2}),
+                     refs("ProtocolControllers", {view("PP:0:1:1")})}),
+             1, "Use case not supported: Only 1 use case is supported: Create a New View"},
+            {params({strings("LUNames", {a}), strings("TargetPortIDs", {port}),
+                     uint16s("DeviceAccesses", {2, 2})}),
+             5, "Size of LUName and DeviceAccess arrays has to be the same"},
+            {params({strings("LUNames", {a}), strings("TargetPortIDs", {port}),
+                     uint16s("DeviceAccesses", {3})}),
+             4099, "LU=" + a + ": DeviceAccess is not supported for the volume, name = finance-08"},
+            {params({strings("LUNames", {a}),
+                     strings("TargetPortIDs", {"iqn.2000-01.org.other:t1"}),
+                     uint16s("DeviceAccesses", {2})}),
+             4098, "TargetPortID=iqn.2000-01.org.other:t1: Target port ID is invalid\n"},
+            // A name of this array's form that no port has: the position is read
+            // from the value after the prefix (node 0, slot 1, port 5).
+            {params({strings("LUNames", {a}),
+                     strings("TargetPortIDs", {API_ISCSI_VENDOR_PREFIX "20150002AC000099"}),
+                     uint16s("DeviceAccesses", {2})}),
+             5, "Port=0:1:5: Target port ID is invalid\n"},
+            {params({strings("LUNames", {a}), strings("DeviceNumbers", {"XYZ"}),
+                     strings("TargetPortIDs", {port}), uint16s("DeviceAccesses", {2})}),
+             5, "DeviceNumber=0xXYZ: DeviceNumber is invalid\n"},
+            {params({strings("LUNames", {"not-a-wwn"}), strings("TargetPortIDs", {port}),
+                     uint16s("DeviceAccesses", {2})}),
+             4097, "LU=not-a-wwn: LUName is invalid\n"},
+        });
     EXPECT_TRUE(exportsOf("finance-08").empty());
 }
 
@@ -183,32 +178,25 @@ TEST_F(DefaultLUsTest, HideRefusals)
 {
     std::string lu = wwnOf("finance-06");
     CIMObjectPath def = view("PP:0:1:1:default");
-    struct Case {
-        Array<CIMParamValue> in;
-        int code;
-        std::string message;
-    } cases[] = {
-        {params({strings("LUNames", {lu}), strings("TargetPortIDs", {"x"}),
-                 refs("ProtocolControllers", {def})}),
-         1, "Use case not supported: Only 1 use case is supported: Remove LU's from a View"},
-        {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1", "2"}),
-                 refs("ProtocolControllers", {def})}),
-         5, "Size of LUName and DeviceNumber arrays has to be the same"},
-        {params({strings("LUNames", {lu}),
-                 refs("ProtocolControllers", {view("HS:" + std::to_string(hostID("db01")))})}),
-         5, "Invalid ProtocolControllers"},
-        {params(
-             {strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:1:1:1:default")})}),
-         5, "Invalid ProtocolControllers"},
-        {params({strings("LUNames", {lu}), strings("Bogus", {"x"}),
-                 refs("ProtocolControllers", {def})}),
-         5, "Invalid parameter: Bogus"},
-    };
-    for (Case& c : cases) {
-        CIMException e = failure("HideDefaultLUs", c.in);
-        EXPECT_EQ(c.code, (int)e.getCode()) << c.message;
-        EXPECT_EQ(c.message, text(e.getMessage()));
-    }
+    expectRefusals(
+        "HideDefaultLUs",
+        {
+            {params({strings("LUNames", {lu}), strings("TargetPortIDs", {"x"}),
+                     refs("ProtocolControllers", {def})}),
+             1, "Use case not supported: Only 1 use case is supported: Remove LU's from a View"},
+            {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1", "2"}),
+                     refs("ProtocolControllers", {def})}),
+             5, "Size of LUName and DeviceNumber arrays has to be the same"},
+            {params({strings("LUNames", {lu}),
+                     refs("ProtocolControllers", {view("HS:" + std::to_string(hostID("db01")))})}),
+             5, "Invalid ProtocolControllers"},
+            {params({strings("LUNames", {lu}),
+                     refs("ProtocolControllers", {view("PP:1:1:1:default")})}),
+             5, "Invalid ProtocolControllers"},
+            {params({strings("LUNames", {lu}), strings("Bogus", {"x"}),
+                     refs("ProtocolControllers", {def})}),
+             5, "Invalid parameter: Bogus"},
+        });
     EXPECT_EQ(1u, exportsOf("finance-06").size());
 }
 

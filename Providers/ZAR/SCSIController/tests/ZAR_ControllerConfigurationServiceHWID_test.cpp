@@ -61,41 +61,35 @@ TEST_F(HardwareIDCollectionTest, GivenNumbersAndPortsMakeMatchedSets)
 TEST_F(HardwareIDCollectionTest, ExposeRefusals)
 {
     std::string lu = wwnOf("finance-08");
-    struct Case {
-        Array<CIMParamValue> in;
-        int code;
-        std::string message;
-    } cases[] = {
-        {params({}), 5, "Invalid number of parameters"},
-        {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"})}), 1,
-         "Use case not supported: Only 1 use case is supported: Create a New View"},
-        {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"}),
-                 uint16s("DeviceAccesses", {2}), refs("ProtocolControllers", {view("HS:1")})}),
-         1, "Use case not supported: Only 1 use case is supported: Create a New View"},
-        {params({strings("LUNames", {wwnOf("finance-09")}), strings("HostNames", {"esx01"}),
-                 uint16s("DeviceAccesses", {2})}),
-         4099,
-         "LU=" + wwnOf("finance-09") +
-             ": DeviceAccess is not supported for the volume, name = finance-09"},
-        {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"}),
-                 uint16s("DeviceAccesses", {2}),
-                 strings("TargetPortLPIDs", {"9:9:9", "0000000000000000"})}),
-         5, "None of the passed in TargetPortIDs are valid\n"},
-        {params({strings("LUNames", {"zz"}), strings("HostNames", {"esx01"}),
-                 uint16s("DeviceAccesses", {2})}),
-         4097, "LU=zz: LUName is invalid\n"},
-        {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"XYZ"}),
-                 strings("HostNames", {"esx01"}), uint16s("DeviceAccesses", {2})}),
-         5, "DeviceNumber=0xXYZ: DeviceNumber is invalid\n"},
-        {params({strings("LUNames", {lu}), strings("HostNames", {"nosuchhost"}),
-                 uint16s("DeviceAccesses", {2})}),
-         4, "LU=" + lu + ",DeviceNumber=0xFFFFFF,HostName=nosuchhost: "},
-    };
-    for (Case& c : cases) {
-        CIMException e = failure("ExposeLUsToStorageHardwareIDCollection", c.in);
-        EXPECT_EQ(c.code, (int)e.getCode()) << c.message;
-        EXPECT_EQ(0u, text(e.getMessage()).find(c.message)) << text(e.getMessage());
-    }
+    expectRefusals(
+        "ExposeLUsToStorageHardwareIDCollection",
+        {
+            {params({}), 5, "Invalid number of parameters"},
+            {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"})}), 1,
+             "Use case not supported: Only 1 use case is supported: Create a New View"},
+            {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"}),
+                     uint16s("DeviceAccesses", {2}), refs("ProtocolControllers", {view("HS:1")})}),
+             1, "Use case not supported: Only 1 use case is supported: Create a New View"},
+            {params({strings("LUNames", {wwnOf("finance-09")}), strings("HostNames", {"esx01"}),
+                     uint16s("DeviceAccesses", {2})}),
+             4099,
+             "LU=" + wwnOf("finance-09") +
+                 ": DeviceAccess is not supported for the volume, name = finance-09"},
+            {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"}),
+                     uint16s("DeviceAccesses", {2}),
+                     strings("TargetPortLPIDs", {"9:9:9", "0000000000000000"})}),
+             5, "None of the passed in TargetPortIDs are valid\n"},
+            {params({strings("LUNames", {"zz"}), strings("HostNames", {"esx01"}),
+                     uint16s("DeviceAccesses", {2})}),
+             4097, "LU=zz: LUName is invalid\n"},
+            {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"XYZ"}),
+                     strings("HostNames", {"esx01"}), uint16s("DeviceAccesses", {2})}),
+             5, "DeviceNumber=0xXYZ: DeviceNumber is invalid\n"},
+            {params({strings("LUNames", {lu}), strings("HostNames", {"nosuchhost"}),
+                     uint16s("DeviceAccesses", {2})}),
+             4, "LU=" + lu + ",DeviceNumber=0xFFFFFF,HostName=nosuchhost: "},
+        },
+        true);
     EXPECT_TRUE(exportsOf("finance-08").empty());
     // A null parameter of any name is passed over.
     Array<CIMParamValue> in = params({strings("LUNames", {lu}), strings("HostNames", {"esx01"}),
@@ -131,29 +125,22 @@ TEST_F(HardwareIDCollectionTest, HideRefusals)
 {
     std::string lu = wwnOf("finance-02");
     CIMObjectPath hs = view("HS:" + std::to_string(hostID("db01")));
-    struct Case {
-        Array<CIMParamValue> in;
-        int code;
-        std::string message;
-    } cases[] = {
-        {params({strings("LUNames", {lu})}), 1,
-         "Use case not supported: Only 1 use case is supported: Remove LU's from a View"},
-        {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1", "2"}),
-                 refs("ProtocolControllers", {hs})}),
-         5, "Size of LUName and DeviceNumber arrays has to be the same"},
-        {params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:1:1")})}), 5,
-         "Invalid ProtocolControllers"},
-        {params({strings("LUNames", {wwnOf("eng-10")}), refs("ProtocolControllers", {hs})}), 5,
-         "InitiatorPort is not part of SPC.\n"},
-        {params({strings("LUNames", {lu}),
-                 refs("ProtocolControllers", {view(deviceIDOf(hs), "ZAR_iSCSINode")})}),
-         5, ""},
-    };
-    for (Case& c : cases) {
-        CIMException e = failure("HideLUsFromStorageHardwareIDCollection", c.in);
-        EXPECT_EQ(c.code, (int)e.getCode()) << c.message;
-        EXPECT_EQ(c.message, text(e.getMessage()));
-    }
+    expectRefusals(
+        "HideLUsFromStorageHardwareIDCollection",
+        {
+            {params({strings("LUNames", {lu})}), 1,
+             "Use case not supported: Only 1 use case is supported: Remove LU's from a View"},
+            {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1", "2"}),
+                     refs("ProtocolControllers", {hs})}),
+             5, "Size of LUName and DeviceNumber arrays has to be the same"},
+            {params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:1:1")})}), 5,
+             "Invalid ProtocolControllers"},
+            {params({strings("LUNames", {wwnOf("eng-10")}), refs("ProtocolControllers", {hs})}), 5,
+             "InitiatorPort is not part of SPC.\n"},
+            {params({strings("LUNames", {lu}),
+                     refs("ProtocolControllers", {view(deviceIDOf(hs), "ZAR_iSCSINode")})}),
+             5, ""},
+        });
     EXPECT_EQ(1u, exportsOf("finance-02").size());
 }
 

@@ -359,54 +359,48 @@ TEST_F(ExposePathsTest, ArrayRefusalsAreMapped)
 TEST_F(ExposePathsTest, Refusals)
 {
     std::string lu = wwnOf("finance-08");
-    struct Case {
-        Array<CIMParamValue> in;
-        int code;
-        std::string message;
-    } cases[] = {
-        {params({}), 5, "Invalid number of parameters"},
-        {params({strings("LUNames", {lu}), strings("Bogus", {"x"})}), 5,
-         "Invalid parameter: Bogus"},
-        {params({strings("LUNames", {lu}), strings("TargetPortIDs", {"0:1:1"}),
-                 refs("ProtocolControllers", {hostSees("db01")})}),
-         1,
-         "Use case not supported: Only 2 use case is supported: Create a New View and Add "
-         "Initiator IDs to "
-         "a view"},
-        {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1", "2"}),
-                 refs("ProtocolControllers", {hostSees("db01")})}),
-         5, "Size of LUName and DeviceNumber arrays has to be the same"},
-        {params({strings("LUNames", {lu}), uint16s("DeviceAccesses", {2, 2}),
-                 refs("ProtocolControllers", {hostSees("db01")})}),
-         5, "Size of LUName and DeviceAccess arrays has to be the same"},
-        {params({strings("LUNames", {lu}), uint16s("DeviceAccesses", {3}),
-                 strings("InitiatorPortIDs", {SPARE_FC})}),
-         4100, "LU=" + lu + ": DeviceAccess is not supported for the volume, name = finance-08"},
-        {params({strings("LUNames", {wwnOf("finance-10"), wwnOf("eng-01")}),
-                 strings("InitiatorPortIDs", {SPARE_FC})}),
-         4100,
-         "LU=" + wwnOf("eng-01") +
-             ": Cannot expose volumes with different domains at the same time, name = eng-01"},
-        // The domain is compared with the volume listed just before, here
-        // finance-10, not with the other LU's.
-        {params({strings("LUNames", {wwnOf("eng-05"), wwnOf("eng-01")}),
-                 strings("InitiatorPortIDs", {SPARE_FC})}),
-         4100,
-         "LU=" + wwnOf("eng-01") +
-             ": Cannot expose volumes with different domains at the same time, name = eng-01"},
-        {params({strings("InitiatorPortIDs", {SPARE_FC}),
-                 refs("ProtocolControllers", {view("PP:0:1:1")})}),
-         5, "Cannot add initiatorID to a port present VLUN"},
-        // A view whose host the array does not know.
-        {params({strings("InitiatorPortIDs", {"21000024FF300001"}),
-                 refs("ProtocolControllers", {view("HS:999")})}),
-         5, "Invalid ProtocolControllers"},
-    };
-    for (Case& c : cases) {
-        CIMException e = failure("ExposePaths", c.in);
-        EXPECT_EQ(c.code, (int)e.getCode()) << c.message;
-        EXPECT_EQ(c.message, text(e.getMessage()));
-    }
+    expectRefusals(
+        "ExposePaths",
+        {
+            {params({}), 5, "Invalid number of parameters"},
+            {params({strings("LUNames", {lu}), strings("Bogus", {"x"})}), 5,
+             "Invalid parameter: Bogus"},
+            {params({strings("LUNames", {lu}), strings("TargetPortIDs", {"0:1:1"}),
+                     refs("ProtocolControllers", {hostSees("db01")})}),
+             1,
+             "Use case not supported: Only 2 use case is supported: Create a New View and Add "
+             "Initiator IDs to "
+             "a view"},
+            {params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1", "2"}),
+                     refs("ProtocolControllers", {hostSees("db01")})}),
+             5, "Size of LUName and DeviceNumber arrays has to be the same"},
+            {params({strings("LUNames", {lu}), uint16s("DeviceAccesses", {2, 2}),
+                     refs("ProtocolControllers", {hostSees("db01")})}),
+             5, "Size of LUName and DeviceAccess arrays has to be the same"},
+            {params({strings("LUNames", {lu}), uint16s("DeviceAccesses", {3}),
+                     strings("InitiatorPortIDs", {SPARE_FC})}),
+             4100,
+             "LU=" + lu + ": DeviceAccess is not supported for the volume, name = finance-08"},
+            {params({strings("LUNames", {wwnOf("finance-10"), wwnOf("eng-01")}),
+                     strings("InitiatorPortIDs", {SPARE_FC})}),
+             4100,
+             "LU=" + wwnOf("eng-01") +
+                 ": Cannot expose volumes with different domains at the same time, name = eng-01"},
+            // The domain is compared with the volume listed just before, here
+            // finance-10, not with the other LU's.
+            {params({strings("LUNames", {wwnOf("eng-05"), wwnOf("eng-01")}),
+                     strings("InitiatorPortIDs", {SPARE_FC})}),
+             4100,
+             "LU=" + wwnOf("eng-01") +
+                 ": Cannot expose volumes with different domains at the same time, name = eng-01"},
+            {params({strings("InitiatorPortIDs", {SPARE_FC}),
+                     refs("ProtocolControllers", {view("PP:0:1:1")})}),
+             5, "Cannot add initiatorID to a port present VLUN"},
+            // A view whose host the array does not know.
+            {params({strings("InitiatorPortIDs", {"21000024FF300001"}),
+                     refs("ProtocolControllers", {view("HS:999")})}),
+             5, "Invalid ProtocolControllers"},
+        });
     // Nothing was made or moved by any of them.
     EXPECT_TRUE(exportsOf("finance-08").empty());
     EXPECT_EQ("", hostOf(SPARE_FC));
@@ -582,47 +576,42 @@ TEST_F(HidePathsTest, Refusals)
 {
     std::string lu = wwnOf("finance-02");
     CIMObjectPath hs = hostSees("db01");
-    struct Case {
-        Array<CIMParamValue> in;
-        int code;
-        std::string message;
-    } cases[] = {
-        {params({}), 5, "Invalid number of parameters"},
-        {params({strings("LUNames", {lu}), refs("ProtocolControllers", {hs, hs})}), 1,
-         "Use case not supported: Only 3 use cases are supported: Remove LU's from a View, Hide "
-         "Full Paths "
-         "from a View and Remove Initiator IDs from a View"},
-        {params({strings("InitiatorPortIDs", {"21000024FF300001"}), strings("TargetPortIDs", {"x"}),
-                 refs("ProtocolControllers", {hs})}),
-         1,
-         "Use case not supported: Only 3 use cases are supported: Remove LU's from a View, Hide "
-         "Full Paths "
-         "from a View and Remove Initiator IDs from a View"},
-        {params({strings("InitiatorPortIDs", {SPARE_FC}),
-                 refs("ProtocolControllers", {view("PP:0:1:1")})}),
-         5, "Cannot remove initiatorID from a port present VLUN"},
-        {params({strings("LUNames", {lu, lu}), strings("DeviceNumbers", {"2"}),
-                 refs("ProtocolControllers", {hs})}),
-         5, "Size of LUName and DeviceNumber arrays has to be the same"},
-        {params({strings("LUNames", {wwnOf("eng-10")}), refs("ProtocolControllers", {hs})}), 4100,
-         "Target/initiator combination not exposed.\n"},
-        // A matched set whose host the array does not know shows nothing,
-        // not the other hosts' exports on its port.
-        {params({strings("LUNames", {wwnOf("finance-01")}),
-                 refs("ProtocolControllers", {view("MS:2:1:1:999")})}),
-         4100, "Target/initiator combination not exposed.\n"},
-        {params(
-             {strings("LUNames", {lu}), flag("Override", true), refs("ProtocolControllers", {hs})}),
-         5, "Invalid parameter: Override"},
-        // Slots go up to 9.
-        {params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:10:1")})}), 5,
-         "Port=0:10:1: Target port ID is invalid\n"},
-    };
-    for (Case& c : cases) {
-        CIMException e = failure("HidePaths", c.in);
-        EXPECT_EQ(c.code, (int)e.getCode()) << c.message;
-        EXPECT_EQ(c.message, text(e.getMessage()));
-    }
+    expectRefusals(
+        "HidePaths",
+        {
+            {params({}), 5, "Invalid number of parameters"},
+            {params({strings("LUNames", {lu}), refs("ProtocolControllers", {hs, hs})}), 1,
+             "Use case not supported: Only 3 use cases are supported: Remove LU's from a View, "
+             "Hide "
+             "Full Paths "
+             "from a View and Remove Initiator IDs from a View"},
+            {params({strings("InitiatorPortIDs", {"21000024FF300001"}),
+                     strings("TargetPortIDs", {"x"}), refs("ProtocolControllers", {hs})}),
+             1,
+             "Use case not supported: Only 3 use cases are supported: Remove LU's from a View, "
+             "Hide "
+             "Full Paths "
+             "from a View and Remove Initiator IDs from a View"},
+            {params({strings("InitiatorPortIDs", {SPARE_FC}),
+                     refs("ProtocolControllers", {view("PP:0:1:1")})}),
+             5, "Cannot remove initiatorID from a port present VLUN"},
+            {params({strings("LUNames", {lu, lu}), strings("DeviceNumbers", {"2"}),
+                     refs("ProtocolControllers", {hs})}),
+             5, "Size of LUName and DeviceNumber arrays has to be the same"},
+            {params({strings("LUNames", {wwnOf("eng-10")}), refs("ProtocolControllers", {hs})}),
+             4100, "Target/initiator combination not exposed.\n"},
+            // A matched set whose host the array does not know shows nothing,
+            // not the other hosts' exports on its port.
+            {params({strings("LUNames", {wwnOf("finance-01")}),
+                     refs("ProtocolControllers", {view("MS:2:1:1:999")})}),
+             4100, "Target/initiator combination not exposed.\n"},
+            {params({strings("LUNames", {lu}), flag("Override", true),
+                     refs("ProtocolControllers", {hs})}),
+             5, "Invalid parameter: Override"},
+            // Slots go up to 9.
+            {params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:10:1")})}),
+             5, "Port=0:10:1: Target port ID is invalid\n"},
+        });
     EXPECT_EQ(1u, exportsOf("finance-02").size());
     EXPECT_EQ(1u, exportsOf("finance-01").size());
     EXPECT_EQ("db01", hostOf("21000024FF300001"));
