@@ -144,39 +144,81 @@ CIMInstance ZAR_AssociationProviderBase::_assocInstance(CIMClass& cls, const Pai
     return instance;
 }
 
+void ZAR_AssociationProviderBase::_frame(const OperationContext& context, const char* operation,
+                                         const CIMObjectPath& objectName, ResponseHandler& handler,
+                                         const std::function<void()>& body)
+{
+    log_message(4, "-->%s::%s\n\t objectName = %s \n", _traceName(), operation,
+                (const char*)objectName.toString().getCString());
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    handler.processing();
+    body();
+    handler.complete();
+    log_message(4, "<--%s::%s\n", _traceName(), operation);
+}
+
+void ZAR_AssociationProviderBase::_eachFarEnd(const OperationContext& context,
+                                              const char* operation,
+                                              const CIMObjectPath& objectName,
+                                              const CIMName& resultClass, const String& role,
+                                              const String& resultRole, const FarEndSink& sink)
+{
+    int far = _farSide(objectName, resultClass, role, resultRole);
+    if (far < 0)
+        return;
+    String systemName, host;
+    _identity(systemName, host, operation);
+    Seen seen;
+    _forEachPair(context, 1 - far, objectName, systemName, host, [&](const Pair& pair) {
+        if (_selected(pair.ends[far], resultClass) && seen.first(pair.ends[far]))
+            sink(pair, far, systemName, host);
+        return true;
+    });
+}
+
+void ZAR_AssociationProviderBase::_eachReference(
+    const OperationContext& context, const char* operation, const CIMObjectPath& objectName,
+    const CIMName& resultClass, const String& role,
+    const std::function<void(const Pair&, const String&)>& sink)
+{
+    int near = _nearSide(objectName, resultClass, role);
+    if (near < 0)
+        return;
+    String systemName, host;
+    _identity(systemName, host, operation);
+    _forEachPair(context, near, objectName, systemName, host, [&](const Pair& pair) {
+        sink(pair, host);
+        return true;
+    });
+}
+
 void ZAR_AssociationProviderBase::associators(
     const OperationContext& context, const CIMObjectPath& objectName,
     const CIMName& /* associationClass */, const CIMName& resultClass, const String& role,
     const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::associators\n\t objectName = %s \n", (const char*)name,
-                (const char*)objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    handler.processing();
-    int far = _farSide(objectName, resultClass, role, resultRole);
-    if (far >= 0) {
-        String systemName, host;
-        _identity(systemName, host, "associators");
-        CIMClass cls =
-            _storedClass(_endClasses[far], includeQualifiers, includeClassOrigin, propertyList);
-        Seen seen;
-        _forEachPair(context, 1 - far, objectName, systemName, host, [&](const Pair& pair) {
-            if (_selected(pair.ends[far], resultClass) && seen.first(pair.ends[far])) {
-                CIMClass farClass = cls;
-                if (!pair.ends[far].getClassName().equal(_endClasses[far])) {
+    _frame(context, "associators", objectName, handler, [&]() {
+        // The far end's stored class, fetched at the first end; an end of
+        // a subclass is built from its own.
+        CIMClass cls;
+        _eachFarEnd(
+            context, "associators", objectName, resultClass, role, resultRole,
+            [&](const Pair& pair, int far, const String& systemName, const String& host) {
+                CIMClass farClass;
+                if (pair.ends[far].getClassName().equal(_endClasses[far])) {
+                    if (cls.isUninitialized())
+                        cls = _storedClass(_endClasses[far], includeQualifiers, includeClassOrigin,
+                                           propertyList);
+                    farClass = cls;
+                } else {
                     farClass = _storedClass(pair.ends[far].getClassName(), includeQualifiers,
                                             includeClassOrigin, propertyList);
                 }
                 handler.deliver(
                     CIMObject(_endInstance(context, pair, far, farClass, systemName, host)));
-            }
-            return true;
-        });
-    }
-    handler.complete();
-    log_message(4, "<--%s::associators\n", (const char*)name);
+            });
+    });
 }
 
 void ZAR_AssociationProviderBase::associatorNames(const OperationContext& context,
@@ -186,25 +228,12 @@ void ZAR_AssociationProviderBase::associatorNames(const OperationContext& contex
                                                   const String& resultRole,
                                                   ObjectPathResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::associatorNames\n\t objectName = %s \n", (const char*)name,
-                (const char*)objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    handler.processing();
-    int far = _farSide(objectName, resultClass, role, resultRole);
-    if (far >= 0) {
-        String systemName, host;
-        _identity(systemName, host, "associatorNames");
-        Seen seen;
-        _forEachPair(context, 1 - far, objectName, systemName, host, [&](const Pair& pair) {
-            if (_selected(pair.ends[far], resultClass) && seen.first(pair.ends[far])) {
-                handler.deliver(pair.ends[far]);
-            }
-            return true;
-        });
-    }
-    handler.complete();
-    log_message(4, "<--%s::associatorNames\n", (const char*)name);
+    _frame(context, "associatorNames", objectName, handler, [&]() {
+        _eachFarEnd(context, "associatorNames", objectName, resultClass, role, resultRole,
+                    [&](const Pair& pair, int far, const String&, const String&) {
+                        handler.deliver(pair.ends[far]);
+                    });
+    });
 }
 
 void ZAR_AssociationProviderBase::references(
@@ -212,24 +241,16 @@ void ZAR_AssociationProviderBase::references(
     const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::references\n\t objectName = %s \n", (const char*)name,
-                (const char*)objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    handler.processing();
-    int near = _nearSide(objectName, resultClass, role);
-    if (near >= 0) {
-        String systemName, host;
-        _identity(systemName, host, "references");
-        CIMClass cls =
-            _storedClass(_assocClass, includeQualifiers, includeClassOrigin, propertyList);
-        _forEachPair(context, near, objectName, systemName, host, [&](const Pair& pair) {
-            handler.deliver(CIMObject(_assocInstance(cls, pair, host)));
-            return true;
-        });
-    }
-    handler.complete();
-    log_message(4, "<--%s::references\n", (const char*)name);
+    _frame(context, "references", objectName, handler, [&]() {
+        CIMClass cls;
+        _eachReference(context, "references", objectName, resultClass, role,
+                       [&](const Pair& pair, const String& host) {
+                           if (cls.isUninitialized())
+                               cls = _storedClass(_assocClass, includeQualifiers,
+                                                  includeClassOrigin, propertyList);
+                           handler.deliver(CIMObject(_assocInstance(cls, pair, host)));
+                       });
+    });
 }
 
 void ZAR_AssociationProviderBase::referenceNames(const OperationContext& context,
@@ -237,22 +258,11 @@ void ZAR_AssociationProviderBase::referenceNames(const OperationContext& context
                                                  const CIMName& resultClass, const String& role,
                                                  ObjectPathResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::referenceNames\n\t objectName = %s \n", (const char*)name,
-                (const char*)objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    handler.processing();
-    int near = _nearSide(objectName, resultClass, role);
-    if (near >= 0) {
-        String systemName, host;
-        _identity(systemName, host, "referenceNames");
-        _forEachPair(context, near, objectName, systemName, host, [&](const Pair& pair) {
-            handler.deliver(_assocPath(pair, host));
-            return true;
-        });
-    }
-    handler.complete();
-    log_message(4, "<--%s::referenceNames\n", (const char*)name);
+    _frame(context, "referenceNames", objectName, handler, [&]() {
+        _eachReference(
+            context, "referenceNames", objectName, resultClass, role,
+            [&](const Pair& pair, const String& host) { handler.deliver(_assocPath(pair, host)); });
+    });
 }
 
 void ZAR_AssociationProviderBase::getInstance(const OperationContext& context,
@@ -262,8 +272,7 @@ void ZAR_AssociationProviderBase::getInstance(const OperationContext& context,
                                               const CIMPropertyList& propertyList,
                                               InstanceResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::getInstance\n", (const char*)name);
+    log_message(4, "-->%s::getInstance\n", _traceName());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     CIMObjectPath ends[2];
     for (int side = 0; side < 2; side++) {
@@ -288,14 +297,14 @@ void ZAR_AssociationProviderBase::getInstance(const OperationContext& context,
         });
     }
     if (!found) {
-        log_message(2, "%s::getInstance, not found = %s\n", (const char*)name,
+        log_message(2, "%s::getInstance, not found = %s\n", _traceName(),
                     (const char*)instanceReference.toString().getCString());
         throw CIMObjectNotFoundException(_className + " CIM Object not found.");
     }
     handler.processing();
     handler.deliver(instance);
     handler.complete();
-    log_message(4, "<--%s::getInstance\n", (const char*)name);
+    log_message(4, "<--%s::getInstance\n", _traceName());
 }
 
 void ZAR_AssociationProviderBase::enumerateInstances(const OperationContext& context,
@@ -305,8 +314,7 @@ void ZAR_AssociationProviderBase::enumerateInstances(const OperationContext& con
                                                      const CIMPropertyList& propertyList,
                                                      InstanceResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::enumerateInstances\n", (const char*)name);
+    log_message(4, "-->%s::enumerateInstances\n", _traceName());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     String systemName, host;
     _identity(systemName, host, "enumerateInstances");
@@ -317,15 +325,14 @@ void ZAR_AssociationProviderBase::enumerateInstances(const OperationContext& con
         return true;
     });
     handler.complete();
-    log_message(4, "<--%s::enumerateInstances\n", (const char*)name);
+    log_message(4, "<--%s::enumerateInstances\n", _traceName());
 }
 
 void ZAR_AssociationProviderBase::enumerateInstanceNames(const OperationContext& context,
                                                          const CIMObjectPath& /* classReference */,
                                                          ObjectPathResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::enumerateInstanceNames\n", (const char*)name);
+    log_message(4, "-->%s::enumerateInstanceNames\n", _traceName());
     ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
     String systemName, host;
     _identity(systemName, host, "enumerateInstanceNames");
@@ -335,7 +342,7 @@ void ZAR_AssociationProviderBase::enumerateInstanceNames(const OperationContext&
         return true;
     });
     handler.complete();
-    log_message(4, "<--%s::enumerateInstanceNames\n", (const char*)name);
+    log_message(4, "<--%s::enumerateInstanceNames\n", _traceName());
 }
 
 PEGASUS_NAMESPACE_END

@@ -118,6 +118,28 @@ protected:
     CIMName _endClasses[2];
 
 private:
+    // Called for each far end: the pair, the far side, the system's name
+    // and the host of the paths.
+    typedef std::function<void(const Pair&, int, const String&, const String&)> FarEndSink;
+
+    // The frame of the four association operations: the traces, the
+    // user's access check, processing(), body, complete().
+    void _frame(const OperationContext& context, const char* operation,
+                const CIMObjectPath& objectName, ResponseHandler& handler,
+                const std::function<void()>& body);
+
+    // Each far end of objectName once, when the parameters select any.
+    void _eachFarEnd(const OperationContext& context, const char* operation,
+                     const CIMObjectPath& objectName, const CIMName& resultClass,
+                     const String& role, const String& resultRole, const FarEndSink& sink);
+
+    // Each pair whose near end is objectName (with the host of the paths),
+    // when the parameters select any.
+    void _eachReference(const OperationContext& context, const char* operation,
+                        const CIMObjectPath& objectName, const CIMName& resultClass,
+                        const String& role,
+                        const std::function<void(const Pair&, const String&)>& sink);
+
     CIMObjectPath _assocPath(const Pair& pair, const String& host);
     CIMInstance _assocInstance(CIMClass& cls, const Pair& pair, const String& host);
     // The far side for associators, or -1 when the parameters select
