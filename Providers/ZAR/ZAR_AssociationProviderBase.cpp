@@ -3,6 +3,8 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_AssociationProviderBase.h"
 
+#include "ZAR_ArrayOwners.h"
+
 #include <set>
 #include <string>
 
@@ -13,6 +15,9 @@
 PEGASUS_NAMESPACE_BEGIN
 
 namespace {
+
+// View records fetched per call.
+const Uint32 VIEW_CHUNK = 200;
 
 // Remembers the paths already delivered (their text without host).
 class Seen {
@@ -55,6 +60,57 @@ ZAR_AssociationProviderBase::ZAR_AssociationProviderBase(const String& providerN
 ZAR_AssociationProviderBase::~ZAR_AssociationProviderBase() {}
 
 void ZAR_AssociationProviderBase::_fillAssociation(CIMInstance&, const Pair&) {}
+
+Boolean ZAR_AssociationProviderBase::_narrowToView(const String& deviceID, api_vlunsInfo_t& query)
+{
+    String id = deviceID;
+    Uint32 type = 0;
+    String hostName;
+    Uint16 port = API_PORT_NONE;
+    ZAR_Common::deReferenceSPCDeviceID(id, type, hostName, port, false);
+    if (type == 0)
+        return false;
+    query.vluntype = type;
+    query.vluntypeIsSet = 1;
+    if (port != API_PORT_NONE) {
+        query.port = port;
+        query.portIsSet = 1;
+    }
+    return true;
+}
+
+void ZAR_AssociationProviderBase::_forEachViewRecord(const api_vlunsInfo_t& query,
+                                                     const std::function<bool(const vlun&)>& sink)
+{
+    ZAR_SPCCursor cursor;
+    api_status_t status;
+    Uint32 more = 1;
+    while (more != 0) {
+        std::vector<vlun> records;
+        if (ZAR_ArrayRecords::readViewChunk(query, cursor.get(), VIEW_CHUNK, records, &more,
+                                            &status) != 0) {
+            _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
+        }
+        for (size_t i = 0; i < records.size(); i++) {
+            if (!sink(records[i]))
+                return;
+        }
+    }
+}
+
+const char* ZAR_AssociationProviderBase::_viewClassOf(port_type_t type)
+{
+    return type == PORT_TYPE_FC ? ZAR_SCSI_CONTROLLER : ZAR_ISCSI_CONTROLLER;
+}
+
+CIMObjectPath ZAR_AssociationProviderBase::_viewPath(const vlun& record, const String& host,
+                                                     const String& systemName)
+{
+    return ZAR_Common::buildSPCObjectPath(
+        String(ZAR_STORAGE_SYSTEM), host, systemName,
+        ZAR_ArrayRecords::field(record.deviceID, sizeof(record.deviceID)),
+        CIMName(_viewClassOf(record.hporttype)));
+}
 
 Boolean ZAR_AssociationProviderBase::_isA(const CIMName& name, const CIMName& wanted)
 {

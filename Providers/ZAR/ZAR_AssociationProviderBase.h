@@ -113,6 +113,26 @@ protected:
     // whose end holds objects of several classes overrides it.
     virtual int _sideOf(const CIMObjectPath& path);
 
+    // Helpers of the subclasses that walk view records.
+
+    // Narrows query to the kind and port of the view whose DeviceID is
+    // given; false when the identifier names no kind of view.
+    static Boolean _narrowToView(const String& deviceID, api_vlunsInfo_t& query);
+
+    // Calls sink for every view record that query selects, chunk by chunk,
+    // until it returns false; a failed chunk throws (see _fail).
+    void _forEachViewRecord(const api_vlunsInfo_t& query,
+                            const std::function<bool(const vlun&)>& sink);
+
+    // The view class of a protocol: ZAR_SCSIController for FC,
+    // ZAR_iSCSIController for iSCSI.
+    static const char* _viewClassOf(port_type_t type);
+
+    // The path of the view of a record: ZAR_SCSIController for an FC
+    // record, ZAR_iSCSIController for an iSCSI one.
+    static CIMObjectPath _viewPath(const vlun& record, const String& host,
+                                   const String& systemName);
+
     CIMName _assocClass;
     String _roles[2];
     CIMName _endClasses[2];

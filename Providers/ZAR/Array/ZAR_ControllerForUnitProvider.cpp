@@ -29,11 +29,6 @@ std::string _volumeKey(const vlun& r)
     return std::string(r.vvwwn, strnlen(r.vvwwn, sizeof(r.vvwwn)));
 }
 
-const char* _viewClass(port_type_t type)
-{
-    return type == PORT_TYPE_FC ? "ZAR_SCSIController" : "ZAR_iSCSIController";
-}
-
 }  // namespace
 
 ZAR_ControllerForUnitProvider::ZAR_ControllerForUnitProvider(port_type_t type)
@@ -41,7 +36,7 @@ ZAR_ControllerForUnitProvider::ZAR_ControllerForUnitProvider(port_type_t type)
           String(type == PORT_TYPE_FC ? "ZAR_ControllerForUnitProvider"
                                       : "ZAR_iSCSIControllerForUnitProvider"),
           type == PORT_TYPE_FC ? "ZAR_ControllerForUnit" : "ZAR_iSCSIControllerForUnit",
-          "Antecedent", "Dependent", _viewClass(type), "ZAR_StorageVolume"),
+          "Antecedent", "Dependent", _viewClassOf(type), "ZAR_StorageVolume"),
       _type(type)
 {
 }
@@ -77,19 +72,8 @@ void ZAR_ControllerForUnitProvider::_forEachPair(const OperationContext& /* cont
             size_t length = strnlen((const char*)text, sizeof(query.vvname));
             memcpy(query.vvname, (const char*)text, length);
             query.vvnameIsSet = 1;
-        } else {
-            Uint32 type = 0;
-            String hostName;
-            Uint16 port = API_PORT_NONE;
-            ZAR_Common::deReferenceSPCDeviceID(deviceID, type, hostName, port, false);
-            if (type == 0)
-                return;
-            query.vluntype = type;
-            query.vluntypeIsSet = 1;
-            if (port != API_PORT_NONE) {
-                query.port = port;
-                query.portIsSet = 1;
-            }
+        } else if (!_narrowToView(deviceID, query)) {
+            return;
         }
     }
 
@@ -126,9 +110,7 @@ void ZAR_ControllerForUnitProvider::_forEachPair(const OperationContext& /* cont
         Pair pair;
         pair.record = &r;
         pair.port = 0;
-        pair.ends[VIEW] = ZAR_Common::buildSPCObjectPath(
-            String(SYSTEM_CLASS), host, systemName,
-            ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)), CIMName(_viewClass(_type)));
+        pair.ends[VIEW] = _viewPath(r, host, systemName);
         pair.ends[VOLUME] = ZAR_StorageVolumeProvider::buildObjectPath(host, systemName, wwn);
         if (side >= 0 && !ZAR_Common::matchObjectPath(wanted, pair.ends[side]))
             continue;

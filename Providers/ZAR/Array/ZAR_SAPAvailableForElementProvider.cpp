@@ -20,13 +20,7 @@ namespace {
 
 const int ENDPOINT = 0;
 const int VIEW = 1;
-const Uint32 SPC_CHUNK = 200;
 const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
-
-const char* _viewClass(port_type_t type)
-{
-    return type == PORT_TYPE_FC ? "ZAR_SCSIController" : "ZAR_iSCSIController";
-}
 
 }  // namespace
 
@@ -37,7 +31,7 @@ ZAR_SAPAvailableForElementProvider::ZAR_SAPAvailableForElementProvider(port_type
           type == PORT_TYPE_FC ? "ZAR_SAPAvailableForElement" : "ZAR_iSCSISAPAvailableForElement",
           "AvailableSAP", "ManagedElement",
           type == PORT_TYPE_FC ? "ZAR_SCSIProtocolFCEndpoint" : "ZAR_iSCSIProtocolEndpoint",
-          _viewClass(type)),
+          _viewClassOf(type)),
       _type(type)
 {
 }
@@ -75,7 +69,6 @@ void ZAR_SAPAvailableForElementProvider::_forEachPair(const OperationContext& /*
     // narrowed to the view's kind and port.
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));
-    String viewID;
     if (side == ENDPOINT) {
         std::vector<ZAR_PortRecord> one;
         std::vector<CIMObjectPath> onePath;
@@ -90,55 +83,29 @@ void ZAR_SAPAvailableForElementProvider::_forEachPair(const OperationContext& /*
         endpoints.swap(onePath);
         if (ports.empty())
             return;
-    } else if (side == VIEW) {
-        viewID = ZAR_Common::getStringProperty(from, "DeviceID");
-        Uint32 type = 0;
-        String hostName;
-        Uint16 port = API_PORT_NONE;
-        String id = viewID;
-        ZAR_Common::deReferenceSPCDeviceID(id, type, hostName, port, false);
-        if (type == 0)
-            return;
-        query.vluntype = type;
-        query.vluntypeIsSet = 1;
-        if (port != API_PORT_NONE) {
-            query.port = port;
-            query.portIsSet = 1;
-        }
+    } else if (side == VIEW &&
+               !_narrowToView(ZAR_Common::getStringProperty(from, "DeviceID"), query)) {
+        return;
     }
 
-    ZAR_SPCCursor cursor;
-    Uint32 more = 1;
-    while (more != 0) {
-        std::vector<vlun> records;
-        if (ZAR_ArrayRecords::readViewChunk(query, cursor.get(), SPC_CHUNK, records, &more,
-                                            &status) != 0) {
-            _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
-        }
-        for (size_t v = 0; v < records.size(); v++) {
-            const vlun& r = records[v];
-            if (r.hporttype != _type || r.deviceID[0] == '\0')
+    _forEachViewRecord(query, [&](const vlun& r) {
+        if (r.hporttype != _type || r.deviceID[0] == '\0')
+            return true;
+        Pair pair;
+        pair.record = &r;
+        pair.ends[VIEW] = _viewPath(r, host, systemName);
+        if (side == VIEW && !ZAR_Common::matchObjectPath(wanted, pair.ends[VIEW]))
+            return true;
+        for (size_t p = 0; p < ports.size(); p++) {
+            if (!reachedThrough(r, ports[p].position))
                 continue;
-            Pair pair;
-            pair.record = &r;
-            pair.ends[VIEW] = ZAR_Common::buildSPCObjectPath(
-                String(SYSTEM_CLASS), host, systemName,
-                ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
-                CIMName(_viewClass(_type)));
-            if (side == VIEW && !ZAR_Common::matchObjectPath(wanted, pair.ends[VIEW])) {
-                continue;
-            }
-            for (size_t p = 0; p < ports.size(); p++) {
-                if (!reachedThrough(r, ports[p].position))
-                    continue;
-                pair.port = &ports[p];
-                pair.ends[ENDPOINT] = endpoints[p];
-                if (!sink(pair)) {
-                    return;
-                }
-            }
+            pair.port = &ports[p];
+            pair.ends[ENDPOINT] = endpoints[p];
+            if (!sink(pair))
+                return false;
         }
-    }
+        return true;
+    });
 }
 
 CIMInstance ZAR_SAPAvailableForElementProvider::_endInstance(const OperationContext& /* context */,

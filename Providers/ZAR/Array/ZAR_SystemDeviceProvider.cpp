@@ -99,48 +99,18 @@ void ZAR_SystemDeviceProvider::_forEachPair(const OperationContext& /* context *
     // Views of both protocols, in chunks; from a view, narrowed to it.
     api_vlunsInfo_t query;
     memset(&query, 0, sizeof(query));
-    if (side == DEVICE) {
-        String deviceID = ZAR_Common::getStringProperty(from, "DeviceID");
-        Uint32 type = 0;
-        String hostName;
-        Uint16 port = API_PORT_NONE;
-        ZAR_Common::deReferenceSPCDeviceID(deviceID, type, hostName, port, false);
-        if (type == 0)
-            return;
-        query.vluntype = type;
-        query.vluntypeIsSet = 1;
-        if (port != API_PORT_NONE) {
-            query.port = port;
-            query.portIsSet = 1;
-        }
-    }
-    ZAR_SPCCursor cursor;
-    Uint32 more = 1;
-    while (more != 0) {
-        std::vector<vlun> records;
-        if (ZAR_ArrayRecords::readViewChunk(query, cursor.get(), CHUNK, records, &more, &status) !=
-            0) {
-            _fail("_forEachPair", "api_getSCSIProtocolControllers_chunk", status);
-        }
-        for (size_t i = 0; i < records.size(); i++) {
-            const vlun& r = records[i];
-            if (r.deviceID[0] == '\0' ||
-                (r.hporttype != PORT_TYPE_FC && r.hporttype != PORT_TYPE_ISCSI)) {
-                continue;
-            }
-            pair.record = &r;
-            pair.ends[DEVICE] = ZAR_Common::buildSPCObjectPath(
-                String(SYSTEM_CLASS), host, systemName,
-                ZAR_ArrayRecords::field(r.deviceID, sizeof(r.deviceID)),
-                CIMName(r.hporttype == PORT_TYPE_FC ? FC_VIEW : ISCSI_VIEW));
-            if (side == DEVICE && !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE])) {
-                continue;
-            }
-            if (!sink(pair)) {
-                return;
-            }
-        }
-    }
+    if (side == DEVICE && !_narrowToView(ZAR_Common::getStringProperty(from, "DeviceID"), query))
+        return;
+    _forEachViewRecord(query, [&](const vlun& r) {
+        if (r.deviceID[0] == '\0' ||
+            (r.hporttype != PORT_TYPE_FC && r.hporttype != PORT_TYPE_ISCSI))
+            return true;
+        pair.record = &r;
+        pair.ends[DEVICE] = _viewPath(r, host, systemName);
+        if (side == DEVICE && !ZAR_Common::matchObjectPath(wanted, pair.ends[DEVICE]))
+            return true;
+        return sink(pair);
+    });
 }
 
 CIMInstance ZAR_SystemDeviceProvider::_endInstance(const OperationContext& /* context */,
