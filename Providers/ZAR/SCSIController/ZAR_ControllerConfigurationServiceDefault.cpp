@@ -117,19 +117,10 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
             Uint32 luCount = p.deviceNumbers.size() != 0 ? p.deviceNumbers.size() : 1;
             for (Uint32 j = 0; j < luCount; j++) {
                 String& lu = p.luNames[j];
-                Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
-                if (!wwnToInt(lu, vvHigh, vvLow)) {
-                    result.fail(MethodStatus::InvalidLogicalUnit,
-                                "LU=" + lu + ": " + "LUName is invalid" + "\n");
-                    end = true;
-                    break;
-                }
-                Uint32 number = LUN_ARRAY_CHOOSES;
-                if (p.deviceNumbers.size() != 0 && p.deviceNumbers[j].size() != 0 &&
-                    !readHex(p.deviceNumbers[j], number)) {
-                    result.fail(MethodStatus::InvalidParameter, "DeviceNumber=0x" +
-                                                                    p.deviceNumbers[j] + ": " +
-                                                                    "DeviceNumber is invalid\n");
+                Uint64 vvHigh, vvLow;
+                Uint32 number;
+                if (readLU(p.luNames, p.deviceNumbers, j, LUN_ARRAY_CHOOSES, vvHigh, vvLow, number,
+                           result) != LUReading::Ok) {
                     end = true;
                     break;
                 }

@@ -76,20 +76,11 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
             String& host = p.hostNames[h];
             for (Uint32 j = 0; j < luCount; j++) {
                 String& lu = p.luNames[j];
-                Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
-                if (!wwnToInt(lu, vvHigh, vvLow)) {
-                    result.fail(MethodStatus::InvalidLogicalUnit,
-                                "LU=" + lu + ": " + "LUName is invalid" + "\n");
+                Uint64 vvHigh, vvLow;
+                Uint32 number;
+                if (readLU(p.luNames, p.deviceNumbers, j, LUN_ARRAY_CHOOSES, vvHigh, vvLow, number,
+                           result) != LUReading::Ok)
                     return;
-                }
-                Uint32 number = LUN_ARRAY_CHOOSES;
-                if (p.deviceNumbers.size() != 0 && p.deviceNumbers[j].size() != 0 &&
-                    !readHex(p.deviceNumbers[j], number)) {
-                    result.fail(MethodStatus::InvalidParameter, "DeviceNumber=0x" +
-                                                                    p.deviceNumbers[j] + ": " +
-                                                                    "DeviceNumber is invalid\n");
-                    return;
-                }
                 Array<Uint16> ports;
                 if (!_targetPorts(p.targetPortLPIDs, ports, result))
                     return;

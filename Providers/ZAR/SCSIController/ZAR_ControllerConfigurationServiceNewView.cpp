@@ -100,20 +100,15 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
     target.iscsiName = initiatorISCSIName;
     for (Uint32 l = 0; l < luNames.size(); l++) {
         String& lu = luNames[l];
-        Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
-        if (!wwnToInt(lu, vvHigh, vvLow)) {
-            result.fail(MethodStatus::InvalidLogicalUnit,
-                        "LU=" + lu + ": " + "LUName is invalid" + "\n");
+        Uint64 vvHigh, vvLow;
+        Uint32 number;
+        LUReading reading =
+            readLU(luNames, deviceNumbers, l, LUN_ARRAY_CHOOSES, vvHigh, vvLow, number, result);
+        if (reading == LUReading::BadName)
             continue;
-        }
-
-        Uint32 number = LUN_ARRAY_CHOOSES;
-        if (deviceNumbers.size() != 0 && deviceNumbers[l].size() != 0 &&
-            !readHex(deviceNumbers[l], number)) {
-            result.fail(MethodStatus::InvalidParameter,
-                        "DeviceNumber=0x" + deviceNumbers[l] + ": " + "DeviceNumber is invalid\n");
+        // A bad number ends the LUs of this host.
+        if (reading == LUReading::BadNumber)
             break;
-        }
 
         // One pass without a port when no target port is given.
         Uint32 passes = targetPortIDs.size() == 0 ? 1 : targetPortIDs.size();

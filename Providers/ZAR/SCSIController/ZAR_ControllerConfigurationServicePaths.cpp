@@ -233,20 +233,11 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
         Boolean attempted = false;
         for (Uint32 l = 0; l < p.luNames.size(); l++) {
             String& lu = p.luNames[l];
-            Uint64 vvHigh = 0, vvLow = API_WWN_NONE;
-            if (!wwnToInt(lu, vvHigh, vvLow)) {
-                result.fail(MethodStatus::InvalidLogicalUnit,
-                            "LU=" + lu + ": " + "LUName is invalid" + "\n");
+            Uint64 vvHigh, vvLow;
+            Uint32 number;
+            if (readLU(p.luNames, p.deviceNumbers, l, LUN_NOT_GIVEN, vvHigh, vvLow, number,
+                       result) != LUReading::Ok)
                 continue;
-            }
-            Uint32 number = LUN_NOT_GIVEN;
-            if (p.deviceNumbers.size() != 0 && p.deviceNumbers[l].size() != 0 &&
-                !readHex(p.deviceNumbers[l], number)) {
-                result.fail(MethodStatus::InvalidParameter, "DeviceNumber=0x" + p.deviceNumbers[l] +
-                                                                ": " + "DeviceNumber is invalid" +
-                                                                "\n");
-                continue;
-            }
             attempted = true;
             zar_u32 lun = number;
             ExportOutcome outcome = createExport(event, vvHigh, vvLow, &lun, hostName, API_WWN_NONE,

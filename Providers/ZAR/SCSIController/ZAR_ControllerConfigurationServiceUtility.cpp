@@ -148,6 +148,27 @@ Boolean checkSizes(const Params& p, MethodResult& result, Boolean checkAccesses)
     return true;
 }
 
+LUReading readLU(const Array<String>& luNames, const Array<String>& deviceNumbers, Uint32 i,
+                 Uint32 defaultNumber, Uint64& vvHigh, Uint64& vvLow, Uint32& number,
+                 MethodResult& result)
+{
+    vvHigh = 0;
+    vvLow = API_WWN_NONE;
+    if (!wwnToInt(luNames[i], vvHigh, vvLow)) {
+        result.fail(MethodStatus::InvalidLogicalUnit,
+                    "LU=" + luNames[i] + ": " + "LUName is invalid" + "\n");
+        return LUReading::BadName;
+    }
+    number = defaultNumber;
+    if (deviceNumbers.size() != 0 && deviceNumbers[i].size() != 0 &&
+        !readHex(deviceNumbers[i], number)) {
+        result.fail(MethodStatus::InvalidParameter,
+                    "DeviceNumber=0x" + deviceNumbers[i] + ": " + "DeviceNumber is invalid\n");
+        return LUReading::BadNumber;
+    }
+    return LUReading::Ok;
+}
+
 void loneInitiator(const Array<String>& ids, String& wwn, String& iscsiName)
 {
     if (ids.size() != 1)

@@ -106,6 +106,18 @@ Boolean readParam(const CIMParamValue& param, const char* const* allowed, Boolea
 Boolean readRequest(const Array<CIMParamValue>& inParameters, const char* const* allowed,
                     Boolean skipNullFirst, Params& params, MethodResult& result);
 
+// How an LU of a request reads.
+enum class LUReading { Ok, BadName, BadNumber };
+
+// Reads LU i of luNames: its WWN values (a name that is no WWN fails with
+// 4097, "LU=<name>: LUName is invalid") and its device number from
+// deviceNumbers (defaultNumber when none is given for it; a text that is
+// no hexadecimal number fails with 5, "DeviceNumber=0x<text>:
+// DeviceNumber is invalid"). The caller decides what a failure ends.
+LUReading readLU(const Array<String>& luNames, const Array<String>& deviceNumbers, Uint32 i,
+                 Uint32 defaultNumber, Uint64& vvHigh, Uint64& vvLow, Uint32& number,
+                 MethodResult& result);
+
 // The WWN text or iSCSI name of a lone initiator, by which the array is
 // asked for its paths alone; both empty unless exactly one is given.
 void loneInitiator(const Array<String>& ids, String& wwn, String& iscsiName);
