@@ -84,12 +84,6 @@ void _read(const String& name, const CIMValue& value, Params& params)
         value.get(params.override);
     else if (String::equalNoCase(name, "NoVCN"))
         value.get(params.noVCN);
-    else if (String::equalNoCase(name, "DeleteUnits"))
-        value.get(params.deleteUnits);
-    else if (String::equalNoCase(name, "ProtocolController")) {
-        value.get(params.protocolController);
-        params.haveProtocolController = true;
-    }
 }
 
 }  // namespace

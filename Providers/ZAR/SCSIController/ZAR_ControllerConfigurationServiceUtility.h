@@ -76,7 +76,7 @@ void finish(MethodResult& result, MethodResultResponseHandler& handler, const ch
 // The in-parameters of one method, read by name (case ignored) as the
 // method's table allows.
 struct Params {
-    Params() : haveProtocolController(false), override(false), noVCN(false), deleteUnits(false) {}
+    Params() : override(false), noVCN(false) {}
     Array<String> luNames;
     Array<String> initiatorPortIDs;
     Array<String> targetPortIDs;
@@ -85,11 +85,8 @@ struct Params {
     Array<CIMObjectPath> protocolControllers;
     Array<String> hostNames;
     Array<String> targetPortLPIDs;
-    CIMObjectPath protocolController;
-    Boolean haveProtocolController;
     Boolean override;
     Boolean noVCN;
-    Boolean deleteUnits;
 };
 
 // Reads one in-parameter into params. allowed is a null-terminated list

@@ -170,6 +170,9 @@ TEST_F(ConfigServicesTest, EveryOperationChecksTheUserAndTheClass)
             p()->enumerateInstances(c, assocClass, false, false, CIMPropertyList(), instances);
         },
         [&](const OperationContext& c) { p()->enumerateInstanceNames(c, assocClass, paths); },
+        [&](const OperationContext& c) {
+            p()->getInstance(c, CIMObjectPath(), false, false, CIMPropertyList(), instances);
+        },
     };
     for (size_t i = 0; i < calls.size(); i++) {
         CIMException e = zartest::cimErrorOf([&] { calls[i](as("p1locked")); });

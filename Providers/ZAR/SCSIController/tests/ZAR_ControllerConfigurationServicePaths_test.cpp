@@ -608,9 +608,11 @@ TEST_F(HidePathsTest, Refusals)
             {params({strings("LUNames", {lu}), flag("Override", true),
                      refs("ProtocolControllers", {hs})}),
              5, "Invalid parameter: Override"},
-            // Slots go up to 9.
+            // Slots go up to 9, ports up to 4.
             {params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:10:1")})}),
              5, "Port=0:10:1: Target port ID is invalid\n"},
+            {params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:1:4")})}),
+             4100, "Target/initiator combination not exposed.\n"},
         });
     EXPECT_EQ(1u, exportsOf("finance-02").size());
     EXPECT_EQ(1u, exportsOf("finance-01").size());

@@ -204,6 +204,18 @@ TEST_F(ServiceTest, SuccessDeliversOutputsThenDescriptionsThenZero)
             calls.push_back("rc=" + std::to_string(rc));
         }
     } r;
+
+    // A parameter of another type than the method declares ends the
+    // reading (the server converts such values; a direct call does not).
+    CIMException wrongType = zartest::cimErrorOf([&] {
+        p->invokeMethod(
+            as("p1super"), service(), "HidePaths",
+            params({uint16s("LUNames", {1}), refs("ProtocolControllers", {view("HS:1")})}), r);
+    });
+    EXPECT_EQ(5, (int)wrongType.getCode());
+    EXPECT_EQ("Invalid parameter: LUNames", text(wrongType.getMessage()));
+    EXPECT_TRUE(r.calls.empty());
+
     LogCapture log;
     p->invokeMethod(
         as("p1super"), service(), "ExposePaths",
