@@ -15,10 +15,11 @@
 //   ZAR_ControllerConfigurationServiceNewView.cpp   hosts and VLUNs of a
 //                                                   new view, initiators
 //                                                   joining a view
-//   ZAR_ControllerConfigurationServiceUtility.cpp   the result convention
-//                                                   and shared pieces, the
-//                                                   views a change touched,
-//                                                   iSCSI port names
+//   ZAR_ControllerConfigurationServiceUtility.cpp   the steps the methods
+//                                                   share, the result
+//                                                   convention, the views a
+//                                                   change touched, iSCSI
+//                                                   port names
 //
 // Result convention of every method: the handler collects an ordered list
 // of result descriptions and an overall status. Status 0 delivers the

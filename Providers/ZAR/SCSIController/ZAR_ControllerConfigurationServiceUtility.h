@@ -1,8 +1,12 @@
 //%/////////////////////////////////////////////////////////////////////////////
-// ZAR_ControllerConfigurationServiceUtility.h: small pieces that the
-// configuration service's method handlers share: the result convention,
-// parameter reading, array-call guards, code mapping and the texts of
-// result descriptions.
+// ZAR_ControllerConfigurationServiceUtility.h: the steps the configuration
+// service's methods are built from. Each method reads its request once
+// (readRequest, into Params), decides its use case, then runs these steps:
+// check sizes, LUs and device accesses; create or remove one export and
+// describe it (createExport, removeExport, Item, report); remove a view's
+// exports (removeViewExports); and ends with finish, which turns the
+// gathered MethodResult (its MethodStatus and descriptions) into the
+// method's answer.
 //%/////////////////////////////////////////////////////////////////////////////
 #ifndef ZAR_ControllerConfigurationServiceUtility_h
 #define ZAR_ControllerConfigurationServiceUtility_h
