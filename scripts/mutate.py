@@ -27,6 +27,7 @@ import os
 import random
 import re
 import signal
+import resource
 import subprocess
 import sys
 import time
@@ -97,10 +98,17 @@ def provider_sources():
     return sorted(files)
 
 
-def run(cmd, timeout):
+def _limit_memory():
+    # A mutant can make a test allocate without end: 4 GiB of address space
+    # per process ends it before it takes the machine with it.
+    resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
+
+
+def run(cmd, timeout, limit_memory=False):
     try:
         p = subprocess.run(cmd, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                           timeout=timeout, text=True)
+                           timeout=timeout, text=True,
+                           preexec_fn=_limit_memory if limit_memory else None)
         return p.returncode, p.stdout
     except subprocess.TimeoutExpired as e:
         return 124, (e.stdout or b"").decode(errors="replace") if isinstance(e.stdout, bytes) else ""
@@ -190,7 +198,7 @@ def main():
                 # The provider tests take seconds: a mutant that makes one
                 # hang is caught by the time limit.
                 rc, out = run(["ctest", "--test-dir", a.build_dir, "-R", a.tests, "-j2",
-                               "--stop-on-failure", "--timeout", "60"], 3600)
+                               "--stop-on-failure", "--timeout", "60"], 3600, limit_memory=True)
                 if rc:
                     caught += 1
                     outcome = "caught"
