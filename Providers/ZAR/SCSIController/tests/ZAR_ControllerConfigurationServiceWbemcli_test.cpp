@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "ServerProcess.h"
+#include "SeededServerTest.h"
 
 using namespace zare2e;
 
@@ -22,23 +22,22 @@ bool contains(const std::string& text, const std::string& part)
     return text.find(part) != std::string::npos;
 }
 
-class ServiceWbemcliTest : public ::testing::Test {
+class ServiceWbemcliTest : public SeededServerTest {
 protected:
+    // References carry the host the client connects to: the array's own
+    // address here.
+    ServiceWbemcliTest()
+        : SeededServerTest({"config set ipv4 127.0.0.1",
+                            "storage-pass1|users add storage --role edit",
+                            "viewer-pass1|users add viewer --role browse"})
+    {
+    }
+
     void SetUp() override
     {
-        if (!haveWbemcli())
-            GTEST_SKIP() << "wbemcli is not installed (package sblim-wbemcli)";
-        // References carry the host the client connects to: the array's own
-        // address here.
-        std::string err;
-        ASSERT_TRUE(server_.start(
-            {"config set ipv4 127.0.0.1", "storage-pass1|users add storage --role edit",
-             "viewer-pass1|users add viewer --role browse"},
-            err))
-            << err;
-        base_ = "127.0.0.1:" + std::to_string(server_.process.httpPort());
+        SeededServerTest::SetUp();
+        base_ = address();
     }
-    void TearDown() override { EXPECT_EQ(0, server_.stop()) << server_.process.output(); }
     int wbemcli(const std::string& args, std::string& out)
     {
         return runCommand("wbemcli " + args, out, 60);
@@ -72,7 +71,6 @@ protected:
                deviceID + "\"";
     }
     std::string base_;
-    SeededServer server_;
 };
 
 TEST_F(ServiceWbemcliTest, ExposeListHideAndDeleteAsAUserTypesThem)
