@@ -9,6 +9,7 @@
 //   "PP:<port LPID>"            port present  (type 4)
 // where a port LPID is the array's "N:S:P" text.
 //%/////////////////////////////////////////////////////////////////////////////
+#include "ZAR_ArrayOwners.h"
 #include "ZAR_Common.h"
 
 #include <stdio.h>
@@ -64,24 +65,22 @@ Boolean _canonicalNumber(const String& text, Uint32& value)
 // The position of the iSCSI target port named exactly deviceID.
 void _iSCSIPortByName(const String& deviceID, Uint16& portID)
 {
-    api_iSCSIPort_t* ports = 0;
+    ZAR_ISCSIPortList ports;
     int count = -1;
     {
         ZAR_ArraySemaphore semaphore;
         if (!semaphore.held())
             return;
-        count = api_getISCSIPorts(&ports);
+        count = api_getISCSIPorts(&ports.list);
     }
-    if (count < 0)
-        return;
     CString wanted = deviceID.getCString();
     for (int i = 0; i < count; i++) {
-        if (strncmp(ports[i].iscsiName, (const char*)wanted, sizeof(ports[i].iscsiName)) == 0) {
-            portID = ports[i].portID;
+        if (strncmp(ports.list[i].iscsiName, (const char*)wanted,
+                    sizeof(ports.list[i].iscsiName)) == 0) {
+            portID = ports.list[i].portID;
             break;
         }
     }
-    api_freeISCSIPorts(ports);
 }
 
 }  // namespace

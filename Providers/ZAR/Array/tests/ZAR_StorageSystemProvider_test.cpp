@@ -77,6 +77,8 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
         server().getInstance(as("p1browse"), kZar, systemPath("ZAR_StorageSystem", info.name),
                              false, false, false, CIMPropertyList());
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
+    EXPECT_EQ(std::string(info.hostName), text(inst.getPath().getHost()))
+        << "the array's own host, not the server's";
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "ElementName")));
     EXPECT_EQ("ZAR_StorageSystem", text(valueOf<String>(inst, "CreationClassName")));
     EXPECT_EQ(std::string(owner), text(valueOf<String>(inst, "PrimaryOwnerName")));
