@@ -94,6 +94,11 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
     zartest::Instances one;
     p()->getInstance(as("p1browse"), assoc.getPath(), false, false, CIMPropertyList(), one);
     ASSERT_EQ(1u, one.items.size());
+    // A path without namespace names root/zar.
+    CIMObjectPath noNamespace = assoc.getPath();
+    noNamespace.setNameSpace(CIMNamespaceName());
+    p()->getInstance(as("p1browse"), noNamespace, false, false, CIMPropertyList(), one);
+    ASSERT_EQ(2u, one.items.size());
     zartest::Objects services;
     p()->associators(as("p1browse"), views[0], CIMName(), CIMName(), "", "", false, false,
                      CIMPropertyList(), services);

@@ -33,6 +33,7 @@ protected:
 TEST_F(MaskingCapTest, InstanceShowsTheArraysCapabilities)
 {
     CIMInstance i = get(capPath());
+    EXPECT_EQ("zar-demo", zartest::text(i.getPath().getHost())) << "the array's host";
     EXPECT_EQ("Protocol Controller Masking Capabilities for ZAR-DEMO", prop(i, "Description"));
     EXPECT_EQ("KESTREL Protocol Controller Masking Capabilities", prop(i, "ElementName"));
     EXPECT_EQ("KESTREL:ZAR-DEMO", prop(i, "InstanceID"));

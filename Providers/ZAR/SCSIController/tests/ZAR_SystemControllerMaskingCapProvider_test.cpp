@@ -74,6 +74,7 @@ TEST_F(SystemCapAssocTest, RoleAndResultClassRules)
     EXPECT_EQ(0u, assocNames(system, nullptr, "Capabilities").size());
     EXPECT_EQ(0u, assocNames(system, nullptr, "", "ManagedElement").size());
     EXPECT_EQ(0u, assocNames(caps, nullptr, "", "Capabilities").size());
+    EXPECT_EQ(0u, assocNames(caps, nullptr, "", "Dependent").size());
     EXPECT_EQ(0u, assocNames(system, nullptr, "Antecedent").size());
     EXPECT_EQ(0u, assocNames(system, "ZAR_StorageSystem").size());
     EXPECT_EQ(0u, assocNames(caps, "CIM_ProtocolControllerMaskingCapabilities").size());
@@ -180,6 +181,7 @@ TEST_F(SystemCapAssocTest, GetInstanceIgnoresHostsOfTheEnds)
     zartest::Instances out;
     p()->getInstance(as("p1browse"), wanted, false, false, CIMPropertyList(), out);
     ASSERT_EQ(1u, out.items.size());
+    EXPECT_TRUE(out.items[0].getPath() == assoc_) << "the instance carries the fixed path";
     EXPECT_TRUE(log.has("<-- ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance()\n\n"));
 
     CIMInstance viaServer =
