@@ -31,10 +31,20 @@ std::string _text(const CIMObjectPath& path)
     return std::string((const char*)path.toString().getCString());
 }
 
+const ZAR_InstanceListProviderBase::Traces TRACES = {
+    "-->ZAR_ConfigServicesForSCSIControllerProvider::getInstance() \n",
+    "<-- ZAR_ConfigServicesForSCSIControllerProvider::getInstance()\n\n",
+    "--> ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstances() \n",
+    "<-- ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstances() \n",
+    "--> ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames() \n",
+    "<-- ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames() \n",
+};
+
 }  // namespace
 
 ZAR_ConfigServicesForSCSIControllerProvider::ZAR_ConfigServicesForSCSIControllerProvider()
-    : ZAR_ProviderBase(ClassName)
+    : ZAR_InstanceListProviderBase(ClassName, 0, ASSOC_CLASS, CIM_ASSOC_CLASS, 2,
+                                   " Expect two keys.", TRACES)
 {
 }
 
@@ -308,18 +318,13 @@ void ZAR_ConfigServicesForSCSIControllerProvider::referenceNames(const Operation
 }
 
 // ---------------------------------------------------------------------------
-// Instance operations
+// Instance operations (the frame is ZAR_InstanceListProviderBase's)
 
-void ZAR_ConfigServicesForSCSIControllerProvider::getInstance(
+Boolean ZAR_ConfigServicesForSCSIControllerProvider::_findInstance(
     const OperationContext& context, const CIMObjectPath& instanceReference,
-    const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
+    Boolean includeQualifiers, Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+    CIMInstance& found)
 {
-    log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::getInstance() \n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName(), ASSOC_CLASS, CIM_ASSOC_CLASS);
-    _checkKeyCount(instanceReference, 2, " Expect two keys.");
-
     // A request through CIM_ConcreteDependency names the same instance.
     CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
                          CIMName(ASSOC_CLASS), instanceReference.getKeyBindings());
@@ -329,53 +334,25 @@ void ZAR_ConfigServicesForSCSIControllerProvider::getInstance(
                                                               includeClassOrigin, propertyList);
     for (Uint32 i = 0; i < instances.size(); i++) {
         if (ZAR_Common::matchObjectPath(instances[i].getPath(), wanted)) {
-            _deliverOne(handler, instances[i]);
-            log_message(4,
-                        "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-                        "getInstance()\n\n");
-            return;
+            found = instances[i];
+            return true;
         }
     }
-    throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
+    return false;
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstances(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, InstanceResponseHandler& handler)
+Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_listInstances(
+    const OperationContext& context, Boolean includeQualifiers, Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList)
 {
-    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
-                    "--> ZAR_ConfigServicesForSCSIControllerProvider::"
-                    "enumerateInstances() \n",
-                    "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-                    "enumerateInstances() \n",
-                    [&]() {
-                        Array<CIMInstance> instances = _buildAssociationInstances(
-                            _ccsPath, context, includeQualifiers, includeClassOrigin, propertyList);
-                        handler.processing();
-                        for (Uint32 i = 0; i < instances.size(); i++)
-                            handler.deliver(instances[i]);
-                        handler.complete();
-                    });
+    return _buildAssociationInstances(_ccsPath, context, includeQualifiers, includeClassOrigin,
+                                      propertyList);
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames(
-    const OperationContext& context, const CIMObjectPath& classReference,
-    ObjectPathResponseHandler& handler)
+Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_listInstanceNames(
+    const OperationContext& context)
 {
-    _enumerateFrame(context, classReference, ASSOC_CLASS, CIM_ASSOC_CLASS,
-                    "--> ZAR_ConfigServicesForSCSIControllerProvider::"
-                    "enumerateInstanceNames() \n",
-                    "<-- ZAR_ConfigServicesForSCSIControllerProvider::"
-                    "enumerateInstanceNames() \n",
-                    [&]() {
-                        Array<CIMObjectPath> paths =
-                            _buildAssociationInstanceNames(_ccsPath, context);
-                        handler.processing();
-                        for (Uint32 i = 0; i < paths.size(); i++)
-                            handler.deliver(paths[i]);
-                        handler.complete();
-                    });
+    return _buildAssociationInstanceNames(_ccsPath, context);
 }
 
 PEGASUS_NAMESPACE_END

@@ -13,12 +13,12 @@
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
-#include <ZAR_ProviderBase.h>
+#include <ZAR_InstanceListProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
 
 class ZAR_ConfigServicesForSCSIControllerProvider : public CIMAssociationProvider,
-                                                    public ZAR_ProviderBase {
+                                                    public ZAR_InstanceListProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
     ZAR_ConfigServicesForSCSIControllerProvider();
@@ -55,24 +55,18 @@ public:
                                 const CIMName& resultClass, const String& role,
                                 ObjectPathResponseHandler& handler);
 
-    // The association instance when the path matches one (hosts ignored).
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
+protected:
+    // The association instance a path names (hosts ignored; a path
+    // without namespace names root/zar), if its view exists.
+    virtual Boolean _findInstance(const OperationContext& context,
+                                  const CIMObjectPath& instanceReference, Boolean includeQualifiers,
+                                  Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+                                  CIMInstance& found);
     // One association per FC view of the array, asked of the server.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    // The paths of those associations.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
+    virtual Array<CIMInstance> _listInstances(const OperationContext& context,
+                                              Boolean includeQualifiers, Boolean includeClassOrigin,
+                                              const CIMPropertyList& propertyList);
+    virtual Array<CIMObjectPath> _listInstanceNames(const OperationContext& context);
 
 private:
     // The far ends of objectName: every view from the service, the service
