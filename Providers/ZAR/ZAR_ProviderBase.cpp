@@ -67,6 +67,15 @@ void ZAR_ProviderBase::deleteInstance(const OperationContext&, const CIMObjectPa
     throw CIMNotSupportedException(_className + " does not support deleteInstance.");
 }
 
+void ZAR_ProviderBase::_traced(const OperationContext& context, const char* operation,
+                               const std::function<void()>& body)
+{
+    log_message(4, "-->%s::%s\n", _traceName(), operation);
+    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    body();
+    log_message(4, "<--%s::%s\n", _traceName(), operation);
+}
+
 void ZAR_ProviderBase::_enumerateFrame(const OperationContext& context,
                                        const CIMObjectPath& classReference, const char* ownClass,
                                        const char* cimClass, const char* entryTrace,

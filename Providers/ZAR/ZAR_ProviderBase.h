@@ -60,6 +60,12 @@ protected:
     void _checkClassName(const CIMName& className, const char* ownClass,
                          const char* cimClass) const;
 
+    // The frame of an operation: a level-4 trace "-->Name::operation", the
+    // user's access check, body, and "<--Name::operation" after a body that
+    // did not throw.
+    void _traced(const OperationContext& context, const char* operation,
+                 const std::function<void()>& body);
+
     // The frame of an enumeration of a provider whose instances are fixed:
     // entryTrace, the user's access check, the class check, a trace of the
     // class name, body, then exitTrace (all traces at level 4).

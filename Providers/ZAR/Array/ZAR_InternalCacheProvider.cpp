@@ -99,57 +99,57 @@ void ZAR_InternalCacheProvider::invokeMethod(const OperationContext& context,
                                              const CIMName& methodName, const Array<CIMParamValue>&,
                                              MethodResultResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_InternalCacheProvider::invokeMethod\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(objectReference);
-    CString method = methodName.getString().getCString();
-    log_message(4, "\t methodName = %s\n", (const char*)method);
+    _traced(context, "invokeMethod", [&]() {
+        _checkClass(objectReference);
+        CString method = methodName.getString().getCString();
+        log_message(4, "\t methodName = %s\n", (const char*)method);
 
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "invokeMethod");
-    _checkInstanceName(objectReference, info);
+        api_sysinfo_t info;
+        _readSystemInfo(&info, "invokeMethod");
+        _checkInstanceName(objectReference, info);
 
-    CIMParamValue out;
-    if (methodName.equal(CIMName("GetSystemName"))) {
-        out = CIMParamValue("SystemName", CIMValue(_field(info.name, sizeof(info.name))));
-    } else if (methodName.equal(CIMName("GetSystemID"))) {
-        out = CIMParamValue("SystemID", CIMValue(Uint32(info.systemID)));
-    } else if (methodName.equal(CIMName("GetSystemType"))) {
-        out = CIMParamValue("SystemType", CIMValue(Sint32(info.systemType)));
-    } else if (methodName.equal(CIMName("IsQuadPortSystem"))) {
-        out = CIMParamValue("IsQuadPort", CIMValue(Uint8(info.quadPort != 0 ? 1 : 0)));
-    } else if (methodName.equal(CIMName("GetSystemHostName"))) {
-        out =
-            CIMParamValue("SystemHostName", CIMValue(_field(info.hostName, sizeof(info.hostName))));
-    } else if (methodName.equal(CIMName("GetSystemAddress"))) {
-        api_ipaddr_t addr;
-        api_status_t status;
-        if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0) {
+        CIMParamValue out;
+        if (methodName.equal(CIMName("GetSystemName"))) {
+            out = CIMParamValue("SystemName", CIMValue(_field(info.name, sizeof(info.name))));
+        } else if (methodName.equal(CIMName("GetSystemID"))) {
+            out = CIMParamValue("SystemID", CIMValue(Uint32(info.systemID)));
+        } else if (methodName.equal(CIMName("GetSystemType"))) {
+            out = CIMParamValue("SystemType", CIMValue(Sint32(info.systemType)));
+        } else if (methodName.equal(CIMName("IsQuadPortSystem"))) {
+            out = CIMParamValue("IsQuadPort", CIMValue(Uint8(info.quadPort != 0 ? 1 : 0)));
+        } else if (methodName.equal(CIMName("GetSystemHostName"))) {
+            out = CIMParamValue("SystemHostName",
+                                CIMValue(_field(info.hostName, sizeof(info.hostName))));
+        } else if (methodName.equal(CIMName("GetSystemAddress"))) {
+            api_ipaddr_t addr;
+            api_status_t status;
+            if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0) {
+                log_message(2,
+                            "ZAR_InternalCacheProvider::invokeMethod: "
+                            "api_getSystemDualIP failed, status = %d\n",
+                            status.code);
+                throw CIMOperationFailedException(
+                    ClassName +
+                    "::invokeMethod - Operation failed: " + ZAR_ArrayAccess::errorText(status));
+            }
+            String address = ZAR_ArrayAccess::ipv4Text(addr);
+            if (address.size() == 0)
+                address = ZAR_ArrayAccess::ipv6Text(addr);
+            out = CIMParamValue("SystemAddress", CIMValue(address));
+        } else {
             log_message(2,
-                        "ZAR_InternalCacheProvider::invokeMethod: "
-                        "api_getSystemDualIP failed, status = %d\n",
-                        status.code);
-            throw CIMOperationFailedException(ClassName + "::invokeMethod - Operation failed: " +
-                                              ZAR_ArrayAccess::errorText(status));
+                        "ZAR_InternalCacheProvider::invokeMethod: unknown "
+                        "method %s\n",
+                        (const char*)method);
+            throw CIMMethodNotFoundException(ClassName + " Invalid method name " +
+                                             methodName.getString());
         }
-        String address = ZAR_ArrayAccess::ipv4Text(addr);
-        if (address.size() == 0)
-            address = ZAR_ArrayAccess::ipv6Text(addr);
-        out = CIMParamValue("SystemAddress", CIMValue(address));
-    } else {
-        log_message(2,
-                    "ZAR_InternalCacheProvider::invokeMethod: unknown "
-                    "method %s\n",
-                    (const char*)method);
-        throw CIMMethodNotFoundException(ClassName + " Invalid method name " +
-                                         methodName.getString());
-    }
 
-    handler.processing();
-    handler.deliverParamValue(out);
-    handler.deliver(CIMValue(Uint32(0)));
-    handler.complete();
-    log_message(4, "<--ZAR_InternalCacheProvider::invokeMethod\n");
+        handler.processing();
+        handler.deliverParamValue(out);
+        handler.deliver(CIMValue(Uint32(0)));
+        handler.complete();
+    });
 }
 
 PEGASUS_NAMESPACE_END

@@ -132,38 +132,34 @@ void ZAR_ProtocolEndpointBase::enumerateInstances(const OperationContext& contex
                                                   const CIMPropertyList& propertyList,
                                                   InstanceResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::enumerateInstances\n", (const char*)name);
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    String systemName, host;
-    _identity(systemName, host, "enumerateInstances");
-    std::vector<ZAR_PortRecord> ports;
-    _readPorts(ports, "enumerateInstances");
-    CIMClass cls =
-        _storedClass(_endpointClass, includeQualifiers, includeClassOrigin, propertyList);
-    handler.processing();
-    for (size_t i = 0; i < ports.size(); i++)
-        handler.deliver(endpointInstance(cls, ports[i], host, systemName));
-    handler.complete();
-    log_message(4, "<--%s::enumerateInstances\n", (const char*)name);
+    _traced(context, "enumerateInstances", [&]() {
+        String systemName, host;
+        _identity(systemName, host, "enumerateInstances");
+        std::vector<ZAR_PortRecord> ports;
+        _readPorts(ports, "enumerateInstances");
+        CIMClass cls =
+            _storedClass(_endpointClass, includeQualifiers, includeClassOrigin, propertyList);
+        handler.processing();
+        for (size_t i = 0; i < ports.size(); i++)
+            handler.deliver(endpointInstance(cls, ports[i], host, systemName));
+        handler.complete();
+    });
 }
 
 void ZAR_ProtocolEndpointBase::enumerateInstanceNames(const OperationContext& context,
                                                       const CIMObjectPath& /* classReference */,
                                                       ObjectPathResponseHandler& handler)
 {
-    CString name = _className.getCString();
-    log_message(4, "-->%s::enumerateInstanceNames\n", (const char*)name);
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    String systemName, host;
-    _identity(systemName, host, "enumerateInstanceNames");
-    std::vector<ZAR_PortRecord> ports;
-    _readPorts(ports, "enumerateInstanceNames");
-    handler.processing();
-    for (size_t i = 0; i < ports.size(); i++)
-        handler.deliver(endpointPath(ports[i], host, systemName));
-    handler.complete();
-    log_message(4, "<--%s::enumerateInstanceNames\n", (const char*)name);
+    _traced(context, "enumerateInstanceNames", [&]() {
+        String systemName, host;
+        _identity(systemName, host, "enumerateInstanceNames");
+        std::vector<ZAR_PortRecord> ports;
+        _readPorts(ports, "enumerateInstanceNames");
+        handler.processing();
+        for (size_t i = 0; i < ports.size(); i++)
+            handler.deliver(endpointPath(ports[i], host, systemName));
+        handler.complete();
+    });
 }
 
 PEGASUS_NAMESPACE_END

@@ -87,39 +87,38 @@ void ZAR_StorageVolumeProvider::getInstance(const OperationContext& context,
                                             const CIMPropertyList& propertyList,
                                             InstanceResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_StorageVolumeProvider::getInstance\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    String wwn = ZAR_Common::getStringProperty(instanceReference, "DeviceID");
-    if (wwn.size() == 0)
-        throw CIMInvalidParameterException(ClassName + " DeviceID key not found.");
+    _traced(context, "getInstance", [&]() {
+        String wwn = ZAR_Common::getStringProperty(instanceReference, "DeviceID");
+        if (wwn.size() == 0)
+            throw CIMInvalidParameterException(ClassName + " DeviceID key not found.");
 
-    String systemName, host;
-    _identity(systemName, host, "getInstance");
-    api_vv_t volume;
-    api_status_t status;
-    int rc = ZAR_ArrayRecords::readVolume(wwn, &volume, &status);
-    if (rc != 0 && rc != API_E_VV_NOT_FOUND)
-        _fail("getInstance", "api_getVVs_direct", status);
-    // The lookup also answers to element names: only the WWN names a volume.
-    if (rc != 0 ||
-        !String::equalNoCase(ZAR_ArrayRecords::field(volume.name, sizeof(volume.name)), wwn)) {
-        log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
-                    (const char*)instanceReference.toString().getCString());
-        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-    }
-    CIMClass cls =
-        _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin, propertyList);
-    CIMInstance instance = buildInstance(cls, volume, host, systemName);
-    if (!ZAR_Common::matchObjectPath(_asClass(instanceReference, CIMName(VOLUME_CLASS)),
-                                     instance.getPath())) {
-        log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
-                    (const char*)instanceReference.toString().getCString());
-        throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-    }
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
-    log_message(4, "<--ZAR_StorageVolumeProvider::getInstance\n");
+        String systemName, host;
+        _identity(systemName, host, "getInstance");
+        api_vv_t volume;
+        api_status_t status;
+        int rc = ZAR_ArrayRecords::readVolume(wwn, &volume, &status);
+        if (rc != 0 && rc != API_E_VV_NOT_FOUND)
+            _fail("getInstance", "api_getVVs_direct", status);
+        // The lookup also answers to element names: only the WWN names a volume.
+        if (rc != 0 ||
+            !String::equalNoCase(ZAR_ArrayRecords::field(volume.name, sizeof(volume.name)), wwn)) {
+            log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
+                        (const char*)instanceReference.toString().getCString());
+            throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
+        }
+        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin,
+                                    propertyList);
+        CIMInstance instance = buildInstance(cls, volume, host, systemName);
+        if (!ZAR_Common::matchObjectPath(_asClass(instanceReference, CIMName(VOLUME_CLASS)),
+                                         instance.getPath())) {
+            log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
+                        (const char*)instanceReference.toString().getCString());
+            throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
+        }
+        handler.processing();
+        handler.deliver(instance);
+        handler.complete();
+    });
 }
 
 void ZAR_StorageVolumeProvider::enumerateInstances(const OperationContext& context,
@@ -129,56 +128,54 @@ void ZAR_StorageVolumeProvider::enumerateInstances(const OperationContext& conte
                                                    const CIMPropertyList& propertyList,
                                                    InstanceResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_StorageVolumeProvider::enumerateInstances\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    String systemName, host;
-    _identity(systemName, host, "enumerateInstances");
-    CIMClass cls =
-        _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin, propertyList);
+    _traced(context, "enumerateInstances", [&]() {
+        String systemName, host;
+        _identity(systemName, host, "enumerateInstances");
+        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin,
+                                    propertyList);
 
-    handler.processing();
-    zar_u64 cursor = 0;
-    do {
-        std::vector<api_vv_t> volumes;
-        api_status_t status;
-        if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
-            _fail("enumerateInstances", "api_getVVs_chunk", status);
-        }
-        Array<CIMInstance> chunk;
-        for (size_t i = 0; i < volumes.size(); i++)
-            chunk.append(buildInstance(cls, volumes[i], host, systemName));
-        if (chunk.size() != 0)
-            handler.deliver(chunk);
-    } while (cursor != 0);
-    handler.complete();
-    log_message(4, "<--ZAR_StorageVolumeProvider::enumerateInstances\n");
+        handler.processing();
+        zar_u64 cursor = 0;
+        do {
+            std::vector<api_vv_t> volumes;
+            api_status_t status;
+            if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
+                _fail("enumerateInstances", "api_getVVs_chunk", status);
+            }
+            Array<CIMInstance> chunk;
+            for (size_t i = 0; i < volumes.size(); i++)
+                chunk.append(buildInstance(cls, volumes[i], host, systemName));
+            if (chunk.size() != 0)
+                handler.deliver(chunk);
+        } while (cursor != 0);
+        handler.complete();
+    });
 }
 
 void ZAR_StorageVolumeProvider::enumerateInstanceNames(const OperationContext& context,
                                                        const CIMObjectPath& /* classReference */,
                                                        ObjectPathResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_StorageVolumeProvider::enumerateInstanceNames\n");
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    String systemName, host;
-    _identity(systemName, host, "enumerateInstanceNames");
+    _traced(context, "enumerateInstanceNames", [&]() {
+        String systemName, host;
+        _identity(systemName, host, "enumerateInstanceNames");
 
-    handler.processing();
-    zar_u64 cursor = 0;
-    do {
-        std::vector<api_vv_t> volumes;
-        api_status_t status;
-        if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
-            _fail("enumerateInstanceNames", "api_getVVs_chunk", status);
-        }
-        for (size_t i = 0; i < volumes.size(); i++) {
-            handler.deliver(
-                buildObjectPath(host, systemName,
-                                ZAR_ArrayRecords::field(volumes[i].name, sizeof(volumes[i].name))));
-        }
-    } while (cursor != 0);
-    handler.complete();
-    log_message(4, "<--ZAR_StorageVolumeProvider::enumerateInstanceNames\n");
+        handler.processing();
+        zar_u64 cursor = 0;
+        do {
+            std::vector<api_vv_t> volumes;
+            api_status_t status;
+            if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
+                _fail("enumerateInstanceNames", "api_getVVs_chunk", status);
+            }
+            for (size_t i = 0; i < volumes.size(); i++) {
+                handler.deliver(buildObjectPath(
+                    host, systemName,
+                    ZAR_ArrayRecords::field(volumes[i].name, sizeof(volumes[i].name))));
+            }
+        } while (cursor != 0);
+        handler.complete();
+    });
 }
 
 PEGASUS_NAMESPACE_END

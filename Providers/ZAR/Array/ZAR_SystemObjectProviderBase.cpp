@@ -27,15 +27,14 @@ void ZAR_SystemObjectProviderBase::getInstance(const OperationContext& context,
                                                const CIMPropertyList& propertyList,
                                                InstanceResponseHandler& handler)
 {
-    log_message(4, "-->%s::getInstance\n", _traceName());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(instanceReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "getInstance");
-    _checkInstanceName(instanceReference, info);
-    _deliverOne(handler, _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList,
-                                        "getInstance"));
-    log_message(4, "<--%s::getInstance\n", _traceName());
+    _traced(context, "getInstance", [&]() {
+        _checkClass(instanceReference);
+        api_sysinfo_t info;
+        _readSystemInfo(&info, "getInstance");
+        _checkInstanceName(instanceReference, info);
+        _deliverOne(handler, _buildInstance(info, includeQualifiers, includeClassOrigin,
+                                            propertyList, "getInstance"));
+    });
 }
 
 void ZAR_SystemObjectProviderBase::enumerateInstances(const OperationContext& context,
@@ -45,27 +44,25 @@ void ZAR_SystemObjectProviderBase::enumerateInstances(const OperationContext& co
                                                       const CIMPropertyList& propertyList,
                                                       InstanceResponseHandler& handler)
 {
-    log_message(4, "-->%s::enumerateInstances\n", _traceName());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(classReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "enumerateInstances");
-    _deliverOne(handler, _buildInstance(info, includeQualifiers, includeClassOrigin, propertyList,
-                                        "enumerateInstances"));
-    log_message(4, "<--%s::enumerateInstances\n", _traceName());
+    _traced(context, "enumerateInstances", [&]() {
+        _checkClass(classReference);
+        api_sysinfo_t info;
+        _readSystemInfo(&info, "enumerateInstances");
+        _deliverOne(handler, _buildInstance(info, includeQualifiers, includeClassOrigin,
+                                            propertyList, "enumerateInstances"));
+    });
 }
 
 void ZAR_SystemObjectProviderBase::enumerateInstanceNames(const OperationContext& context,
                                                           const CIMObjectPath& classReference,
                                                           ObjectPathResponseHandler& handler)
 {
-    log_message(4, "-->%s::enumerateInstanceNames\n", _traceName());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClass(classReference);
-    api_sysinfo_t info;
-    _readSystemInfo(&info, "enumerateInstanceNames");
-    _deliverOne(handler, _buildInstanceName(info));
-    log_message(4, "<--%s::enumerateInstanceNames\n", _traceName());
+    _traced(context, "enumerateInstanceNames", [&]() {
+        _checkClass(classReference);
+        api_sysinfo_t info;
+        _readSystemInfo(&info, "enumerateInstanceNames");
+        _deliverOne(handler, _buildInstanceName(info));
+    });
 }
 
 PEGASUS_NAMESPACE_END
