@@ -221,6 +221,11 @@ TEST(MembershipTests, StringsExactlyNamesIgnoringCasePathsByMatch)
     paths.append(path("//a/root/zar:ZAR_X.K=\"1\""));
     EXPECT_TRUE(ZAR_Common::isPartOfArray(path("//b/root/zar:ZAR_X.K=\"1\""), paths));
     EXPECT_FALSE(ZAR_Common::isPartOfArray(path("ZAR_X.K=\"1\""), paths));
+    Array<CIMInstance> instances;
+    instances.append(CIMInstance("ZAR_X"));
+    instances[0].setPath(path("//a/root/zar:ZAR_X.K=\"1\""));
+    EXPECT_TRUE(ZAR_Common::isPartOfArray(path("//b/root/zar:ZAR_X.K=\"1\""), instances));
+    EXPECT_FALSE(ZAR_Common::isPartOfArray(path("//b/root/zar:ZAR_X.K=\"2\""), instances));
     EXPECT_FALSE(ZAR_Common::isPartOfArray(String("x"), Array<String>()));
     EXPECT_TRUE(ZAR_Common::isPoolPath(path("ZAR_Pool.InstanceID=\"POOL-1\""), "pool-1"));
     EXPECT_FALSE(ZAR_Common::isPoolPath(path("ZAR_Pool"), "pool-1"));

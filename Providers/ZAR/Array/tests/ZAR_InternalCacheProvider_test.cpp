@@ -210,6 +210,8 @@ TEST_F(InternalCacheProviderTest, TheObjectIsEnumerableAndGettable)
     String value;
     inst.getProperty(pos).getValue().get(value);
     EXPECT_EQ(id, text(value));
+    EXPECT_EQ(std::string(info.hostName), text(inst.getPath().getHost()))
+        << "the array's own host, not the server's";
 }
 
 }  // namespace

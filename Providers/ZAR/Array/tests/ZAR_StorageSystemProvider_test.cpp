@@ -118,6 +118,15 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
         ASSERT_NE(what.end(), d) << a.first;
         EXPECT_EQ(a.second, info_[d - what.begin()]);
     }
+
+    // Without an IPv6 address there is no IPv6 entry.
+    ASSERT_EQ(0, zarsim_set_config("ipv6", ""));
+    CIMInstance v4 =
+        server().getInstance(as("p1browse"), kZar, systemPath("ZAR_StorageSystem", info.name),
+                             false, false, false, CIMPropertyList());
+    std::vector<std::string> v4what =
+        strings(valueOf<Array<String>>(v4, "IdentifyingDescriptions"));
+    EXPECT_EQ(v4what.end(), std::find(v4what.begin(), v4what.end(), "Ipv6 Address"));
 }
 
 TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)

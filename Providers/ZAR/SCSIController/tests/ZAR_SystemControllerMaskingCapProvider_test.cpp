@@ -95,6 +95,10 @@ TEST_F(SystemCapAssocTest, RoleAndResultClassRules)
                 "params: resultClass =  \n"));
     EXPECT_EQ(-1, log.indexOf("<--ZAR_SystemControllerMaskingCapabilitiesProvider::references\n"));
 
+    zartest::Objects any;
+    p()->references(as("p1browse"), caps, CIMName(), "", false, false, CIMPropertyList(), any);
+    EXPECT_EQ(1u, any.items.size()) << "no result class selects the association";
+
     zartest::Paths refNames;
     p()->referenceNames(as("p1browse"), caps, "CIM_Dependency", "", refNames);
     EXPECT_EQ(0u, refNames.items.size());
