@@ -248,103 +248,92 @@ void ZAR_AssociationProviderBase::_eachReference(
     });
 }
 
-void ZAR_AssociationProviderBase::associators(
-    const OperationContext& context, const CIMObjectPath& objectName,
-    const CIMName& /* associationClass */, const CIMName& resultClass, const String& role,
-    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+void ZAR_AssociationProviderBase::_associators(const AssociationRequest& request,
+                                               ObjectResponseHandler& handler)
 {
-    _frame(context, "associators", objectName, handler, [&]() {
+    _frame(request.context, "associators", request.objectName, handler, [&]() {
         // The far end's stored class, fetched at the first end; an end of
         // a subclass is built from its own.
         CIMClass cls;
-        _eachFarEnd(
-            context, "associators", objectName, resultClass, role, resultRole,
-            [&](const Pair& pair, int far, const String& systemName, const String& host) {
-                CIMClass farClass;
-                if (pair.ends[far].getClassName().equal(_endClasses[far])) {
-                    if (cls.isUninitialized())
-                        cls = _storedClass(_endClasses[far], includeQualifiers, includeClassOrigin,
-                                           propertyList);
-                    farClass = cls;
-                } else {
-                    farClass = _storedClass(pair.ends[far].getClassName(), includeQualifiers,
-                                            includeClassOrigin, propertyList);
-                }
-                handler.deliver(
-                    CIMObject(_endInstance(context, pair, far, farClass, systemName, host)));
-            });
+        _eachFarEnd(request.context, "associators", request.objectName, request.resultClass,
+                    request.role, request.resultRole,
+                    [&](const Pair& pair, int far, const String& systemName, const String& host) {
+                        CIMClass farClass;
+                        if (pair.ends[far].getClassName().equal(_endClasses[far])) {
+                            if (cls.isUninitialized())
+                                cls =
+                                    _storedClass(_endClasses[far], request.includeQualifiers,
+                                                 request.includeClassOrigin, request.propertyList);
+                            farClass = cls;
+                        } else {
+                            farClass = _storedClass(
+                                pair.ends[far].getClassName(), request.includeQualifiers,
+                                request.includeClassOrigin, request.propertyList);
+                        }
+                        handler.deliver(CIMObject(
+                            _endInstance(request.context, pair, far, farClass, systemName, host)));
+                    });
     });
 }
 
-void ZAR_AssociationProviderBase::associatorNames(const OperationContext& context,
-                                                  const CIMObjectPath& objectName,
-                                                  const CIMName& /* associationClass */,
-                                                  const CIMName& resultClass, const String& role,
-                                                  const String& resultRole,
-                                                  ObjectPathResponseHandler& handler)
+void ZAR_AssociationProviderBase::_associatorNames(const AssociationRequest& request,
+                                                   ObjectPathResponseHandler& handler)
 {
-    _frame(context, "associatorNames", objectName, handler, [&]() {
-        _eachFarEnd(context, "associatorNames", objectName, resultClass, role, resultRole,
+    _frame(request.context, "associatorNames", request.objectName, handler, [&]() {
+        _eachFarEnd(request.context, "associatorNames", request.objectName, request.resultClass,
+                    request.role, request.resultRole,
                     [&](const Pair& pair, int far, const String&, const String&) {
                         handler.deliver(pair.ends[far]);
                     });
     });
 }
 
-void ZAR_AssociationProviderBase::references(
-    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
-    const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+void ZAR_AssociationProviderBase::_references(const AssociationRequest& request,
+                                              ObjectResponseHandler& handler)
 {
-    _frame(context, "references", objectName, handler, [&]() {
+    _frame(request.context, "references", request.objectName, handler, [&]() {
         CIMClass cls;
-        _eachReference(context, "references", objectName, resultClass, role,
-                       [&](const Pair& pair, const String& host) {
+        _eachReference(request.context, "references", request.objectName, request.resultClass,
+                       request.role, [&](const Pair& pair, const String& host) {
                            if (cls.isUninitialized())
-                               cls = _storedClass(_assocClass, includeQualifiers,
-                                                  includeClassOrigin, propertyList);
+                               cls = _storedClass(_assocClass, request.includeQualifiers,
+                                                  request.includeClassOrigin, request.propertyList);
                            handler.deliver(CIMObject(_assocInstance(cls, pair, host)));
                        });
     });
 }
 
-void ZAR_AssociationProviderBase::referenceNames(const OperationContext& context,
-                                                 const CIMObjectPath& objectName,
-                                                 const CIMName& resultClass, const String& role,
-                                                 ObjectPathResponseHandler& handler)
+void ZAR_AssociationProviderBase::_referenceNames(const AssociationRequest& request,
+                                                  ObjectPathResponseHandler& handler)
 {
-    _frame(context, "referenceNames", objectName, handler, [&]() {
-        _eachReference(
-            context, "referenceNames", objectName, resultClass, role,
-            [&](const Pair& pair, const String& host) { handler.deliver(_assocPath(pair, host)); });
+    _frame(request.context, "referenceNames", request.objectName, handler, [&]() {
+        _eachReference(request.context, "referenceNames", request.objectName, request.resultClass,
+                       request.role, [&](const Pair& pair, const String& host) {
+                           handler.deliver(_assocPath(pair, host));
+                       });
     });
 }
 
-void ZAR_AssociationProviderBase::getInstance(const OperationContext& context,
-                                              const CIMObjectPath& instanceReference,
-                                              const Boolean includeQualifiers,
-                                              const Boolean includeClassOrigin,
-                                              const CIMPropertyList& propertyList,
-                                              InstanceResponseHandler& handler)
+void ZAR_AssociationProviderBase::_getInstance(const ReadRequest& request,
+                                               InstanceResponseHandler& handler)
 {
     log_message(4, "-->%s::getInstance\n", _traceName());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     CIMObjectPath ends[2];
     for (int side = 0; side < 2; side++) {
-        if (!_referenceKey(instanceReference, _roles[side], ends[side])) {
+        if (!_referenceKey(request.path, _roles[side], ends[side])) {
             throw CIMInvalidParameterException(_className + " " + _roles[side] + " key not found.");
         }
     }
     String systemName, host;
     _identity(systemName, host, "getInstance");
-    CIMObjectPath wanted = _asClass(instanceReference, _assocClass);
+    CIMObjectPath wanted = _asClass(request.path, _assocClass);
     Boolean found = false;
     CIMInstance instance;
     if (_sideOf(ends[0]) == 0) {
-        CIMClass cls =
-            _storedClass(_assocClass, includeQualifiers, includeClassOrigin, propertyList);
-        _forEachPair(context, 0, ends[0], systemName, host, [&](const Pair& pair) {
+        CIMClass cls = _storedClass(_assocClass, request.includeQualifiers,
+                                    request.includeClassOrigin, request.propertyList);
+        _forEachPair(request.context, 0, ends[0], systemName, host, [&](const Pair& pair) {
             if (!ZAR_Common::matchObjectPath(wanted, _assocPath(pair, host)))
                 return true;
             instance = _assocInstance(cls, pair, host);
@@ -354,7 +343,7 @@ void ZAR_AssociationProviderBase::getInstance(const OperationContext& context,
     }
     if (!found) {
         log_message(2, "%s::getInstance, not found = %s\n", _traceName(),
-                    (const char*)instanceReference.toString().getCString());
+                    (const char*)request.path.toString().getCString());
         throw CIMObjectNotFoundException(_className + " CIM Object not found.");
     }
     handler.processing();
@@ -363,20 +352,17 @@ void ZAR_AssociationProviderBase::getInstance(const OperationContext& context,
     log_message(4, "<--%s::getInstance\n", _traceName());
 }
 
-void ZAR_AssociationProviderBase::enumerateInstances(const OperationContext& context,
-                                                     const CIMObjectPath& /* classReference */,
-                                                     const Boolean includeQualifiers,
-                                                     const Boolean includeClassOrigin,
-                                                     const CIMPropertyList& propertyList,
-                                                     InstanceResponseHandler& handler)
+void ZAR_AssociationProviderBase::_enumerateInstances(const ReadRequest& request,
+                                                      InstanceResponseHandler& handler)
 {
     log_message(4, "-->%s::enumerateInstances\n", _traceName());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     String systemName, host;
     _identity(systemName, host, "enumerateInstances");
-    CIMClass cls = _storedClass(_assocClass, includeQualifiers, includeClassOrigin, propertyList);
+    CIMClass cls = _storedClass(_assocClass, request.includeQualifiers, request.includeClassOrigin,
+                                request.propertyList);
     handler.processing();
-    _forEachPair(context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
+    _forEachPair(request.context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
         handler.deliver(_assocInstance(cls, pair, host));
         return true;
     });
@@ -384,16 +370,15 @@ void ZAR_AssociationProviderBase::enumerateInstances(const OperationContext& con
     log_message(4, "<--%s::enumerateInstances\n", _traceName());
 }
 
-void ZAR_AssociationProviderBase::enumerateInstanceNames(const OperationContext& context,
-                                                         const CIMObjectPath& /* classReference */,
-                                                         ObjectPathResponseHandler& handler)
+void ZAR_AssociationProviderBase::_enumerateInstanceNames(const ReadRequest& request,
+                                                          ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->%s::enumerateInstanceNames\n", _traceName());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     String systemName, host;
     _identity(systemName, host, "enumerateInstanceNames");
     handler.processing();
-    _forEachPair(context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
+    _forEachPair(request.context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
         handler.deliver(_assocPath(pair, host));
         return true;
     });

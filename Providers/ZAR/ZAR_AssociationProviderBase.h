@@ -22,7 +22,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_AssociationProviderBase : public CIMAssociationProvider, public ZAR_ProviderBase {
+class ZAR_AssociationProviderBase : public ZAR_AssociationOperations, public ZAR_ProviderBase {
 public:
     // One association: its two end paths and the records it stems from
     // (those a subclass does not use are null).
@@ -42,53 +42,34 @@ public:
                                 const char* endClass1);
     virtual ~ZAR_AssociationProviderBase();
 
+protected:
     // The far ends of the pairs whose near end is objectName, as whole
     // instances built by the subclass.
-    virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
-                             const CIMName& associationClass, const CIMName& resultClass,
-                             const String& role, const String& resultRole,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void _associators(const AssociationRequest& request, ObjectResponseHandler& handler);
 
     // The paths of those far ends.
-    virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
-                                 const CIMName& associationClass, const CIMName& resultClass,
-                                 const String& role, const String& resultRole,
-                                 ObjectPathResponseHandler& handler);
+    virtual void _associatorNames(const AssociationRequest& request,
+                                  ObjectPathResponseHandler& handler);
 
     // The association instances of those pairs.
-    virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
-                            const CIMName& resultClass, const String& role,
-                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                            const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler);
 
     // Their paths.
-    virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
-                                const CIMName& resultClass, const String& role,
-                                ObjectPathResponseHandler& handler);
+    virtual void _referenceNames(const AssociationRequest& request,
+                                 ObjectPathResponseHandler& handler);
 
     // The association whose two reference keys match a pair;
     // CIMInvalidParameterException when a key is missing,
     // CIMObjectNotFoundException when there is no such pair.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
+    virtual void _getInstance(const ReadRequest& request, InstanceResponseHandler& handler);
 
     // Every association of the class, one per pair.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
+    virtual void _enumerateInstances(const ReadRequest& request, InstanceResponseHandler& handler);
 
     // Their paths.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
+    virtual void _enumerateInstanceNames(const ReadRequest& request,
+                                         ObjectPathResponseHandler& handler);
 
-protected:
     // Calls sink for every pair (side -1), or for the pairs whose end
     // `side` matches `from` (hosts ignored, the class of `from` put aside).
     virtual void _forEachPair(const OperationContext& context, int side, const CIMObjectPath& from,

@@ -21,36 +21,29 @@ ZAR_InstanceListProviderBase::ZAR_InstanceListProviderBase(
 {
 }
 
-void ZAR_InstanceListProviderBase::getInstance(const OperationContext& context,
-                                               const CIMObjectPath& instanceReference,
-                                               const Boolean includeQualifiers,
-                                               const Boolean includeClassOrigin,
-                                               const CIMPropertyList& propertyList,
-                                               InstanceResponseHandler& handler)
+void ZAR_InstanceListProviderBase::_getInstance(const ReadRequest& request,
+                                                InstanceResponseHandler& handler)
 {
     log_message(4, "%s", _traces.getInstanceEntry);
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    _checkClassName(instanceReference.getClassName(), _ownClass, _cimClass);
-    _checkKeyCount(instanceReference, _keyCount, _keyCountText);
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
+    _checkClassName(request.path.getClassName(), _ownClass, _cimClass);
+    _checkKeyCount(request.path, _keyCount, _keyCountText);
     CIMInstance found;
-    if (!_findInstance(context, instanceReference, includeQualifiers, includeClassOrigin,
-                       propertyList, found))
+    if (!_findInstance(request.context, request.path, request.includeQualifiers,
+                       request.includeClassOrigin, request.propertyList, found))
         throw CIMObjectNotFoundException(_className + " CIM Object not found.");
     _deliverOne(handler, found);
     log_message(4, "%s", _traces.getInstanceExit);
 }
 
-void ZAR_InstanceListProviderBase::enumerateInstances(const OperationContext& context,
-                                                      const CIMObjectPath& classReference,
-                                                      const Boolean includeQualifiers,
-                                                      const Boolean includeClassOrigin,
-                                                      const CIMPropertyList& propertyList,
-                                                      InstanceResponseHandler& handler)
+void ZAR_InstanceListProviderBase::_enumerateInstances(const ReadRequest& request,
+                                                       InstanceResponseHandler& handler)
 {
-    _enumerateFrame(context, classReference, _ownClass, _cimClass, _traces.enumerateEntry,
+    _enumerateFrame(request.context, request.path, _ownClass, _cimClass, _traces.enumerateEntry,
                     _traces.enumerateExit, [&]() {
-                        Array<CIMInstance> instances = _listInstances(
-                            context, includeQualifiers, includeClassOrigin, propertyList);
+                        Array<CIMInstance> instances =
+                            _listInstances(request.context, request.includeQualifiers,
+                                           request.includeClassOrigin, request.propertyList);
                         handler.processing();
                         for (Uint32 i = 0; i < instances.size(); i++)
                             handler.deliver(instances[i]);
@@ -58,13 +51,12 @@ void ZAR_InstanceListProviderBase::enumerateInstances(const OperationContext& co
                     });
 }
 
-void ZAR_InstanceListProviderBase::enumerateInstanceNames(const OperationContext& context,
-                                                          const CIMObjectPath& classReference,
-                                                          ObjectPathResponseHandler& handler)
+void ZAR_InstanceListProviderBase::_enumerateInstanceNames(const ReadRequest& request,
+                                                           ObjectPathResponseHandler& handler)
 {
-    _enumerateFrame(context, classReference, _ownClass, _cimClass, _traces.namesEntry,
+    _enumerateFrame(request.context, request.path, _ownClass, _cimClass, _traces.namesEntry,
                     _traces.namesExit, [&]() {
-                        Array<CIMObjectPath> paths = _listInstanceNames(context);
+                        Array<CIMObjectPath> paths = _listInstanceNames(request.context);
                         handler.processing();
                         for (Uint32 i = 0; i < paths.size(); i++)
                             handler.deliver(paths[i]);

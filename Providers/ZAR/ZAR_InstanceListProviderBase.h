@@ -36,26 +36,17 @@ public:
                                  const char* ownClass, const char* cimClass, Uint32 keyCount,
                                  const char* keyCountText, const Traces& traces);
 
+protected:
     // The instance _findInstance finds, or CIMObjectNotFoundException.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
+    virtual void _getInstance(const ReadRequest& request, InstanceResponseHandler& handler);
 
     // The instances _listInstances gives.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
+    virtual void _enumerateInstances(const ReadRequest& request, InstanceResponseHandler& handler);
 
     // The paths _listInstanceNames gives.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
+    virtual void _enumerateInstanceNames(const ReadRequest& request,
+                                         ObjectPathResponseHandler& handler);
 
-protected:
     // The instance a checked path names, into found; false when none.
     virtual Boolean _findInstance(const OperationContext& context,
                                   const CIMObjectPath& instanceReference, Boolean includeQualifiers,

@@ -48,6 +48,36 @@ void ZAR_ProviderBase::terminate()
     delete this;
 }
 
+void ZAR_ProviderBase::getInstance(const OperationContext& context,
+                                   const CIMObjectPath& instanceReference,
+                                   const Boolean includeQualifiers,
+                                   const Boolean includeClassOrigin,
+                                   const CIMPropertyList& propertyList,
+                                   InstanceResponseHandler& handler)
+{
+    _getInstance({context, instanceReference, includeQualifiers, includeClassOrigin, propertyList},
+                 handler);
+}
+
+void ZAR_ProviderBase::enumerateInstances(const OperationContext& context,
+                                          const CIMObjectPath& classReference,
+                                          const Boolean includeQualifiers,
+                                          const Boolean includeClassOrigin,
+                                          const CIMPropertyList& propertyList,
+                                          InstanceResponseHandler& handler)
+{
+    _enumerateInstances(
+        {context, classReference, includeQualifiers, includeClassOrigin, propertyList}, handler);
+}
+
+void ZAR_ProviderBase::enumerateInstanceNames(const OperationContext& context,
+                                              const CIMObjectPath& classReference,
+                                              ObjectPathResponseHandler& handler)
+{
+    const CIMPropertyList all;
+    _enumerateInstanceNames({context, classReference, false, false, all}, handler);
+}
+
 void ZAR_ProviderBase::modifyInstance(const OperationContext&, const CIMObjectPath&,
                                       const CIMInstance&, const Boolean, const CIMPropertyList&,
                                       ResponseHandler&)
@@ -143,6 +173,54 @@ CIMObjectPath ZAR_ProviderBase::_asClass(const CIMObjectPath& path, const CIMNam
     if (ns.isNull())
         ns = CIMNamespaceName(ZAR_NAMESPACE);
     return CIMObjectPath(path.getHost(), ns, className, path.getKeyBindings());
+}
+
+void ZAR_AssociationOperations::associators(
+    const OperationContext& context, const CIMObjectPath& objectName,
+    const CIMName& associationClass, const CIMName& resultClass, const String& role,
+    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+{
+    _associators({context, objectName, associationClass, resultClass, role, resultRole,
+                  includeQualifiers, includeClassOrigin, propertyList},
+                 handler);
+}
+
+void ZAR_AssociationOperations::associatorNames(const OperationContext& context,
+                                                const CIMObjectPath& objectName,
+                                                const CIMName& associationClass,
+                                                const CIMName& resultClass, const String& role,
+                                                const String& resultRole,
+                                                ObjectPathResponseHandler& handler)
+{
+    const CIMPropertyList all;
+    _associatorNames(
+        {context, objectName, associationClass, resultClass, role, resultRole, false, false, all},
+        handler);
+}
+
+void ZAR_AssociationOperations::references(
+    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
+    const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
+    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+{
+    const CIMName none;
+    const String noRole;
+    _references({context, objectName, none, resultClass, role, noRole, includeQualifiers,
+                 includeClassOrigin, propertyList},
+                handler);
+}
+
+void ZAR_AssociationOperations::referenceNames(const OperationContext& context,
+                                               const CIMObjectPath& objectName,
+                                               const CIMName& resultClass, const String& role,
+                                               ObjectPathResponseHandler& handler)
+{
+    const CIMName none;
+    const String noRole;
+    const CIMPropertyList all;
+    _referenceNames({context, objectName, none, resultClass, role, noRole, false, false, all},
+                    handler);
 }
 
 PEGASUS_NAMESPACE_END

@@ -14,6 +14,7 @@
 #include <functional>
 
 #include <Pegasus/Common/Config.h>
+#include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 
 #include <zarapi.h>
@@ -24,6 +25,17 @@ PEGASUS_NAMESPACE_BEGIN
 
 class ZAR_ProviderBase : public CIMInstanceProvider {
 public:
+    // The parameters of a read operation. path is the instance's path for
+    // getInstance, the class's for the enumerations (which ask for the
+    // whole instance: no property list).
+    struct ReadRequest {
+        const OperationContext& context;
+        const CIMObjectPath& path;
+        Boolean includeQualifiers;
+        Boolean includeClassOrigin;
+        const CIMPropertyList& propertyList;
+    };
+
     // className is the prefix of the provider's messages; traceName (when
     // given) the name its traces use.
     explicit ZAR_ProviderBase(const String& className, const char* traceName = 0);
@@ -34,6 +46,22 @@ public:
 
     // Deletes the provider object.
     virtual void terminate();
+
+    // The three read operations hand their parameters, as one ReadRequest,
+    // to _getInstance, _enumerateInstances and _enumerateInstanceNames.
+    virtual void getInstance(const OperationContext& context,
+                             const CIMObjectPath& instanceReference,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
+    virtual void enumerateInstances(const OperationContext& context,
+                                    const CIMObjectPath& classReference,
+                                    const Boolean includeQualifiers,
+                                    const Boolean includeClassOrigin,
+                                    const CIMPropertyList& propertyList,
+                                    InstanceResponseHandler& handler);
+    virtual void enumerateInstanceNames(const OperationContext& context,
+                                        const CIMObjectPath& classReference,
+                                        ObjectPathResponseHandler& handler);
 
     // Refused with CIMNotSupportedException "<ClassName> does not support
     // <operation>.": the array's objects are changed with the array's own
@@ -50,6 +78,12 @@ public:
                                 const CIMObjectPath& instanceReference, ResponseHandler& handler);
 
 protected:
+    virtual void _getInstance(const ReadRequest& request, InstanceResponseHandler& handler) = 0;
+    virtual void _enumerateInstances(const ReadRequest& request,
+                                     InstanceResponseHandler& handler) = 0;
+    virtual void _enumerateInstanceNames(const ReadRequest& request,
+                                         ObjectPathResponseHandler& handler) = 0;
+
     // Keeps the handle and opens the array library for the server; a
     // failure is only traced, at failureLevel, as
     // "<Name>::initialize(): api_zarOpenForCimserver failed".
@@ -118,6 +152,51 @@ protected:
 
 private:
     CString _traceText;
+};
+
+// The four operations of an association provider, which hand their
+// parameters, as one AssociationRequest, to the hooks of the same names.
+class ZAR_AssociationOperations : public CIMAssociationProvider {
+public:
+    // associationClass and resultRole are null for the references
+    // operations, whose resultClass names the association class.
+    struct AssociationRequest {
+        const OperationContext& context;
+        const CIMObjectPath& objectName;
+        const CIMName& associationClass;
+        const CIMName& resultClass;
+        const String& role;
+        const String& resultRole;
+        Boolean includeQualifiers;
+        Boolean includeClassOrigin;
+        const CIMPropertyList& propertyList;
+    };
+
+    virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
+                             const CIMName& associationClass, const CIMName& resultClass,
+                             const String& role, const String& resultRole,
+                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                 const CIMName& associationClass, const CIMName& resultClass,
+                                 const String& role, const String& resultRole,
+                                 ObjectPathResponseHandler& handler);
+    virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
+                            const CIMName& resultClass, const String& role,
+                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                            const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
+                                const CIMName& resultClass, const String& role,
+                                ObjectPathResponseHandler& handler);
+
+protected:
+    virtual void _associators(const AssociationRequest& request,
+                              ObjectResponseHandler& handler) = 0;
+    virtual void _associatorNames(const AssociationRequest& request,
+                                  ObjectPathResponseHandler& handler) = 0;
+    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler) = 0;
+    virtual void _referenceNames(const AssociationRequest& request,
+                                 ObjectPathResponseHandler& handler) = 0;
 };
 
 PEGASUS_NAMESPACE_END

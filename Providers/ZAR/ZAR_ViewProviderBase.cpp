@@ -48,16 +48,12 @@ void ZAR_ViewProviderBase::_walk(const OperationContext& context, Boolean includ
     } while (more != 0);
 }
 
-void ZAR_ViewProviderBase::getInstance(const OperationContext& context,
-                                       const CIMObjectPath& instanceReference,
-                                       const Boolean includeQualifiers,
-                                       const Boolean includeClassOrigin,
-                                       const CIMPropertyList& propertyList,
-                                       InstanceResponseHandler& handler)
+void ZAR_ViewProviderBase::_getInstance(const ReadRequest& request,
+                                        InstanceResponseHandler& handler)
 {
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
 
-    const Array<CIMKeyBinding>& keys = instanceReference.getKeyBindings();
+    const Array<CIMKeyBinding>& keys = request.path.getKeyBindings();
     Boolean haveDeviceID = false;
     for (Uint32 i = 0; i < keys.size() && !haveDeviceID; i++) {
         if (keys[i].getName() == CIMName("DeviceID")) {
@@ -68,11 +64,11 @@ void ZAR_ViewProviderBase::getInstance(const OperationContext& context,
     if (!haveDeviceID)
         throw CIMInvalidParameterException(_className + " DeviceID key not found.");
 
-    CIMObjectPath wanted = _wanted(instanceReference);
+    CIMObjectPath wanted = _wanted(request.path);
     handler.processing();
     Boolean found = false;
-    _walk(context, includeQualifiers, includeClassOrigin, propertyList,
-          [&](const Array<CIMInstance>& chunk) {
+    _walk(request.context, request.includeQualifiers, request.includeClassOrigin,
+          request.propertyList, [&](const Array<CIMInstance>& chunk) {
               for (Uint32 i = 0; i < chunk.size(); i++) {
                   if (ZAR_Common::matchObjectPath(wanted, chunk[i].getPath())) {
                       handler.deliver(chunk[i]);
@@ -84,8 +80,8 @@ void ZAR_ViewProviderBase::getInstance(const OperationContext& context,
           });
     if (!found) {
         log_message(2, "%s::getInstance, not found = %s\n", _traceName(),
-                    (const char*)instanceReference.toString().getCString());
-        throw CIMObjectNotFoundException(_className + instanceReference.toString());
+                    (const char*)request.path.toString().getCString());
+        throw CIMObjectNotFoundException(_className + request.path.toString());
     }
     handler.complete();
 }
@@ -108,17 +104,13 @@ void ZAR_ViewProviderBase::_enumerate(const OperationContext& context, const cha
     log_message(4, "<--%s::%s\n", _traceName(), operation);
 }
 
-void ZAR_ViewProviderBase::enumerateInstances(const OperationContext& context,
-                                              const CIMObjectPath& /* classReference */,
-                                              const Boolean includeQualifiers,
-                                              const Boolean includeClassOrigin,
-                                              const CIMPropertyList& propertyList,
-                                              InstanceResponseHandler& handler)
+void ZAR_ViewProviderBase::_enumerateInstances(const ReadRequest& request,
+                                               InstanceResponseHandler& handler)
 {
-    _enumerate(context, "enumerateInstances", [&]() {
+    _enumerate(request.context, "enumerateInstances", [&]() {
         handler.processing();
-        _walk(context, includeQualifiers, includeClassOrigin, propertyList,
-              [&](const Array<CIMInstance>& chunk) {
+        _walk(request.context, request.includeQualifiers, request.includeClassOrigin,
+              request.propertyList, [&](const Array<CIMInstance>& chunk) {
                   if (chunk.size() != 0)
                       handler.deliver(chunk);
                   return true;
@@ -127,14 +119,13 @@ void ZAR_ViewProviderBase::enumerateInstances(const OperationContext& context,
     });
 }
 
-void ZAR_ViewProviderBase::enumerateInstanceNames(const OperationContext& context,
-                                                  const CIMObjectPath& /* classReference */,
-                                                  ObjectPathResponseHandler& handler)
+void ZAR_ViewProviderBase::_enumerateInstanceNames(const ReadRequest& request,
+                                                   ObjectPathResponseHandler& handler)
 {
-    _enumerate(context, "enumerateInstanceNames", [&]() {
+    _enumerate(request.context, "enumerateInstanceNames", [&]() {
         handler.processing();
         // An empty property list: the builder gives paths alone.
-        _walk(context, false, false, CIMPropertyList(Array<CIMName>()),
+        _walk(request.context, false, false, CIMPropertyList(Array<CIMName>()),
               [&](const Array<CIMInstance>& chunk) {
                   for (Uint32 i = 0; i < chunk.size(); i++)
                       handler.deliver(chunk[i].getPath());

@@ -24,30 +24,6 @@ public:
     ZAR_ViewProviderBase(const String& className, const char* viewClass);
     virtual ~ZAR_ViewProviderBase();
 
-    // The view whose path matches instanceReference (see _wanted), or
-    // CIMObjectNotFoundException; CIMInvalidParameterException without a
-    // DeviceID key.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
-    // Every view, delivered chunk by chunk. Failures become
-    // CIMOperationFailedException: "<ClassName>::<operation> - Operation
-    // failed: <message>" for a CIM error, "Response too big" when memory
-    // ran out, "Unknown error" for anything else.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    // The path of every view, built without the rest of the instance.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
     // Renames the host behind the view (ElementName only).
     virtual void modifyInstance(const OperationContext& context,
                                 const CIMObjectPath& instanceReference,
@@ -55,6 +31,21 @@ public:
                                 const CIMPropertyList& propertyList, ResponseHandler& handler);
 
 protected:
+    // The view whose path matches instanceReference (see _wanted), or
+    // CIMObjectNotFoundException; CIMInvalidParameterException without a
+    // DeviceID key.
+    virtual void _getInstance(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // Every view, delivered chunk by chunk. Failures become
+    // CIMOperationFailedException: "<ClassName>::<operation> - Operation
+    // failed: <message>" for a CIM error, "Response too big" when memory
+    // ran out, "Unknown error" for anything else.
+    virtual void _enumerateInstances(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // The path of every view, built without the rest of the instance.
+    virtual void _enumerateInstanceNames(const ReadRequest& request,
+                                         ObjectPathResponseHandler& handler);
+
     // Called with each chunk of views; returns false to end the walk.
     typedef std::function<bool(const Array<CIMInstance>&)> ChunkSink;
 

@@ -90,30 +90,26 @@ void ZAR_ProtocolEndpointBase::_readPorts(std::vector<ZAR_PortRecord>& ports, co
     }
 }
 
-void ZAR_ProtocolEndpointBase::getInstance(const OperationContext& context,
-                                           const CIMObjectPath& instanceReference,
-                                           const Boolean includeQualifiers,
-                                           const Boolean includeClassOrigin,
-                                           const CIMPropertyList& propertyList,
-                                           InstanceResponseHandler& handler)
+void ZAR_ProtocolEndpointBase::_getInstance(const ReadRequest& request,
+                                            InstanceResponseHandler& handler)
 {
     CString name = _className.getCString();
     log_message(4, "-->%s::getInstance\n", (const char*)name);
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    if (ZAR_Common::getStringProperty(instanceReference, "Name").size() == 0)
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
+    if (ZAR_Common::getStringProperty(request.path, "Name").size() == 0)
         throw CIMInvalidParameterException(_className + " Name key not found.");
 
     String systemName, host;
     _identity(systemName, host, "getInstance");
     std::vector<ZAR_PortRecord> ports;
     _readPorts(ports, "getInstance");
-    CIMObjectPath wanted = _asClass(instanceReference, _endpointClass);
+    CIMObjectPath wanted = _asClass(request.path, _endpointClass);
     for (size_t i = 0; i < ports.size(); i++) {
         if (!ZAR_Common::matchObjectPath(wanted, endpointPath(ports[i], host, systemName))) {
             continue;
         }
-        CIMClass cls =
-            _storedClass(_endpointClass, includeQualifiers, includeClassOrigin, propertyList);
+        CIMClass cls = _storedClass(_endpointClass, request.includeQualifiers,
+                                    request.includeClassOrigin, request.propertyList);
         handler.processing();
         handler.deliver(endpointInstance(cls, ports[i], host, systemName));
         handler.complete();
@@ -121,24 +117,20 @@ void ZAR_ProtocolEndpointBase::getInstance(const OperationContext& context,
         return;
     }
     log_message(2, "%s::getInstance, not found = %s\n", (const char*)name,
-                (const char*)instanceReference.toString().getCString());
+                (const char*)request.path.toString().getCString());
     throw CIMObjectNotFoundException(_className + " CIM Object not found.");
 }
 
-void ZAR_ProtocolEndpointBase::enumerateInstances(const OperationContext& context,
-                                                  const CIMObjectPath& /* classReference */,
-                                                  const Boolean includeQualifiers,
-                                                  const Boolean includeClassOrigin,
-                                                  const CIMPropertyList& propertyList,
-                                                  InstanceResponseHandler& handler)
+void ZAR_ProtocolEndpointBase::_enumerateInstances(const ReadRequest& request,
+                                                   InstanceResponseHandler& handler)
 {
-    _traced(context, "enumerateInstances", [&]() {
+    _traced(request.context, "enumerateInstances", [&]() {
         String systemName, host;
         _identity(systemName, host, "enumerateInstances");
         std::vector<ZAR_PortRecord> ports;
         _readPorts(ports, "enumerateInstances");
-        CIMClass cls =
-            _storedClass(_endpointClass, includeQualifiers, includeClassOrigin, propertyList);
+        CIMClass cls = _storedClass(_endpointClass, request.includeQualifiers,
+                                    request.includeClassOrigin, request.propertyList);
         handler.processing();
         for (size_t i = 0; i < ports.size(); i++)
             handler.deliver(endpointInstance(cls, ports[i], host, systemName));
@@ -146,11 +138,10 @@ void ZAR_ProtocolEndpointBase::enumerateInstances(const OperationContext& contex
     });
 }
 
-void ZAR_ProtocolEndpointBase::enumerateInstanceNames(const OperationContext& context,
-                                                      const CIMObjectPath& /* classReference */,
-                                                      ObjectPathResponseHandler& handler)
+void ZAR_ProtocolEndpointBase::_enumerateInstanceNames(const ReadRequest& request,
+                                                       ObjectPathResponseHandler& handler)
 {
-    _traced(context, "enumerateInstanceNames", [&]() {
+    _traced(request.context, "enumerateInstanceNames", [&]() {
         String systemName, host;
         _identity(systemName, host, "enumerateInstanceNames");
         std::vector<ZAR_PortRecord> ports;

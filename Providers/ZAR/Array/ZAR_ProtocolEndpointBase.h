@@ -20,27 +20,6 @@ public:
                              port_type_t type);
     virtual ~ZAR_ProtocolEndpointBase();
 
-    // The endpoint whose path matches (hosts ignored, the class of the path
-    // put aside); CIMInvalidParameterException without a Name key,
-    // CIMObjectNotFoundException when no port has that endpoint.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
-    // The endpoint of every target port of the protocol.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    // The paths of those endpoints.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
     // The endpoint path of a port of either protocol: class
     // ZAR_SCSIProtocolFCEndpoint or ZAR_iSCSIProtocolEndpoint, host `host`.
     static CIMObjectPath endpointPath(const ZAR_PortRecord& port, const String& host,
@@ -55,6 +34,19 @@ public:
     // name "<iSCSI name>,t,0x<portal group tag>" of an iSCSI port, whose
     // portal group tag is the port's position in four hexadecimal digits.
     static String endpointName(const ZAR_PortRecord& port);
+
+protected:
+    // The endpoint whose path matches (hosts ignored, the class of the path
+    // put aside); CIMInvalidParameterException without a Name key,
+    // CIMObjectNotFoundException when no port has that endpoint.
+    virtual void _getInstance(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // The endpoint of every target port of the protocol.
+    virtual void _enumerateInstances(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // The paths of those endpoints.
+    virtual void _enumerateInstanceNames(const ReadRequest& request,
+                                         ObjectPathResponseHandler& handler);
 
 private:
     void _readPorts(std::vector<ZAR_PortRecord>& ports, const char* operation);

@@ -80,15 +80,11 @@ CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls, const api_vv
     return instance;
 }
 
-void ZAR_StorageVolumeProvider::getInstance(const OperationContext& context,
-                                            const CIMObjectPath& instanceReference,
-                                            const Boolean includeQualifiers,
-                                            const Boolean includeClassOrigin,
-                                            const CIMPropertyList& propertyList,
-                                            InstanceResponseHandler& handler)
+void ZAR_StorageVolumeProvider::_getInstance(const ReadRequest& request,
+                                             InstanceResponseHandler& handler)
 {
-    _traced(context, "getInstance", [&]() {
-        String wwn = ZAR_Common::getStringProperty(instanceReference, "DeviceID");
+    _traced(request.context, "getInstance", [&]() {
+        String wwn = ZAR_Common::getStringProperty(request.path, "DeviceID");
         if (wwn.size() == 0)
             throw CIMInvalidParameterException(ClassName + " DeviceID key not found.");
 
@@ -103,16 +99,16 @@ void ZAR_StorageVolumeProvider::getInstance(const OperationContext& context,
         if (rc != 0 ||
             !String::equalNoCase(ZAR_ArrayRecords::field(volume.name, sizeof(volume.name)), wwn)) {
             log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
-                        (const char*)instanceReference.toString().getCString());
+                        (const char*)request.path.toString().getCString());
             throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
         }
-        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin,
-                                    propertyList);
+        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), request.includeQualifiers,
+                                    request.includeClassOrigin, request.propertyList);
         CIMInstance instance = buildInstance(cls, volume, host, systemName);
-        if (!ZAR_Common::matchObjectPath(_asClass(instanceReference, CIMName(VOLUME_CLASS)),
+        if (!ZAR_Common::matchObjectPath(_asClass(request.path, CIMName(VOLUME_CLASS)),
                                          instance.getPath())) {
             log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
-                        (const char*)instanceReference.toString().getCString());
+                        (const char*)request.path.toString().getCString());
             throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
         }
         handler.processing();
@@ -121,18 +117,14 @@ void ZAR_StorageVolumeProvider::getInstance(const OperationContext& context,
     });
 }
 
-void ZAR_StorageVolumeProvider::enumerateInstances(const OperationContext& context,
-                                                   const CIMObjectPath& /* classReference */,
-                                                   const Boolean includeQualifiers,
-                                                   const Boolean includeClassOrigin,
-                                                   const CIMPropertyList& propertyList,
-                                                   InstanceResponseHandler& handler)
+void ZAR_StorageVolumeProvider::_enumerateInstances(const ReadRequest& request,
+                                                    InstanceResponseHandler& handler)
 {
-    _traced(context, "enumerateInstances", [&]() {
+    _traced(request.context, "enumerateInstances", [&]() {
         String systemName, host;
         _identity(systemName, host, "enumerateInstances");
-        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), includeQualifiers, includeClassOrigin,
-                                    propertyList);
+        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), request.includeQualifiers,
+                                    request.includeClassOrigin, request.propertyList);
 
         handler.processing();
         zar_u64 cursor = 0;
@@ -152,11 +144,10 @@ void ZAR_StorageVolumeProvider::enumerateInstances(const OperationContext& conte
     });
 }
 
-void ZAR_StorageVolumeProvider::enumerateInstanceNames(const OperationContext& context,
-                                                       const CIMObjectPath& /* classReference */,
-                                                       ObjectPathResponseHandler& handler)
+void ZAR_StorageVolumeProvider::_enumerateInstanceNames(const ReadRequest& request,
+                                                        ObjectPathResponseHandler& handler)
 {
-    _traced(context, "enumerateInstanceNames", [&]() {
+    _traced(request.context, "enumerateInstanceNames", [&]() {
         String systemName, host;
         _identity(systemName, host, "enumerateInstanceNames");
 

@@ -22,27 +22,6 @@ public:
     ZAR_StorageVolumeProvider();
     virtual ~ZAR_StorageVolumeProvider();
 
-    // The volume whose WWN is the DeviceID key of the path (the whole path
-    // must match); CIMInvalidParameterException without DeviceID key,
-    // CIMObjectNotFoundException when there is no such volume.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-
-    // Every volume, delivered chunk by chunk.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-
-    // The path of every volume.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
     // The path of the volume with WWN text `wwn` (used as given).
     static CIMObjectPath buildObjectPath(const String& host, const String& systemName,
                                          const String& wwn);
@@ -50,6 +29,19 @@ public:
     // The instance of a volume record, built from the stored class cls.
     static CIMInstance buildInstance(CIMClass& cls, const api_vv_t& volume, const String& host,
                                      const String& systemName);
+
+protected:
+    // The volume whose WWN is the DeviceID key of the path (the whole path
+    // must match); CIMInvalidParameterException without DeviceID key,
+    // CIMObjectNotFoundException when there is no such volume.
+    virtual void _getInstance(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // Every volume, delivered chunk by chunk.
+    virtual void _enumerateInstances(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // The path of every volume.
+    virtual void _enumerateInstanceNames(const ReadRequest& request,
+                                         ObjectPathResponseHandler& handler);
 };
 
 PEGASUS_NAMESPACE_END

@@ -20,45 +20,38 @@ void ZAR_SystemObjectProviderBase::_readSystemInfo(api_sysinfo_t* info, const ch
         _fail(operation, "api_getSystemInfo", status);
 }
 
-void ZAR_SystemObjectProviderBase::getInstance(const OperationContext& context,
-                                               const CIMObjectPath& instanceReference,
-                                               const Boolean includeQualifiers,
-                                               const Boolean includeClassOrigin,
-                                               const CIMPropertyList& propertyList,
-                                               InstanceResponseHandler& handler)
+void ZAR_SystemObjectProviderBase::_getInstance(const ReadRequest& request,
+                                                InstanceResponseHandler& handler)
 {
-    _traced(context, "getInstance", [&]() {
-        _checkClass(instanceReference);
+    _traced(request.context, "getInstance", [&]() {
+        _checkClass(request.path);
         api_sysinfo_t info;
         _readSystemInfo(&info, "getInstance");
-        _checkInstanceName(instanceReference, info);
-        _deliverOne(handler, _buildInstance(info, includeQualifiers, includeClassOrigin,
-                                            propertyList, "getInstance"));
+        _checkInstanceName(request.path, info);
+        _deliverOne(handler,
+                    _buildInstance(info, request.includeQualifiers, request.includeClassOrigin,
+                                   request.propertyList, "getInstance"));
     });
 }
 
-void ZAR_SystemObjectProviderBase::enumerateInstances(const OperationContext& context,
-                                                      const CIMObjectPath& classReference,
-                                                      const Boolean includeQualifiers,
-                                                      const Boolean includeClassOrigin,
-                                                      const CIMPropertyList& propertyList,
-                                                      InstanceResponseHandler& handler)
+void ZAR_SystemObjectProviderBase::_enumerateInstances(const ReadRequest& request,
+                                                       InstanceResponseHandler& handler)
 {
-    _traced(context, "enumerateInstances", [&]() {
-        _checkClass(classReference);
+    _traced(request.context, "enumerateInstances", [&]() {
+        _checkClass(request.path);
         api_sysinfo_t info;
         _readSystemInfo(&info, "enumerateInstances");
-        _deliverOne(handler, _buildInstance(info, includeQualifiers, includeClassOrigin,
-                                            propertyList, "enumerateInstances"));
+        _deliverOne(handler,
+                    _buildInstance(info, request.includeQualifiers, request.includeClassOrigin,
+                                   request.propertyList, "enumerateInstances"));
     });
 }
 
-void ZAR_SystemObjectProviderBase::enumerateInstanceNames(const OperationContext& context,
-                                                          const CIMObjectPath& classReference,
-                                                          ObjectPathResponseHandler& handler)
+void ZAR_SystemObjectProviderBase::_enumerateInstanceNames(const ReadRequest& request,
+                                                           ObjectPathResponseHandler& handler)
 {
-    _traced(context, "enumerateInstanceNames", [&]() {
-        _checkClass(classReference);
+    _traced(request.context, "enumerateInstanceNames", [&]() {
+        _checkClass(request.path);
         api_sysinfo_t info;
         _readSystemInfo(&info, "enumerateInstanceNames");
         _deliverOne(handler, _buildInstanceName(info));

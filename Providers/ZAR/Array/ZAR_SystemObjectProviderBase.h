@@ -20,24 +20,17 @@ class ZAR_SystemObjectProviderBase : public ZAR_ProviderBase {
 public:
     explicit ZAR_SystemObjectProviderBase(const String& className);
 
-    // The instance when _checkInstanceName accepts the path.
-    virtual void getInstance(const OperationContext& context,
-                             const CIMObjectPath& instanceReference,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, InstanceResponseHandler& handler);
-    // The one instance, whatever path the request names.
-    virtual void enumerateInstances(const OperationContext& context,
-                                    const CIMObjectPath& classReference,
-                                    const Boolean includeQualifiers,
-                                    const Boolean includeClassOrigin,
-                                    const CIMPropertyList& propertyList,
-                                    InstanceResponseHandler& handler);
-    // Its path.
-    virtual void enumerateInstanceNames(const OperationContext& context,
-                                        const CIMObjectPath& classReference,
-                                        ObjectPathResponseHandler& handler);
-
 protected:
+    // The instance when _checkInstanceName accepts the path.
+    virtual void _getInstance(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // The one instance, whatever path the request names.
+    virtual void _enumerateInstances(const ReadRequest& request, InstanceResponseHandler& handler);
+
+    // Its path.
+    virtual void _enumerateInstanceNames(const ReadRequest& request,
+                                         ObjectPathResponseHandler& handler);
+
     // CIMNotSupportedException unless the path's class is served here.
     virtual void _checkClass(const CIMObjectPath& path) = 0;
 

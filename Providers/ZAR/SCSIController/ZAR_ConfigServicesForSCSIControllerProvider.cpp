@@ -225,92 +225,90 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(const OperationCont
 // ---------------------------------------------------------------------------
 // Association operations
 
-void ZAR_ConfigServicesForSCSIControllerProvider::associators(
-    const OperationContext& context, const CIMObjectPath& objectName,
-    const CIMName& associationClass, const CIMName& resultClass, const String& role,
-    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+void ZAR_ConfigServicesForSCSIControllerProvider::_associators(const AssociationRequest& request,
+                                                               ObjectResponseHandler& handler)
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::associators\n");
     log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
-                _text(objectName).c_str(), (const char*)associationClass.getString().getCString(),
-                (const char*)resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                _text(request.objectName).c_str(),
+                (const char*)request.associationClass.getString().getCString(),
+                (const char*)request.resultClass.getString().getCString());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_nothingToAnswer(context, objectName,
-                         _invalidParms(objectName, role, resultRole, resultClass, "associators"),
-                         "associators", resultClass, handler))
+    if (_nothingToAnswer(request.context, request.objectName,
+                         _invalidParms(request.objectName, request.role, request.resultRole,
+                                       request.resultClass, "associators"),
+                         "associators", request.resultClass, handler))
         return;
-    Array<CIMInstance> related = _getRelatedInstances(objectName, context, includeQualifiers,
-                                                      includeClassOrigin, propertyList);
+    Array<CIMInstance> related =
+        _getRelatedInstances(request.objectName, request.context, request.includeQualifiers,
+                             request.includeClassOrigin, request.propertyList);
     for (Uint32 i = 0; i < related.size(); i++)
         handler.deliver(CIMObject(related[i]));
     handler.complete();
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::associatorNames(
-    const OperationContext& context, const CIMObjectPath& objectName,
-    const CIMName& associationClass, const CIMName& resultClass, const String& role,
-    const String& resultRole, ObjectPathResponseHandler& handler)
+void ZAR_ConfigServicesForSCSIControllerProvider::_associatorNames(
+    const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::associatorNames\n");
     log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
-                _text(objectName).c_str(), (const char*)associationClass.getString().getCString(),
-                (const char*)resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                _text(request.objectName).c_str(),
+                (const char*)request.associationClass.getString().getCString(),
+                (const char*)request.resultClass.getString().getCString());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_nothingToAnswer(
-            context, objectName,
-            _invalidParms(objectName, role, resultRole, resultClass, "associatorNames"),
-            "associatorNames", resultClass, handler))
+    if (_nothingToAnswer(request.context, request.objectName,
+                         _invalidParms(request.objectName, request.role, request.resultRole,
+                                       request.resultClass, "associatorNames"),
+                         "associatorNames", request.resultClass, handler))
         return;
-    Array<CIMObjectPath> related = _getRelatedInstanceNames(objectName, context);
+    Array<CIMObjectPath> related = _getRelatedInstanceNames(request.objectName, request.context);
     for (Uint32 i = 0; i < related.size(); i++)
         handler.deliver(related[i]);
     log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::associatorNames\n");
     handler.complete();
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::references(
-    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
-    const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+void ZAR_ConfigServicesForSCSIControllerProvider::_references(const AssociationRequest& request,
+                                                              ObjectResponseHandler& handler)
 {
     log_message(4,
                 "-->ZAR_ConfigServicesForSCSIControllerProvider::references\n"
                 "\t objectName = %s \n ",
-                _text(objectName).c_str());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                _text(request.objectName).c_str());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_nothingToAnswer(context, objectName,
-                         _invalidParms(objectName, role, String(), resultClass, "references"),
-                         "references", resultClass, handler))
+    if (_nothingToAnswer(request.context, request.objectName,
+                         _invalidParms(request.objectName, request.role, String(),
+                                       request.resultClass, "references"),
+                         "references", request.resultClass, handler))
         return;
-    Array<CIMInstance> instances = _buildAssociationInstances(
-        objectName, context, includeQualifiers, includeClassOrigin, propertyList);
+    Array<CIMInstance> instances =
+        _buildAssociationInstances(request.objectName, request.context, request.includeQualifiers,
+                                   request.includeClassOrigin, request.propertyList);
     for (Uint32 i = 0; i < instances.size(); i++)
         handler.deliver(CIMObject(instances[i]));
     log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::references\n");
     handler.complete();
 }
 
-void ZAR_ConfigServicesForSCSIControllerProvider::referenceNames(const OperationContext& context,
-                                                                 const CIMObjectPath& objectName,
-                                                                 const CIMName& resultClass,
-                                                                 const String& role,
-                                                                 ObjectPathResponseHandler& handler)
+void ZAR_ConfigServicesForSCSIControllerProvider::_referenceNames(
+    const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
     log_message(4,
                 "-->ZAR_ConfigServicesForSCSIControllerProvider::referenceNames\n"
                 "\t objectName = %s \n ",
-                _text(objectName).c_str());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                _text(request.objectName).c_str());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_nothingToAnswer(context, objectName,
-                         _invalidParms(objectName, role, String(), resultClass, "referenceNames"),
-                         "referenceNames", resultClass, handler))
+    if (_nothingToAnswer(request.context, request.objectName,
+                         _invalidParms(request.objectName, request.role, String(),
+                                       request.resultClass, "referenceNames"),
+                         "referenceNames", request.resultClass, handler))
         return;
-    Array<CIMObjectPath> paths = _buildAssociationInstanceNames(objectName, context);
+    Array<CIMObjectPath> paths =
+        _buildAssociationInstanceNames(request.objectName, request.context);
     for (Uint32 i = 0; i < paths.size(); i++)
         handler.deliver(paths[i]);
     log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::referenceNames\n");

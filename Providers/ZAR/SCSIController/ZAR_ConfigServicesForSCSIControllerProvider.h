@@ -17,7 +17,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_ConfigServicesForSCSIControllerProvider : public CIMAssociationProvider,
+class ZAR_ConfigServicesForSCSIControllerProvider : public ZAR_AssociationOperations,
                                                     public ZAR_InstanceListProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
@@ -29,33 +29,23 @@ public:
     // array's host name.
     virtual void initialize(CIMOMHandle& cimom);
 
+protected:
     // From the service: every view; from a view: the service. Parameters
     // that cannot name this association, and an object that does not
     // exist, give an empty result.
-    virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
-                             const CIMName& associationClass, const CIMName& resultClass,
-                             const String& role, const String& resultRole,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void _associators(const AssociationRequest& request, ObjectResponseHandler& handler);
 
     // The paths of those far ends, under the same rules.
-    virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
-                                 const CIMName& associationClass, const CIMName& resultClass,
-                                 const String& role, const String& resultRole,
-                                 ObjectPathResponseHandler& handler);
+    virtual void _associatorNames(const AssociationRequest& request,
+                                  ObjectPathResponseHandler& handler);
 
     // The association instances (or paths) of either end.
-    virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
-                            const CIMName& resultClass, const String& role,
-                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                            const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler);
 
     // Their paths: Antecedent the service, Dependent the view.
-    virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
-                                const CIMName& resultClass, const String& role,
-                                ObjectPathResponseHandler& handler);
+    virtual void _referenceNames(const AssociationRequest& request,
+                                 ObjectPathResponseHandler& handler);
 
-protected:
     // The association instance a path names (hosts ignored; a path
     // without namespace names root/zar), if its view exists.
     virtual Boolean _findInstance(const OperationContext& context,

@@ -203,50 +203,48 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
 // ---------------------------------------------------------------------------
 // Association operations
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::associators(
-    const OperationContext& context, const CIMObjectPath& objectName,
-    const CIMName& associationClass, const CIMName& resultClass, const String& role,
-    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::_associators(
+    const AssociationRequest& request, ObjectResponseHandler& handler)
 {
     log_message(4,
                 "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "associators\n\t objectName = %s \n associationClass = %s, "
                 "resultClass = %s \n",
-                (const char*)objectName.toString().getCString(),
-                (const char*)associationClass.getString().getCString(),
-                (const char*)resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                (const char*)request.objectName.toString().getCString(),
+                (const char*)request.associationClass.getString().getCString(),
+                (const char*)request.resultClass.getString().getCString());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associators"),
-                       "associators", resultClass, handler))
+    if (_answeredEmpty(_invalidParms(request.objectName, request.role, request.resultRole,
+                                     request.resultClass, "associators"),
+                       "associators", request.resultClass, handler))
         return;
-    handler.deliver(CIMObject(_getRelatedInstance(objectName, context, includeQualifiers,
-                                                  includeClassOrigin, propertyList)));
+    handler.deliver(CIMObject(
+        _getRelatedInstance(request.objectName, request.context, request.includeQualifiers,
+                            request.includeClassOrigin, request.propertyList)));
     handler.complete();
     log_message(4,
                 "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "associators\n");
 }
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::associatorNames(
-    const OperationContext& context, const CIMObjectPath& objectName,
-    const CIMName& associationClass, const CIMName& resultClass, const String& role,
-    const String& resultRole, ObjectPathResponseHandler& handler)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::_associatorNames(
+    const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
     log_message(4,
                 "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "associatorNames\n\t objectName = %s \n associationClass = %s, "
                 "resultClass = %s \n",
-                (const char*)objectName.toString().getCString(),
-                (const char*)associationClass.getString().getCString(),
-                (const char*)resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                (const char*)request.objectName.toString().getCString(),
+                (const char*)request.associationClass.getString().getCString(),
+                (const char*)request.resultClass.getString().getCString());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, resultRole, resultClass, "associatorNames"),
-                       "associatorNames", resultClass, handler))
+    if (_answeredEmpty(_invalidParms(request.objectName, request.role, request.resultRole,
+                                     request.resultClass, "associatorNames"),
+                       "associatorNames", request.resultClass, handler))
         return;
-    CIMObjectPath related = _getRelatedInstanceName(objectName);
+    CIMObjectPath related = _getRelatedInstanceName(request.objectName);
     // An object of another class has no far end here.
     if (!related.getClassName().isNull())
         handler.deliver(related);
@@ -256,40 +254,39 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::associatorNames(
                 "associatorNames\n");
 }
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::references(
-    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
-    const String& role, const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::_references(const AssociationRequest& request,
+                                                                  ObjectResponseHandler& handler)
 {
     log_message(4,
                 "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "references\n\t objectName = %s \n ",
-                (const char*)objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                (const char*)request.objectName.toString().getCString());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "references"),
-                       "references", resultClass, handler))
+    if (_answeredEmpty(_invalidParms(request.objectName, request.role, String(),
+                                     request.resultClass, "references"),
+                       "references", request.resultClass, handler))
         return;
-    handler.deliver(
-        CIMObject(_buildAssociationInstance(includeQualifiers, includeClassOrigin, propertyList)));
+    handler.deliver(CIMObject(_buildAssociationInstance(
+        request.includeQualifiers, request.includeClassOrigin, request.propertyList)));
     handler.complete();
     log_message(4,
                 "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "references\n");
 }
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::referenceNames(
-    const OperationContext& context, const CIMObjectPath& objectName, const CIMName& resultClass,
-    const String& role, ObjectPathResponseHandler& handler)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::_referenceNames(
+    const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
     log_message(4,
                 "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
                 "referenceNames\n\t objectName = %s \n ",
-                (const char*)objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
+                (const char*)request.objectName.toString().getCString());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
     handler.processing();
-    if (_answeredEmpty(_invalidParms(objectName, role, String(), resultClass, "referenceNames"),
-                       "referenceNames", resultClass, handler))
+    if (_answeredEmpty(_invalidParms(request.objectName, request.role, String(),
+                                     request.resultClass, "referenceNames"),
+                       "referenceNames", request.resultClass, handler))
         return;
     handler.deliver(_assocInstanceName);
     handler.complete();

@@ -17,7 +17,7 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class ZAR_SystemControllerMaskingCapabilitiesProvider : public CIMAssociationProvider,
+class ZAR_SystemControllerMaskingCapabilitiesProvider : public ZAR_AssociationOperations,
                                                         public ZAR_SingleInstanceProviderBase {
 public:
     // Members empty; nothing is asked of the array before initialize.
@@ -29,31 +29,22 @@ public:
     // path.
     virtual void initialize(CIMOMHandle& cimom);
 
+protected:
     // From the system: the capabilities instance; from the capabilities:
     // the system. Parameters that cannot name this association give an
     // empty result (see _invalidParms).
-    virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
-                             const CIMName& associationClass, const CIMName& resultClass,
-                             const String& role, const String& resultRole,
-                             const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                             const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void _associators(const AssociationRequest& request, ObjectResponseHandler& handler);
 
     // The far end's path; none from an object of another class.
-    virtual void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
-                                 const CIMName& associationClass, const CIMName& resultClass,
-                                 const String& role, const String& resultRole,
-                                 ObjectPathResponseHandler& handler);
+    virtual void _associatorNames(const AssociationRequest& request,
+                                  ObjectPathResponseHandler& handler);
 
     // The association instance (or its path) for either end.
-    virtual void references(const OperationContext& context, const CIMObjectPath& objectName,
-                            const CIMName& resultClass, const String& role,
-                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
-                            const CIMPropertyList& propertyList, ObjectResponseHandler& handler);
+    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler);
 
     // The association's fixed path, when the parameters allow it.
-    virtual void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
-                                const CIMName& resultClass, const String& role,
-                                ObjectPathResponseHandler& handler);
+    virtual void _referenceNames(const AssociationRequest& request,
+                                 ObjectPathResponseHandler& handler);
 
 private:
     // The instance operations' builder: the association instance.
