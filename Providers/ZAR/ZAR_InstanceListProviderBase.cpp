@@ -29,8 +29,7 @@ void ZAR_InstanceListProviderBase::_getInstance(const ReadRequest& request,
     _checkClassName(request.path.getClassName(), _ownClass, _cimClass);
     _checkKeyCount(request.path, _keyCount, _keyCountText);
     CIMInstance found;
-    if (!_findInstance(request.context, request.path, request.includeQualifiers,
-                       request.includeClassOrigin, request.propertyList, found))
+    if (!_findInstance(request, found))
         throw CIMObjectNotFoundException(_className + " CIM Object not found.");
     _deliverOne(handler, found);
     log_message(4, "%s", _traces.getInstanceExit);
@@ -41,9 +40,7 @@ void ZAR_InstanceListProviderBase::_enumerateInstances(const ReadRequest& reques
 {
     _enumerateFrame(request.context, request.path, _ownClass, _cimClass, _traces.enumerateEntry,
                     _traces.enumerateExit, [&]() {
-                        Array<CIMInstance> instances =
-                            _listInstances(request.context, request.includeQualifiers,
-                                           request.includeClassOrigin, request.propertyList);
+                        Array<CIMInstance> instances = _listInstances(request);
                         handler.processing();
                         for (Uint32 i = 0; i < instances.size(); i++)
                             handler.deliver(instances[i]);

@@ -48,14 +48,9 @@ protected:
                                          ObjectPathResponseHandler& handler);
 
     // The instance a checked path names, into found; false when none.
-    virtual Boolean _findInstance(const OperationContext& context,
-                                  const CIMObjectPath& instanceReference, Boolean includeQualifiers,
-                                  Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-                                  CIMInstance& found) = 0;
+    virtual Boolean _findInstance(const ReadRequest& request, CIMInstance& found) = 0;
 
-    virtual Array<CIMInstance> _listInstances(const OperationContext& context,
-                                              Boolean includeQualifiers, Boolean includeClassOrigin,
-                                              const CIMPropertyList& propertyList) = 0;
+    virtual Array<CIMInstance> _listInstances(const ReadRequest& request) = 0;
 
     virtual Array<CIMObjectPath> _listInstanceNames(const OperationContext& context) = 0;
 

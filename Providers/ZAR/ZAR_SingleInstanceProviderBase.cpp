@@ -17,26 +17,25 @@ ZAR_SingleInstanceProviderBase::ZAR_SingleInstanceProviderBase(
 {
 }
 
-Boolean ZAR_SingleInstanceProviderBase::_findInstance(
-    const OperationContext&, const CIMObjectPath& instanceReference, Boolean includeQualifiers,
-    Boolean includeClassOrigin, const CIMPropertyList& propertyList, CIMInstance& found)
+Boolean ZAR_SingleInstanceProviderBase::_findInstance(const ReadRequest& request,
+                                                      CIMInstance& found)
 {
     // The keys decide: a request through the CIM superclass names the same
     // instance.
-    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
-                         _path.getClassName(), instanceReference.getKeyBindings());
+    CIMObjectPath wanted(request.path.getHost(), request.path.getNameSpace(), _path.getClassName(),
+                         request.path.getKeyBindings());
     if (!ZAR_Common::matchObjectPath(wanted, _path))
         return false;
-    found = _buildInstance(includeQualifiers, includeClassOrigin, propertyList);
+    found =
+        _buildInstance(request.includeQualifiers, request.includeClassOrigin, request.propertyList);
     return true;
 }
 
-Array<CIMInstance> ZAR_SingleInstanceProviderBase::_listInstances(
-    const OperationContext&, Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+Array<CIMInstance> ZAR_SingleInstanceProviderBase::_listInstances(const ReadRequest& request)
 {
     Array<CIMInstance> one;
-    one.append(_buildInstance(includeQualifiers, includeClassOrigin, propertyList));
+    one.append(_buildInstance(request.includeQualifiers, request.includeClassOrigin,
+                              request.propertyList));
     return one;
 }
 

@@ -26,13 +26,8 @@ protected:
     virtual CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
                                        const CIMPropertyList& propertyList) = 0;
 
-    virtual Boolean _findInstance(const OperationContext& context,
-                                  const CIMObjectPath& instanceReference, Boolean includeQualifiers,
-                                  Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-                                  CIMInstance& found);
-    virtual Array<CIMInstance> _listInstances(const OperationContext& context,
-                                              Boolean includeQualifiers, Boolean includeClassOrigin,
-                                              const CIMPropertyList& propertyList);
+    virtual Boolean _findInstance(const ReadRequest& request, CIMInstance& found);
+    virtual Array<CIMInstance> _listInstances(const ReadRequest& request);
     virtual Array<CIMObjectPath> _listInstanceNames(const OperationContext& context);
 
 private:

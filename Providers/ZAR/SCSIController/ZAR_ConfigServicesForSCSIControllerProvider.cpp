@@ -3,6 +3,8 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_ConfigServicesForSCSIControllerProvider.h"
 
+#include <cstring>
+
 #include <Pegasus/Provider/ProviderException.h>
 
 #include <string>
@@ -225,111 +227,94 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(const OperationCont
 // ---------------------------------------------------------------------------
 // Association operations
 
+void ZAR_ConfigServicesForSCSIControllerProvider::_answer(const AssociationRequest& request,
+                                                          const char* operation,
+                                                          ResponseHandler& handler,
+                                                          const std::function<void()>& deliver)
+{
+    if (strncmp(operation, "associator", 10) == 0) {
+        log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::%s\n", operation);
+        log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
+                    _text(request.objectName).c_str(),
+                    (const char*)request.associationClass.getString().getCString(),
+                    (const char*)request.resultClass.getString().getCString());
+    } else {
+        log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::%s\n\t objectName = %s \n ",
+                    operation, _text(request.objectName).c_str());
+    }
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
+    handler.processing();
+    Boolean invalid = _invalidParms(request.objectName, request.role, request.resultRole,
+                                    request.resultClass, operation);
+    if (_nothingToAnswer(request.context, request.objectName, invalid, operation,
+                         request.resultClass, handler))
+        return;
+    deliver();
+    // associators alone traces no exit line.
+    if (strcmp(operation, "associators") != 0)
+        log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::%s\n", operation);
+    handler.complete();
+}
+
 void ZAR_ConfigServicesForSCSIControllerProvider::_associators(const AssociationRequest& request,
                                                                ObjectResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::associators\n");
-    log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
-                _text(request.objectName).c_str(),
-                (const char*)request.associationClass.getString().getCString(),
-                (const char*)request.resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_nothingToAnswer(request.context, request.objectName,
-                         _invalidParms(request.objectName, request.role, request.resultRole,
-                                       request.resultClass, "associators"),
-                         "associators", request.resultClass, handler))
-        return;
-    Array<CIMInstance> related =
-        _getRelatedInstances(request.objectName, request.context, request.includeQualifiers,
-                             request.includeClassOrigin, request.propertyList);
-    for (Uint32 i = 0; i < related.size(); i++)
-        handler.deliver(CIMObject(related[i]));
-    handler.complete();
+    _answer(request, "associators", handler, [&]() {
+        Array<CIMInstance> related =
+            _getRelatedInstances(request.objectName, request.context, request.includeQualifiers,
+                                 request.includeClassOrigin, request.propertyList);
+        for (Uint32 i = 0; i < related.size(); i++)
+            handler.deliver(CIMObject(related[i]));
+    });
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::_associatorNames(
     const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
-    log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::associatorNames\n");
-    log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
-                _text(request.objectName).c_str(),
-                (const char*)request.associationClass.getString().getCString(),
-                (const char*)request.resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_nothingToAnswer(request.context, request.objectName,
-                         _invalidParms(request.objectName, request.role, request.resultRole,
-                                       request.resultClass, "associatorNames"),
-                         "associatorNames", request.resultClass, handler))
-        return;
-    Array<CIMObjectPath> related = _getRelatedInstanceNames(request.objectName, request.context);
-    for (Uint32 i = 0; i < related.size(); i++)
-        handler.deliver(related[i]);
-    log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::associatorNames\n");
-    handler.complete();
+    _answer(request, "associatorNames", handler, [&]() {
+        Array<CIMObjectPath> related =
+            _getRelatedInstanceNames(request.objectName, request.context);
+        for (Uint32 i = 0; i < related.size(); i++)
+            handler.deliver(related[i]);
+    });
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::_references(const AssociationRequest& request,
                                                               ObjectResponseHandler& handler)
 {
-    log_message(4,
-                "-->ZAR_ConfigServicesForSCSIControllerProvider::references\n"
-                "\t objectName = %s \n ",
-                _text(request.objectName).c_str());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_nothingToAnswer(request.context, request.objectName,
-                         _invalidParms(request.objectName, request.role, String(),
-                                       request.resultClass, "references"),
-                         "references", request.resultClass, handler))
-        return;
-    Array<CIMInstance> instances =
-        _buildAssociationInstances(request.objectName, request.context, request.includeQualifiers,
-                                   request.includeClassOrigin, request.propertyList);
-    for (Uint32 i = 0; i < instances.size(); i++)
-        handler.deliver(CIMObject(instances[i]));
-    log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::references\n");
-    handler.complete();
+    _answer(request, "references", handler, [&]() {
+        Array<CIMInstance> instances = _buildAssociationInstances(
+            request.objectName, request.context, request.includeQualifiers,
+            request.includeClassOrigin, request.propertyList);
+        for (Uint32 i = 0; i < instances.size(); i++)
+            handler.deliver(CIMObject(instances[i]));
+    });
 }
 
 void ZAR_ConfigServicesForSCSIControllerProvider::_referenceNames(
     const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
-    log_message(4,
-                "-->ZAR_ConfigServicesForSCSIControllerProvider::referenceNames\n"
-                "\t objectName = %s \n ",
-                _text(request.objectName).c_str());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_nothingToAnswer(request.context, request.objectName,
-                         _invalidParms(request.objectName, request.role, String(),
-                                       request.resultClass, "referenceNames"),
-                         "referenceNames", request.resultClass, handler))
-        return;
-    Array<CIMObjectPath> paths =
-        _buildAssociationInstanceNames(request.objectName, request.context);
-    for (Uint32 i = 0; i < paths.size(); i++)
-        handler.deliver(paths[i]);
-    log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::referenceNames\n");
-    handler.complete();
+    _answer(request, "referenceNames", handler, [&]() {
+        Array<CIMObjectPath> paths =
+            _buildAssociationInstanceNames(request.objectName, request.context);
+        for (Uint32 i = 0; i < paths.size(); i++)
+            handler.deliver(paths[i]);
+    });
 }
 
 // ---------------------------------------------------------------------------
 // Instance operations (the frame is ZAR_InstanceListProviderBase's)
 
-Boolean ZAR_ConfigServicesForSCSIControllerProvider::_findInstance(
-    const OperationContext& context, const CIMObjectPath& instanceReference,
-    Boolean includeQualifiers, Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-    CIMInstance& found)
+Boolean ZAR_ConfigServicesForSCSIControllerProvider::_findInstance(const ReadRequest& request,
+                                                                   CIMInstance& found)
 {
     // A request through CIM_ConcreteDependency names the same instance.
-    CIMObjectPath wanted(instanceReference.getHost(), instanceReference.getNameSpace(),
-                         CIMName(ASSOC_CLASS), instanceReference.getKeyBindings());
+    CIMObjectPath wanted = _asClass(request.path, CIMName(ASSOC_CLASS));
     if (wanted.getNameSpace().isNull())
         wanted.setNameSpace(CIMNamespaceName(ZAR_NAMESPACE));
-    Array<CIMInstance> instances = _buildAssociationInstances(wanted, context, includeQualifiers,
-                                                              includeClassOrigin, propertyList);
+    Array<CIMInstance> instances =
+        _buildAssociationInstances(wanted, request.context, request.includeQualifiers,
+                                   request.includeClassOrigin, request.propertyList);
     for (Uint32 i = 0; i < instances.size(); i++) {
         if (ZAR_Common::matchObjectPath(instances[i].getPath(), wanted)) {
             found = instances[i];
@@ -340,11 +325,10 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_findInstance(
 }
 
 Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_listInstances(
-    const OperationContext& context, Boolean includeQualifiers, Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList)
+    const ReadRequest& request)
 {
-    return _buildAssociationInstances(_ccsPath, context, includeQualifiers, includeClassOrigin,
-                                      propertyList);
+    return _buildAssociationInstances(_ccsPath, request.context, request.includeQualifiers,
+                                      request.includeClassOrigin, request.propertyList);
 }
 
 Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_listInstanceNames(

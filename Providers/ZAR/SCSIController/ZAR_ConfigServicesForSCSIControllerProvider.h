@@ -10,6 +10,8 @@
 #ifndef ZAR_ConfigServicesForSCSIControllerProvider_h
 #define ZAR_ConfigServicesForSCSIControllerProvider_h
 
+#include <functional>
+
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
@@ -48,17 +50,18 @@ protected:
 
     // The association instance a path names (hosts ignored; a path
     // without namespace names root/zar), if its view exists.
-    virtual Boolean _findInstance(const OperationContext& context,
-                                  const CIMObjectPath& instanceReference, Boolean includeQualifiers,
-                                  Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-                                  CIMInstance& found);
+    virtual Boolean _findInstance(const ReadRequest& request, CIMInstance& found);
     // One association per FC view of the array, asked of the server.
-    virtual Array<CIMInstance> _listInstances(const OperationContext& context,
-                                              Boolean includeQualifiers, Boolean includeClassOrigin,
-                                              const CIMPropertyList& propertyList);
+    virtual Array<CIMInstance> _listInstances(const ReadRequest& request);
     virtual Array<CIMObjectPath> _listInstanceNames(const OperationContext& context);
 
 private:
+    // The frame of the four association operations: the entry trace, the
+    // user's check, an empty answer when the parameters cannot name this
+    // association, then deliver() and the exit trace.
+    void _answer(const AssociationRequest& request, const char* operation, ResponseHandler& handler,
+                 const std::function<void()>& deliver);
+
     // The far ends of objectName: every view from the service, the service
     // from a view, nothing from another class.
     Array<CIMObjectPath> _getRelatedInstanceNames(const CIMObjectPath& objectName,

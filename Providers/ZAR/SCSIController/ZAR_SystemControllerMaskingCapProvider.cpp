@@ -3,6 +3,8 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_SystemControllerMaskingCapProvider.h"
 
+#include <cstring>
+
 #include <Pegasus/Provider/ProviderException.h>
 
 #include <ZAR_Common.h>
@@ -203,96 +205,68 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
 // ---------------------------------------------------------------------------
 // Association operations
 
+void ZAR_SystemControllerMaskingCapabilitiesProvider::_answer(const AssociationRequest& request,
+                                                              const char* operation,
+                                                              ResponseHandler& handler,
+                                                              const std::function<void()>& deliver)
+{
+    if (strncmp(operation, "associator", 10) == 0) {
+        log_message(4,
+                    "-->ZAR_SystemControllerMaskingCapabilitiesProvider::%s\n\t objectName = %s \n "
+                    "associationClass = %s, resultClass = %s \n",
+                    operation, (const char*)request.objectName.toString().getCString(),
+                    (const char*)request.associationClass.getString().getCString(),
+                    (const char*)request.resultClass.getString().getCString());
+    } else {
+        log_message(
+            4, "-->ZAR_SystemControllerMaskingCapabilitiesProvider::%s\n\t objectName = %s \n ",
+            operation, (const char*)request.objectName.toString().getCString());
+    }
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
+    handler.processing();
+    Boolean invalid = _invalidParms(request.objectName, request.role, request.resultRole,
+                                    request.resultClass, operation);
+    if (_answeredEmpty(invalid, operation, request.resultClass, handler))
+        return;
+    deliver();
+    handler.complete();
+    log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::%s\n", operation);
+}
+
 void ZAR_SystemControllerMaskingCapabilitiesProvider::_associators(
     const AssociationRequest& request, ObjectResponseHandler& handler)
 {
-    log_message(4,
-                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "associators\n\t objectName = %s \n associationClass = %s, "
-                "resultClass = %s \n",
-                (const char*)request.objectName.toString().getCString(),
-                (const char*)request.associationClass.getString().getCString(),
-                (const char*)request.resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_answeredEmpty(_invalidParms(request.objectName, request.role, request.resultRole,
-                                     request.resultClass, "associators"),
-                       "associators", request.resultClass, handler))
-        return;
-    handler.deliver(CIMObject(
-        _getRelatedInstance(request.objectName, request.context, request.includeQualifiers,
-                            request.includeClassOrigin, request.propertyList)));
-    handler.complete();
-    log_message(4,
-                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "associators\n");
+    _answer(request, "associators", handler, [&]() {
+        handler.deliver(CIMObject(
+            _getRelatedInstance(request.objectName, request.context, request.includeQualifiers,
+                                request.includeClassOrigin, request.propertyList)));
+    });
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::_associatorNames(
     const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
-    log_message(4,
-                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "associatorNames\n\t objectName = %s \n associationClass = %s, "
-                "resultClass = %s \n",
-                (const char*)request.objectName.toString().getCString(),
-                (const char*)request.associationClass.getString().getCString(),
-                (const char*)request.resultClass.getString().getCString());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_answeredEmpty(_invalidParms(request.objectName, request.role, request.resultRole,
-                                     request.resultClass, "associatorNames"),
-                       "associatorNames", request.resultClass, handler))
-        return;
-    CIMObjectPath related = _getRelatedInstanceName(request.objectName);
-    // An object of another class has no far end here.
-    if (!related.getClassName().isNull())
-        handler.deliver(related);
-    handler.complete();
-    log_message(4,
-                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "associatorNames\n");
+    _answer(request, "associatorNames", handler, [&]() {
+        CIMObjectPath related = _getRelatedInstanceName(request.objectName);
+        // An object of another class has no far end here.
+        if (!related.getClassName().isNull())
+            handler.deliver(related);
+    });
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::_references(const AssociationRequest& request,
                                                                   ObjectResponseHandler& handler)
 {
-    log_message(4,
-                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "references\n\t objectName = %s \n ",
-                (const char*)request.objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_answeredEmpty(_invalidParms(request.objectName, request.role, String(),
-                                     request.resultClass, "references"),
-                       "references", request.resultClass, handler))
-        return;
-    handler.deliver(CIMObject(_buildAssociationInstance(
-        request.includeQualifiers, request.includeClassOrigin, request.propertyList)));
-    handler.complete();
-    log_message(4,
-                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "references\n");
+    _answer(request, "references", handler, [&]() {
+        handler.deliver(CIMObject(_buildAssociationInstance(
+            request.includeQualifiers, request.includeClassOrigin, request.propertyList)));
+    });
 }
 
 void ZAR_SystemControllerMaskingCapabilitiesProvider::_referenceNames(
     const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
-    log_message(4,
-                "-->ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "referenceNames\n\t objectName = %s \n ",
-                (const char*)request.objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
-    if (_answeredEmpty(_invalidParms(request.objectName, request.role, String(),
-                                     request.resultClass, "referenceNames"),
-                       "referenceNames", request.resultClass, handler))
-        return;
-    handler.deliver(_assocInstanceName);
-    handler.complete();
-    log_message(4,
-                "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
-                "referenceNames\n");
+    _answer(request, "referenceNames", handler, [&]() { handler.deliver(_assocInstanceName); });
 }
 
 // ---------------------------------------------------------------------------

@@ -10,6 +10,8 @@
 #ifndef ZAR_SystemControllerMaskingCapProvider_h
 #define ZAR_SystemControllerMaskingCapProvider_h
 
+#include <functional>
+
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
@@ -47,6 +49,12 @@ protected:
                                  ObjectPathResponseHandler& handler);
 
 private:
+    // The frame of the four association operations: the entry trace, the
+    // user's check, an empty answer when the parameters cannot name this
+    // association, then deliver() and the exit trace.
+    void _answer(const AssociationRequest& request, const char* operation, ResponseHandler& handler,
+                 const std::function<void()>& deliver);
+
     // The instance operations' builder: the association instance.
     virtual CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
                                        const CIMPropertyList& propertyList);
