@@ -207,7 +207,7 @@ String ZAR_Common::getSystemAddress(CIMOMHandle& handle)
 
 CIMObjectPath ZAR_Common::getSystemObjectPath(CIMOMHandle& handle)
 {
-    static const SystemPathQuery q = {"ZAR_StorageSystem", "getSystemObjectPath",
+    static const SystemPathQuery q = {ZAR_STORAGE_SYSTEM, "getSystemObjectPath",
                                       "cannot get at system object path\n", true, false};
     return _findSystemPath(handle, q);
 }

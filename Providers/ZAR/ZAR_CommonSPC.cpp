@@ -11,9 +11,6 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace {
 
-const char SCSI_CONTROLLER[] = "ZAR_SCSIController";
-const char ISCSI_CONTROLLER[] = "ZAR_iSCSIController";
-
 const char OTHER_NAME_FORMAT[] =
     "Name (and DeviceID) is constructed in the following format:\n"
     " MS:<port LPID>:<host id>  for matched set vlun\n"
@@ -71,9 +68,9 @@ void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /
                                    Uint32* more, Uint32 chunk)
 {
     port_type_t wantedType;
-    if (className.equal(CIMName(SCSI_CONTROLLER)))
+    if (className.equal(CIMName(ZAR_SCSI_CONTROLLER)))
         wantedType = PORT_TYPE_FC;
-    else if (className.equal(CIMName(ISCSI_CONTROLLER)))
+    else if (className.equal(CIMName(ZAR_ISCSI_CONTROLLER)))
         wantedType = PORT_TYPE_ISCSI;
     else
         return;
@@ -155,13 +152,13 @@ void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /
             }
             if (pathsOnly) {
                 CIMInstance named(className);
-                named.setPath(buildSPCObjectPath(String("ZAR_StorageSystem"), host, systemName,
+                named.setPath(buildSPCObjectPath(String(ZAR_STORAGE_SYSTEM), host, systemName,
                                                  _field(record->deviceID, sizeof(record->deviceID)),
                                                  className));
                 instances.append(named);
             } else {
                 instances.append(
-                    buildSPCInstance(String("ZAR_StorageSystem"), cls, record, systemName, host));
+                    buildSPCInstance(String(ZAR_STORAGE_SYSTEM), cls, record, systemName, host));
             }
             appended++;
         }
@@ -187,7 +184,7 @@ CIMInstance ZAR_Common::buildSPCInstance(String systemCreationClassName, CIMClas
 
     String name;
     Uint16 nameFormat = 0;
-    if (className.equal(CIMName(SCSI_CONTROLLER))) {
+    if (className.equal(CIMName(ZAR_SCSI_CONTROLLER))) {
         nameFormat = 2;
         if (!portPresent) {
             name = _field(record->hostwwn, sizeof(record->hostwwn));
@@ -195,7 +192,7 @@ CIMInstance ZAR_Common::buildSPCInstance(String systemCreationClassName, CIMClas
                 name = _firstPathName(hostName, PORT_TYPE_FC);
         } else
             name = _field(record->portwwn, sizeof(record->portwwn));
-    } else if (className.equal(CIMName(ISCSI_CONTROLLER))) {
+    } else if (className.equal(CIMName(ZAR_ISCSI_CONTROLLER))) {
         nameFormat = 3;
         if (!portPresent) {
             name = _field(record->hostiscsiname, sizeof(record->hostiscsiname));

@@ -22,7 +22,6 @@ namespace {
 
 const int VIEW = 0;
 const int VOLUME = 1;
-const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
 
 std::string _volumeKey(const vlun& r)
 {
@@ -36,7 +35,7 @@ ZAR_ControllerForUnitProvider::ZAR_ControllerForUnitProvider(port_type_t type)
           String(type == PORT_TYPE_FC ? "ZAR_ControllerForUnitProvider"
                                       : "ZAR_iSCSIControllerForUnitProvider"),
           type == PORT_TYPE_FC ? "ZAR_ControllerForUnit" : "ZAR_iSCSIControllerForUnit",
-          "Antecedent", "Dependent", _viewClassOf(type), "ZAR_StorageVolume"),
+          "Antecedent", "Dependent", _viewClassOf(type), ZAR_STORAGE_VOLUME),
       _type(type)
 {
 }
@@ -135,7 +134,7 @@ CIMInstance ZAR_ControllerForUnitProvider::_endInstance(const OperationContext& 
 
     // An export record carries its view's fields as well.
     vlun record = *pair.record;
-    return ZAR_Common::buildSPCInstance(String(SYSTEM_CLASS), cls, &record, systemName, host);
+    return ZAR_Common::buildSPCInstance(String(ZAR_STORAGE_SYSTEM), cls, &record, systemName, host);
 }
 
 void ZAR_ControllerForUnitProvider::_fillAssociation(CIMInstance& instance, const Pair& pair)

@@ -16,15 +16,13 @@ namespace {
 
 const int SYSTEM = 0;
 const int ENDPOINT = 1;
-const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
-const char FC_ENDPOINT[] = "ZAR_SCSIProtocolFCEndpoint";
-const char ISCSI_ENDPOINT[] = "ZAR_iSCSIProtocolEndpoint";
 
 }  // namespace
 
 ZAR_HostedAccessPointProvider::ZAR_HostedAccessPointProvider()
     : ZAR_AssociationProviderBase(String("ZAR_HostedAccessPointProvider"), "ZAR_HostedAccessPoint",
-                                  "Antecedent", "Dependent", SYSTEM_CLASS, "CIM_ServiceAccessPoint")
+                                  "Antecedent", "Dependent", ZAR_STORAGE_SYSTEM,
+                                  "CIM_ServiceAccessPoint")
 {
 }
 
@@ -34,9 +32,9 @@ int ZAR_HostedAccessPointProvider::_sideOf(const CIMObjectPath& path)
 {
     String creation = ZAR_Common::getStringProperty(path, "CreationClassName");
     CIMName cls = creation.size() != 0 ? CIMName(creation) : path.getClassName();
-    if (cls.equal(CIMName(SYSTEM_CLASS)))
+    if (cls.equal(CIMName(ZAR_STORAGE_SYSTEM)))
         return SYSTEM;
-    if (cls.equal(CIMName(FC_ENDPOINT)) || cls.equal(CIMName(ISCSI_ENDPOINT)))
+    if (cls.equal(CIMName(ZAR_FC_ENDPOINT)) || cls.equal(CIMName(ZAR_ISCSI_ENDPOINT)))
         return ENDPOINT;
     return -1;
 }
@@ -50,13 +48,13 @@ void ZAR_HostedAccessPointProvider::_forEachPair(const OperationContext& /* cont
     pair.record = 0;
     pair.port = 0;
     pair.ends[SYSTEM] = ZAR_StorageSystemProvider::buildObjectPath(host, systemName);
-    if (side == SYSTEM &&
-        !ZAR_Common::matchObjectPath(_asClass(from, CIMName(SYSTEM_CLASS)), pair.ends[SYSTEM])) {
+    if (side == SYSTEM && !ZAR_Common::matchObjectPath(_asClass(from, CIMName(ZAR_STORAGE_SYSTEM)),
+                                                       pair.ends[SYSTEM])) {
         return;
     }
     const port_type_t types[] = {PORT_TYPE_FC, PORT_TYPE_ISCSI};
     for (port_type_t type : types) {
-        CIMName cls(type == PORT_TYPE_FC ? FC_ENDPOINT : ISCSI_ENDPOINT);
+        CIMName cls(type == PORT_TYPE_FC ? ZAR_FC_ENDPOINT : ZAR_ISCSI_ENDPOINT);
         if (side == ENDPOINT &&
             !String::equalNoCase(cls.getString(),
                                  ZAR_Common::getStringProperty(from, "CreationClassName"))) {

@@ -13,9 +13,6 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace {
 
-const char FC_ENDPOINT[] = "ZAR_SCSIProtocolFCEndpoint";
-const char ISCSI_ENDPOINT[] = "ZAR_iSCSIProtocolEndpoint";
-
 // Connection types of a SCSI protocol endpoint.
 const Uint16 CONNECTION_FC = 2;
 const Uint16 CONNECTION_ISCSI = 7;
@@ -43,9 +40,9 @@ String ZAR_ProtocolEndpointBase::endpointName(const ZAR_PortRecord& port)
 CIMObjectPath ZAR_ProtocolEndpointBase::endpointPath(const ZAR_PortRecord& port, const String& host,
                                                      const String& systemName)
 {
-    const char* cls = port.type == PORT_TYPE_FC ? FC_ENDPOINT : ISCSI_ENDPOINT;
+    const char* cls = port.type == PORT_TYPE_FC ? ZAR_FC_ENDPOINT : ZAR_ISCSI_ENDPOINT;
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String("ZAR_StorageSystem"),
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(ZAR_STORAGE_SYSTEM),
                               CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(cls), CIMKeyBinding::STRING));
@@ -61,10 +58,10 @@ CIMInstance ZAR_ProtocolEndpointBase::endpointInstance(CIMClass& cls, const ZAR_
     operationalStatus.append(ZAR_Common::getPortOperationalStatus(port.status));
 
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
-    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String("ZAR_StorageSystem"));
+    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String(ZAR_STORAGE_SYSTEM));
     ZAR_Common::setPropertyValue(instance, "SystemName", systemName);
     ZAR_Common::setPropertyValue(instance, "CreationClassName",
-                                 String(fc ? FC_ENDPOINT : ISCSI_ENDPOINT));
+                                 String(fc ? ZAR_FC_ENDPOINT : ZAR_ISCSI_ENDPOINT));
     ZAR_Common::setPropertyValue(instance, "Name", endpointName(port));
     ZAR_Common::setPropertyValue(instance, "ElementName", port.elementName);
     ZAR_Common::setPropertyValue(instance, "NameFormat", String(fc ? "WWN" : "iSCSI target name"));

@@ -20,7 +20,6 @@ namespace {
 
 const int ENDPOINT = 0;
 const int VIEW = 1;
-const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
 
 }  // namespace
 
@@ -30,8 +29,7 @@ ZAR_SAPAvailableForElementProvider::ZAR_SAPAvailableForElementProvider(port_type
                                       : "ZAR_iSCSISAPAvailableForElementProvider"),
           type == PORT_TYPE_FC ? "ZAR_SAPAvailableForElement" : "ZAR_iSCSISAPAvailableForElement",
           "AvailableSAP", "ManagedElement",
-          type == PORT_TYPE_FC ? "ZAR_SCSIProtocolFCEndpoint" : "ZAR_iSCSIProtocolEndpoint",
-          _viewClassOf(type)),
+          type == PORT_TYPE_FC ? ZAR_FC_ENDPOINT : ZAR_ISCSI_ENDPOINT, _viewClassOf(type)),
       _type(type)
 {
 }
@@ -118,7 +116,7 @@ CIMInstance ZAR_SAPAvailableForElementProvider::_endInstance(const OperationCont
         return ZAR_ProtocolEndpointBase::endpointInstance(cls, *pair.port, host, systemName);
     }
     vlun record = *pair.record;
-    return ZAR_Common::buildSPCInstance(String(SYSTEM_CLASS), cls, &record, systemName, host);
+    return ZAR_Common::buildSPCInstance(String(ZAR_STORAGE_SYSTEM), cls, &record, systemName, host);
 }
 
 PEGASUS_NAMESPACE_END

@@ -8,8 +8,8 @@
 PEGASUS_NAMESPACE_BEGIN
 
 ZAR_SCSIProtocolFCEndpointProvider::ZAR_SCSIProtocolFCEndpointProvider()
-    : ZAR_ProtocolEndpointBase(String("ZAR_SCSIProtocolFCEndpointProvider"),
-                               "ZAR_SCSIProtocolFCEndpoint", PORT_TYPE_FC)
+    : ZAR_ProtocolEndpointBase(String("ZAR_SCSIProtocolFCEndpointProvider"), ZAR_FC_ENDPOINT,
+                               PORT_TYPE_FC)
 {
 }
 

@@ -19,7 +19,7 @@ static const String ClassName = "ZAR_StorageSystemProvider";
 
 namespace {
 
-const char* const _CLASS = "ZAR_StorageSystem";
+const char* const _CLASS = ZAR_STORAGE_SYSTEM;
 
 String _field(const char* text, size_t size)
 {

@@ -17,7 +17,6 @@ static const String ClassName = "ZAR_StorageVolumeProvider";
 
 namespace {
 
-const char VOLUME_CLASS[] = "ZAR_StorageVolume";
 const Uint32 VOLUME_CHUNK = 200;
 const Uint64 BLOCK_SIZE = 512;
 
@@ -32,13 +31,13 @@ CIMObjectPath ZAR_StorageVolumeProvider::buildObjectPath(const String& host,
                                                          const String& wwn)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String("ZAR_StorageSystem"),
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(ZAR_STORAGE_SYSTEM),
                               CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
-    keys.append(
-        CIMKeyBinding(CIMName("CreationClassName"), String(VOLUME_CLASS), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(ZAR_STORAGE_VOLUME),
+                              CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("DeviceID"), wwn, CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), CIMName(VOLUME_CLASS), keys);
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_STORAGE_VOLUME), keys);
 }
 
 CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls, const api_vv_t& volume,
@@ -61,9 +60,9 @@ CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls, const api_vv
     Uint64 blocks = (Uint64)volume.sizeMiB * (1024 * 1024 / BLOCK_SIZE);
 
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
-    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String("ZAR_StorageSystem"));
+    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String(ZAR_STORAGE_SYSTEM));
     ZAR_Common::setPropertyValue(instance, "SystemName", systemName);
-    ZAR_Common::setPropertyValue(instance, "CreationClassName", String(VOLUME_CLASS));
+    ZAR_Common::setPropertyValue(instance, "CreationClassName", String(ZAR_STORAGE_VOLUME));
     ZAR_Common::setPropertyValue(instance, "DeviceID", wwn);
     ZAR_Common::setPropertyValue(instance, "ElementName", elementName);
     ZAR_Common::setPropertyValue(instance, "Name", wwn);
@@ -102,10 +101,10 @@ void ZAR_StorageVolumeProvider::_getInstance(const ReadRequest& request,
                         (const char*)request.path.toString().getCString());
             throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
         }
-        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), request.includeQualifiers,
+        CIMClass cls = _storedClass(CIMName(ZAR_STORAGE_VOLUME), request.includeQualifiers,
                                     request.includeClassOrigin, request.propertyList);
         CIMInstance instance = buildInstance(cls, volume, host, systemName);
-        if (!ZAR_Common::matchObjectPath(_asClass(request.path, CIMName(VOLUME_CLASS)),
+        if (!ZAR_Common::matchObjectPath(_asClass(request.path, CIMName(ZAR_STORAGE_VOLUME)),
                                          instance.getPath())) {
             log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
                         (const char*)request.path.toString().getCString());
@@ -123,7 +122,7 @@ void ZAR_StorageVolumeProvider::_enumerateInstances(const ReadRequest& request,
     _traced(request.context, "enumerateInstances", [&]() {
         String systemName, host;
         _identity(systemName, host, "enumerateInstances");
-        CIMClass cls = _storedClass(CIMName(VOLUME_CLASS), request.includeQualifiers,
+        CIMClass cls = _storedClass(CIMName(ZAR_STORAGE_VOLUME), request.includeQualifiers,
                                     request.includeClassOrigin, request.propertyList);
 
         handler.processing();

@@ -22,16 +22,12 @@ namespace {
 const int SYSTEM = 0;
 const int DEVICE = 1;
 const Uint32 CHUNK = 200;
-const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
-const char VOLUME_CLASS[] = "ZAR_StorageVolume";
-const char FC_VIEW[] = "ZAR_SCSIController";
-const char ISCSI_VIEW[] = "ZAR_iSCSIController";
 
 }  // namespace
 
 ZAR_SystemDeviceProvider::ZAR_SystemDeviceProvider()
     : ZAR_AssociationProviderBase(String("ZAR_SystemDeviceProvider"), "ZAR_SystemDevice",
-                                  "GroupComponent", "PartComponent", SYSTEM_CLASS,
+                                  "GroupComponent", "PartComponent", ZAR_STORAGE_SYSTEM,
                                   "CIM_LogicalDevice")
 {
 }
@@ -42,10 +38,10 @@ int ZAR_SystemDeviceProvider::_sideOf(const CIMObjectPath& path)
 {
     String creation = ZAR_Common::getStringProperty(path, "CreationClassName");
     CIMName cls = creation.size() != 0 ? CIMName(creation) : path.getClassName();
-    if (cls.equal(CIMName(SYSTEM_CLASS)))
+    if (cls.equal(CIMName(ZAR_STORAGE_SYSTEM)))
         return SYSTEM;
-    if (cls.equal(CIMName(VOLUME_CLASS)) || cls.equal(CIMName(FC_VIEW)) ||
-        cls.equal(CIMName(ISCSI_VIEW))) {
+    if (cls.equal(CIMName(ZAR_STORAGE_VOLUME)) || cls.equal(CIMName(ZAR_SCSI_CONTROLLER)) ||
+        cls.equal(CIMName(ZAR_ISCSI_CONTROLLER))) {
         return DEVICE;
     }
     return -1;
@@ -62,7 +58,7 @@ void ZAR_SystemDeviceProvider::_forEachPair(const OperationContext& /* context *
     CIMObjectPath wanted;
     CIMName deviceClass;
     if (side == SYSTEM) {
-        if (!ZAR_Common::matchObjectPath(_asClass(from, CIMName(SYSTEM_CLASS)),
+        if (!ZAR_Common::matchObjectPath(_asClass(from, CIMName(ZAR_STORAGE_SYSTEM)),
                                          pair.ends[SYSTEM])) {
             return;
         }
@@ -74,7 +70,7 @@ void ZAR_SystemDeviceProvider::_forEachPair(const OperationContext& /* context *
     api_status_t status;
 
     // Volumes, in chunks.
-    if (side != DEVICE || deviceClass.equal(CIMName(VOLUME_CLASS))) {
+    if (side != DEVICE || deviceClass.equal(CIMName(ZAR_STORAGE_VOLUME))) {
         zar_u64 cursor = 0;
         do {
             std::vector<api_vv_t> volumes;
@@ -93,7 +89,7 @@ void ZAR_SystemDeviceProvider::_forEachPair(const OperationContext& /* context *
             }
         } while (cursor != 0);
     }
-    if (side == DEVICE && deviceClass.equal(CIMName(VOLUME_CLASS)))
+    if (side == DEVICE && deviceClass.equal(CIMName(ZAR_STORAGE_VOLUME)))
         return;
 
     // Views of both protocols, in chunks; from a view, narrowed to it.
@@ -126,7 +122,8 @@ CIMInstance ZAR_SystemDeviceProvider::_endInstance(const OperationContext& /* co
     }
     if (pair.record != 0) {
         vlun record = *pair.record;
-        return ZAR_Common::buildSPCInstance(String(SYSTEM_CLASS), cls, &record, systemName, host);
+        return ZAR_Common::buildSPCInstance(String(ZAR_STORAGE_SYSTEM), cls, &record, systemName,
+                                            host);
     }
     api_vv_t volume;
     api_status_t status;

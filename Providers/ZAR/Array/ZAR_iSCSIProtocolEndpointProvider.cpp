@@ -8,8 +8,8 @@
 PEGASUS_NAMESPACE_BEGIN
 
 ZAR_iSCSIProtocolEndpointProvider::ZAR_iSCSIProtocolEndpointProvider()
-    : ZAR_ProtocolEndpointBase(String("ZAR_iSCSIProtocolEndpointProvider"),
-                               "ZAR_iSCSIProtocolEndpoint", PORT_TYPE_ISCSI)
+    : ZAR_ProtocolEndpointBase(String("ZAR_iSCSIProtocolEndpointProvider"), ZAR_ISCSI_ENDPOINT,
+                               PORT_TYPE_ISCSI)
 {
 }
 

@@ -19,9 +19,6 @@ namespace {
 
 const char ASSOC_CLASS[] = "ZAR_ConfigServicesForSCSIController";
 const char CIM_ASSOC_CLASS[] = "CIM_ConcreteDependency";
-const char SERVICE_CLASS[] = "ZAR_ControllerConfigurationService";
-const char CIM_SERVICE_CLASS[] = "CIM_ControllerConfigurationService";
-const char VIEW_CLASS[] = "ZAR_SCSIController";
 
 Boolean _isRole(const String& role)
 {
@@ -57,7 +54,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::initialize(CIMOMHandle& cimom)
     log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::initialize(cimom)\n");
     _open(cimom, 4);
     Array<CIMObjectPath> services = _cimom.enumerateInstanceNames(
-        OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(SERVICE_CLASS));
+        OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_CONFIG_SERVICE));
     if (services.size() != 0)
         _ccsPath = services[0];
     _systemAddr = ZAR_Common::getSystemHostName(_cimom);
@@ -68,10 +65,10 @@ Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_getRelatedIns
     const CIMObjectPath& objectName, const OperationContext& context)
 {
     Array<CIMObjectPath> related;
-    if (ZAR_Common::isClass(objectName.getClassName(), SERVICE_CLASS)) {
+    if (ZAR_Common::isClass(objectName.getClassName(), ZAR_CONFIG_SERVICE)) {
         related = _cimom.enumerateInstanceNames(context, CIMNamespaceName(ZAR_NAMESPACE),
-                                                CIMName(VIEW_CLASS));
-    } else if (ZAR_Common::isClass(objectName.getClassName(), VIEW_CLASS))
+                                                CIMName(ZAR_SCSI_CONTROLLER));
+    } else if (ZAR_Common::isClass(objectName.getClassName(), ZAR_SCSI_CONTROLLER))
         related.append(_ccsPath);
     return related;
 }
@@ -81,10 +78,10 @@ Array<CIMInstance> ZAR_ConfigServicesForSCSIControllerProvider::_getRelatedInsta
     Boolean includeClassOrigin, const CIMPropertyList& propertyList)
 {
     const char* farClass = 0;
-    if (ZAR_Common::isClass(objectName.getClassName(), SERVICE_CLASS))
-        farClass = VIEW_CLASS;
-    else if (ZAR_Common::isClass(objectName.getClassName(), VIEW_CLASS))
-        farClass = SERVICE_CLASS;
+    if (ZAR_Common::isClass(objectName.getClassName(), ZAR_CONFIG_SERVICE))
+        farClass = ZAR_SCSI_CONTROLLER;
+    else if (ZAR_Common::isClass(objectName.getClassName(), ZAR_SCSI_CONTROLLER))
+        farClass = ZAR_CONFIG_SERVICE;
     if (farClass == 0)
         return Array<CIMInstance>();
     return _cimom.enumerateInstances(context, CIMNamespaceName(ZAR_NAMESPACE), CIMName(farClass),
@@ -100,13 +97,13 @@ Array<CIMObjectPath> ZAR_ConfigServicesForSCSIControllerProvider::_buildAssociat
                 "_buildAssociationInstanceNames\n\t objectName = %s \n",
                 _text(objectName).c_str());
     Array<CIMObjectPath> paths;
-    if (ZAR_Common::isClass(objectName.getClassName(), SERVICE_CLASS)) {
+    if (ZAR_Common::isClass(objectName.getClassName(), ZAR_CONFIG_SERVICE)) {
         Array<CIMObjectPath> views = _getRelatedInstanceNames(objectName, context);
         for (Uint32 i = 0; i < views.size(); i++) {
             paths.append(ZAR_Common::buildDepAssocPath(_systemAddr, CIMName(ASSOC_CLASS), _ccsPath,
                                                        views[i]));
         }
-    } else if (ZAR_Common::isClass(objectName.getClassName(), VIEW_CLASS)) {
+    } else if (ZAR_Common::isClass(objectName.getClassName(), ZAR_SCSI_CONTROLLER)) {
         paths.append(
             ZAR_Common::buildDepAssocPath(_systemAddr, CIMName(ASSOC_CLASS), _ccsPath, objectName));
     }
@@ -175,14 +172,11 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_invalidParms(const CIMObje
 
     if (!resultClass.isNull() && (String::equalNoCase(operation, "associators") ||
                                   String::equalNoCase(operation, "associatorNames"))) {
-        static const char* const accepted[] = {SERVICE_CLASS,
-                                               CIM_SERVICE_CLASS,
-                                               VIEW_CLASS,
-                                               "CIM_ProtocolController",
-                                               "CIM_SCSIProtocolController",
-                                               0};
-        static const char* const serviceSide[] = {SERVICE_CLASS, CIM_SERVICE_CLASS, 0};
-        static const char* const viewSide[] = {VIEW_CLASS, "CIM_ProtocolController",
+        static const char* const accepted[] = {
+            ZAR_CONFIG_SERVICE,       CIM_CONFIG_SERVICE,           ZAR_SCSI_CONTROLLER,
+            "CIM_ProtocolController", "CIM_SCSIProtocolController", 0};
+        static const char* const serviceSide[] = {ZAR_CONFIG_SERVICE, CIM_CONFIG_SERVICE, 0};
+        static const char* const viewSide[] = {ZAR_SCSI_CONTROLLER, "CIM_ProtocolController",
                                                "CIM_SCSIProtocolController", 0};
         const CIMName& source = objectName.getClassName();
         if (!ZAR_Common::isOneOf(resultClass, accepted))

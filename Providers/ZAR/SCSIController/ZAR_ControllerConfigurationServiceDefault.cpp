@@ -77,7 +77,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
 
         // A failure here reaches the client before anything is changed.
         Array<CIMObjectPath> endpoints = _cimom.enumerateInstanceNames(
-            context, CIMNamespaceName(ZAR_NAMESPACE), CIMName("ZAR_iSCSIProtocolEndpoint"));
+            context, CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_ISCSI_ENDPOINT));
         Boolean end = false;
         for (Uint32 t = 0; t < p.targetPortIDs.size() && !end; t++) {
             String& id = p.targetPortIDs[t];
@@ -141,7 +141,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 if (!isFC) {
                     found =
                         _viewsOfEndpoint(_cimom, context, endpoint,
-                                         "ZAR_iSCSISAPAvailableForElement", "ZAR_iSCSIController");
+                                         "ZAR_iSCSISAPAvailableForElement", ZAR_ISCSI_CONTROLLER);
                 } else {
                     ZAR_FCPortList ports;
                     ports.count = -1;
@@ -150,10 +150,10 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                         if (semaphore.held())
                             ports.count = api_getFCPorts(wwn, 1, 0, &ports.list);
                     }
-                    CIMObjectPath fcEndpoint = ZAR_Common::buildFCEndpointPath(
-                        "ZAR_SCSIProtocolFCEndpoint", _systemName, id);
+                    CIMObjectPath fcEndpoint =
+                        ZAR_Common::buildFCEndpointPath(ZAR_FC_ENDPOINT, _systemName, id);
                     found = _viewsOfEndpoint(_cimom, context, fcEndpoint,
-                                             "ZAR_SAPAvailableForElement", "ZAR_SCSIController");
+                                             "ZAR_SAPAvailableForElement", ZAR_SCSI_CONTROLLER);
                 }
                 for (Uint32 v = 0; v < found.size(); v++) {
                     String text = found[v].toString();
@@ -238,7 +238,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
             String name = ZAR_Common::getStringProperty(view, "Name");
             Uint16 port = API_PORT_NONE;
             port_type_t portType = PORT_TYPE_UNKNOWN;
-            if (viewClass.equal(CIMName("ZAR_SCSIController"))) {
+            if (viewClass.equal(CIMName(ZAR_SCSI_CONTROLLER))) {
                 portType = PORT_TYPE_FC;
                 Uint64 high = 0, wwn = API_WWN_NONE;
                 if (wwnToInt(name, high, wwn) && name.size() == 16) {
@@ -246,7 +246,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
                     if (port == API_PORT_NONE && wwn != API_WWN_NONE)
                         port = lpidFromWWNBits(wwn);
                 }
-            } else if (viewClass.equal(CIMName("ZAR_iSCSIController"))) {
+            } else if (viewClass.equal(CIMName(ZAR_ISCSI_CONTROLLER))) {
                 portType = PORT_TYPE_ISCSI;
                 String iscsiName = ZAR_Common::extractISCSIName(name);
                 port = ZAR_Common::getPortLPID(iscsiName);

@@ -113,7 +113,7 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
                                        CIMName(String::equal(creationClass, ZAR_SCSI_CONTROLLER)
                                                    ? "ZAR_ControllerForUnit"
                                                    : "ZAR_iSCSIControllerForUnit"),
-                                       CIMName("ZAR_StorageVolume"), "Antecedent", "Dependent");
+                                       CIMName(ZAR_STORAGE_VOLUME), "Antecedent", "Dependent");
             Array<String> wwns;
             for (Uint32 v = 0; v < volumes.size(); v++)
                 wwns.append(ZAR_Common::getStringProperty(volumes[v], "DeviceID"));

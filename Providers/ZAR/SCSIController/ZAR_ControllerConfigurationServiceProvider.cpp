@@ -16,14 +16,10 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-static const String ClassName = "ZAR_ControllerConfigurationService";
+static const String ClassName = ZAR_CONFIG_SERVICE;
 
 namespace {
 
-const char SERVICE_CLASS[] = "ZAR_ControllerConfigurationService";
-const char CIM_SERVICE_CLASS[] = "CIM_ControllerConfigurationService";
-const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
-const char VENDOR[] = "KESTREL";
 const Uint32 MAX_HOST_NAME = 31;
 
 typedef void (ZAR_ControllerConfigurationServiceProvider::*Handler)(api_evtparam_t*,
@@ -44,16 +40,16 @@ const ZAR_SingleInstanceProviderBase::Traces TRACES = {
 
 ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider()
     : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider",
-                                     SERVICE_CLASS, CIM_SERVICE_CLASS, 4, " Expect four keys.",
-                                     TRACES, _instanceName)
+                                     ZAR_CONFIG_SERVICE, CIM_CONFIG_SERVICE, 4,
+                                     " Expect four keys.", TRACES, _instanceName)
 {
 }
 
 ZAR_ControllerConfigurationServiceProvider::ZAR_ControllerConfigurationServiceProvider(
     const CIMObjectPath&)
     : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ControllerConfigurationServiceProvider",
-                                     SERVICE_CLASS, CIM_SERVICE_CLASS, 4, " Expect four keys.",
-                                     TRACES, _instanceName)
+                                     ZAR_CONFIG_SERVICE, CIM_CONFIG_SERVICE, 4,
+                                     " Expect four keys.", TRACES, _instanceName)
 {
     throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
@@ -75,16 +71,16 @@ void ZAR_ControllerConfigurationServiceProvider::_buildInstanceName()
     log_message(4,
                 "--> ZAR_ControllerConfigurationServiceProvider::"
                 "_buildInstanceName()\n");
-    _name = String(VENDOR) + "_ControllerConfigurationService";
+    _name = String(ZAR_VENDOR) + "_ControllerConfigurationService";
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(SYSTEM_CLASS),
+    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(ZAR_STORAGE_SYSTEM),
                               CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("SystemName"), _systemName, CIMKeyBinding::STRING));
-    keys.append(
-        CIMKeyBinding(CIMName("CreationClassName"), String(SERVICE_CLASS), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(ZAR_CONFIG_SERVICE),
+                              CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("Name"), _name, CIMKeyBinding::STRING));
     _instanceName = CIMObjectPath(_systemAddress, CIMNamespaceName(ZAR_NAMESPACE),
-                                  CIMName(SERVICE_CLASS), keys);
+                                  CIMName(ZAR_CONFIG_SERVICE), keys);
     log_message(4,
                 "<-- ZAR_ControllerConfigurationServiceProvider::"
                 "_buildInstanceName()\n");
@@ -111,12 +107,12 @@ CIMInstance ZAR_ControllerConfigurationServiceProvider::_buildInstance(
     owner[sizeof(owner) - 1] = '\0';
 
     CIMClass cls = ZAR_Common::getStoredCIMClass(
-        _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(SERVICE_CLASS), false,
-        includeQualifiers, includeClassOrigin, propertyList);
+        _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_CONFIG_SERVICE),
+        false, includeQualifiers, includeClassOrigin, propertyList);
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
-    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String(SYSTEM_CLASS));
+    ZAR_Common::setPropertyValue(instance, "SystemCreationClassName", String(ZAR_STORAGE_SYSTEM));
     ZAR_Common::setPropertyValue(instance, "SystemName", _systemName);
-    ZAR_Common::setPropertyValue(instance, "CreationClassName", String(SERVICE_CLASS));
+    ZAR_Common::setPropertyValue(instance, "CreationClassName", String(ZAR_CONFIG_SERVICE));
     ZAR_Common::setPropertyValue(instance, "Name", _name);
     ZAR_Common::setPropertyValue(instance, "PrimaryOwnerContact", String(contact));
     ZAR_Common::setPropertyValue(instance, "PrimaryOwnerName", String(owner));

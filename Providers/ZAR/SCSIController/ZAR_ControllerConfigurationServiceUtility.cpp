@@ -376,12 +376,12 @@ void appendUnique(Array<CIMObjectPath>& paths, const CIMObjectPath& path)
 Boolean viewKeysOfThisArray(const CIMObjectPath& view, const String& systemName)
 {
     CIMName cls = view.getClassName();
-    if (!cls.equal(CIMName("ZAR_SCSIController")) && !cls.equal(CIMName("ZAR_iSCSIController")))
+    if (!cls.equal(CIMName(ZAR_SCSI_CONTROLLER)) && !cls.equal(CIMName(ZAR_ISCSI_CONTROLLER)))
         return true;
     // Named as getInstance of the same path would find it: a view of
     // another system is not one of ours, whatever its DeviceID says.
     return String::equal(ZAR_Common::getStringProperty(view, "SystemCreationClassName"),
-                         "ZAR_StorageSystem") &&
+                         ZAR_STORAGE_SYSTEM) &&
            String::equal(ZAR_Common::getStringProperty(view, "SystemName"), systemName) &&
            String::equalNoCase(ZAR_Common::getStringProperty(view, "CreationClassName"),
                                cls.getString());

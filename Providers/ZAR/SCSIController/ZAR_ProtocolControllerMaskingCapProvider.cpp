@@ -9,13 +9,11 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-static const String ClassName = "ZAR_ProtocolControllerMaskingCapabilities";
+static const String ClassName = ZAR_MASKING_CAPABILITIES;
 
 namespace {
 
-const char CAP_CLASS[] = "ZAR_ProtocolControllerMaskingCapabilities";
 const char CIM_CAP_CLASS[] = "CIM_ProtocolControllerMaskingCapabilities";
-const char VENDOR[] = "KESTREL";
 
 const ZAR_SingleInstanceProviderBase::Traces TRACES = {
     "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::getInstance() \n",
@@ -31,16 +29,16 @@ const ZAR_SingleInstanceProviderBase::Traces TRACES = {
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
     ZAR_ProtocolControllerMaskingCapabilitiesProvider()
     : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider",
-                                     CAP_CLASS, CIM_CAP_CLASS, 1, " Expect only one key.", TRACES,
-                                     _instanceName)
+                                     ZAR_MASKING_CAPABILITIES, CIM_CAP_CLASS, 1,
+                                     " Expect only one key.", TRACES, _instanceName)
 {
 }
 
 ZAR_ProtocolControllerMaskingCapabilitiesProvider::
     ZAR_ProtocolControllerMaskingCapabilitiesProvider(const CIMObjectPath&)
     : ZAR_SingleInstanceProviderBase(ClassName, "ZAR_ProtocolControllerMaskingCapabilitiesProvider",
-                                     CAP_CLASS, CIM_CAP_CLASS, 1, " Expect only one key.", TRACES,
-                                     _instanceName)
+                                     ZAR_MASKING_CAPABILITIES, CIM_CAP_CLASS, 1,
+                                     " Expect only one key.", TRACES, _instanceName)
 {
     throw CIMNotSupportedException(ClassName + " does not support constructor with object path.");
 }
@@ -72,12 +70,12 @@ void ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstanceName()
     _systemName.clear();
     if (!name.isNull())
         name.get(_systemName);
-    _instanceID = String(VENDOR) + ":" + _systemName;
+    _instanceID = String(ZAR_VENDOR) + ":" + _systemName;
 
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName("InstanceID"), _instanceID, CIMKeyBinding::STRING));
-    _instanceName =
-        CIMObjectPath(_systemAddress, CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS), keys);
+    _instanceName = CIMObjectPath(_systemAddress, CIMNamespaceName(ZAR_NAMESPACE),
+                                  CIMName(ZAR_MASKING_CAPABILITIES), keys);
     log_message(4,
                 "<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "_buildInstanceName()\n");
@@ -89,9 +87,10 @@ CIMInstance ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance(
     log_message(4,
                 "--> ZAR_ProtocolControllerMaskingCapabilitiesProvider::"
                 "_buildInstance()\n");
-    CIMClass cls = ZAR_Common::getStoredCIMClass(
-        _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS), false,
-        includeQualifiers, includeClassOrigin, propertyList);
+    CIMClass cls =
+        ZAR_Common::getStoredCIMClass(_cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE),
+                                      CIMName(ZAR_MASKING_CAPABILITIES), false, includeQualifiers,
+                                      includeClassOrigin, propertyList);
     CIMInstance instance = ZAR_Common::buildInstanceSkeleton(cls);
 
     Array<Uint16> hardwareIdTypes;
@@ -106,7 +105,7 @@ CIMInstance ZAR_ProtocolControllerMaskingCapabilitiesProvider::_buildInstance(
         instance, "Description",
         String("Protocol Controller Masking Capabilities for ") + _systemName);
     ZAR_Common::setPropertyValue(instance, "ElementName",
-                                 String(VENDOR) + " Protocol Controller Masking Capabilities");
+                                 String(ZAR_VENDOR) + " Protocol Controller Masking Capabilities");
     ZAR_Common::setPropertyValue(instance, "InstanceID", _instanceID);
     ZAR_Common::setPropertyValue(instance, "ValidHardwareIdTypes", hardwareIdTypes);
     ZAR_Common::setPropertyValue(instance, "OtherValidHardwareIDTypes", otherHardwareIdTypes);

@@ -17,8 +17,6 @@ namespace {
 
 const char ASSOC_CLASS[] = "ZAR_SystemControllerMaskingCapabilities";
 const char CIM_ASSOC_CLASS[] = "CIM_ElementCapabilities";
-const char SYSTEM_CLASS[] = "ZAR_StorageSystem";
-const char CAP_CLASS[] = "ZAR_ProtocolControllerMaskingCapabilities";
 const char ROLE_ELEMENT[] = "ManagedElement";
 const char ROLE_CAPABILITIES[] = "Capabilities";
 
@@ -59,7 +57,7 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::_buildAssociationInstanceN
 {
     _systemObjectPath = ZAR_Common::getSystemObjectPath(_cimom);
     Array<CIMObjectPath> caps = _cimom.enumerateInstanceNames(
-        OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(CAP_CLASS));
+        OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_MASKING_CAPABILITIES));
     _protContMaskCapPath = caps[0];
 
     Array<CIMKeyBinding> keys;
@@ -104,9 +102,9 @@ CIMObjectPath ZAR_SystemControllerMaskingCapabilitiesProvider::_getRelatedInstan
                 "_getRelatedInstanceName\n\t objectName = %s \n",
                 (const char*)objectName.toString().getCString());
     CIMObjectPath result;
-    if (ZAR_Common::isClass(objectName.getClassName(), SYSTEM_CLASS))
+    if (ZAR_Common::isClass(objectName.getClassName(), ZAR_STORAGE_SYSTEM))
         result = _protContMaskCapPath;
-    else if (ZAR_Common::isClass(objectName.getClassName(), CAP_CLASS))
+    else if (ZAR_Common::isClass(objectName.getClassName(), ZAR_MASKING_CAPABILITIES))
         result = _systemObjectPath;
     log_message(4,
                 "<--ZAR_SystemControllerMaskingCapabilitiesProvider::"
@@ -143,8 +141,8 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
     String operation)
 {
     const CIMName& source = objectName.getClassName();
-    Boolean fromSystem = ZAR_Common::isClass(source, SYSTEM_CLASS);
-    Boolean fromCaps = ZAR_Common::isClass(source, CAP_CLASS);
+    Boolean fromSystem = ZAR_Common::isClass(source, ZAR_STORAGE_SYSTEM);
+    Boolean fromCaps = ZAR_Common::isClass(source, ZAR_MASKING_CAPABILITIES);
 
     if (role.size() != 0) {
         Boolean isElement = String::equalNoCase(role, ROLE_ELEMENT);
@@ -179,15 +177,19 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
     if ((String::equalNoCase(operation, "associators") ||
          String::equalNoCase(operation, "associatorNames")) &&
         !resultClass.isNull()) {
-        static const char* const accepted[] = {
-            SYSTEM_CLASS,       "CIM_ComputerSystem",
-            "CIM_System",       "CIM_ManagedElement",
-            CAP_CLASS,          "CIM_ProtocolControllerMaskingCapabilities",
-            "CIM_Capabilities", 0};
+        static const char* const accepted[] = {ZAR_STORAGE_SYSTEM,
+                                               "CIM_ComputerSystem",
+                                               "CIM_System",
+                                               "CIM_ManagedElement",
+                                               ZAR_MASKING_CAPABILITIES,
+                                               "CIM_ProtocolControllerMaskingCapabilities",
+                                               "CIM_Capabilities",
+                                               0};
         static const char* const systemSide[] = {"CIM_ComputerSystem", "CIM_System",
                                                  "CIM_ManagedElement", 0};
-        static const char* const capsSide[] = {
-            CAP_CLASS, "CIM_ProtocolControllerMaskingCapabilities", "CIM_Capabilities", 0};
+        static const char* const capsSide[] = {ZAR_MASKING_CAPABILITIES,
+                                               "CIM_ProtocolControllerMaskingCapabilities",
+                                               "CIM_Capabilities", 0};
         if (!ZAR_Common::isOneOf(resultClass, accepted))
             return true;
         if (!source.isNull() && resultClass.equal(source))
