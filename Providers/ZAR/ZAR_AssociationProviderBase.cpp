@@ -55,6 +55,15 @@ ZAR_AssociationProviderBase::ZAR_AssociationProviderBase(const String& providerN
     _roles[1] = role1;
     _endClasses[0] = CIMName(endClass0);
     _endClasses[1] = CIMName(endClass1);
+    _objectClasses[0].push_back(_endClasses[0]);
+    _objectClasses[1].push_back(_endClasses[1]);
+}
+
+void ZAR_AssociationProviderBase::_endHolds(int side, std::initializer_list<const char*> classes)
+{
+    _objectClasses[side].clear();
+    for (const char* name : classes)
+        _objectClasses[side].push_back(CIMName(name));
 }
 
 ZAR_AssociationProviderBase::~ZAR_AssociationProviderBase() {}
@@ -132,9 +141,12 @@ int ZAR_AssociationProviderBase::_sideOf(const CIMObjectPath& path)
 {
     String creation = ZAR_Common::getStringProperty(path, "CreationClassName");
     for (int side = 0; side < 2; side++) {
-        if (creation.size() != 0 ? String::equalNoCase(creation, _endClasses[side].getString())
-                                 : path.getClassName().equal(_endClasses[side])) {
-            return side;
+        for (size_t i = 0; i < _objectClasses[side].size(); i++) {
+            const CIMName& name = _objectClasses[side][i];
+            if (creation.size() != 0 ? String::equalNoCase(creation, name.getString())
+                                     : path.getClassName().equal(name)) {
+                return side;
+            }
         }
     }
     return -1;

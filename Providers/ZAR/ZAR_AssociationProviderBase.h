@@ -14,6 +14,8 @@
 #define ZAR_AssociationProviderBase_h
 
 #include <functional>
+#include <initializer_list>
+#include <vector>
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
@@ -89,10 +91,13 @@ protected:
     // classes of root/zar).
     Boolean _isA(const CIMName& name, const CIMName& wanted);
 
-    // The side (0 or 1) whose class an object path names, by its
-    // CreationClassName key or else its class; -1 for neither. A subclass
-    // whose end holds objects of several classes overrides it.
-    virtual int _sideOf(const CIMObjectPath& path);
+    // The side (0 or 1) whose objects' classes an object path names, by
+    // its CreationClassName key or else its class; -1 for neither.
+    int _sideOf(const CIMObjectPath& path);
+
+    // The classes of the objects at end `side`, when they are not all of
+    // the end's class itself.
+    void _endHolds(int side, std::initializer_list<const char*> classes);
 
     // Helpers of the subclasses that walk view records.
 
@@ -117,6 +122,7 @@ protected:
     CIMName _assocClass;
     String _roles[2];
     CIMName _endClasses[2];
+    std::vector<CIMName> _objectClasses[2];
 
 private:
     // Called for each far end: the pair, the far side, the system's name

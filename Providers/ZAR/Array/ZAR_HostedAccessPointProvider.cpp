@@ -24,20 +24,10 @@ ZAR_HostedAccessPointProvider::ZAR_HostedAccessPointProvider()
                                   "Antecedent", "Dependent", ZAR_STORAGE_SYSTEM,
                                   "CIM_ServiceAccessPoint")
 {
+    _endHolds(ENDPOINT, {ZAR_FC_ENDPOINT, ZAR_ISCSI_ENDPOINT});
 }
 
 ZAR_HostedAccessPointProvider::~ZAR_HostedAccessPointProvider() {}
-
-int ZAR_HostedAccessPointProvider::_sideOf(const CIMObjectPath& path)
-{
-    String creation = ZAR_Common::getStringProperty(path, "CreationClassName");
-    CIMName cls = creation.size() != 0 ? CIMName(creation) : path.getClassName();
-    if (cls.equal(CIMName(ZAR_STORAGE_SYSTEM)))
-        return SYSTEM;
-    if (cls.equal(CIMName(ZAR_FC_ENDPOINT)) || cls.equal(CIMName(ZAR_ISCSI_ENDPOINT)))
-        return ENDPOINT;
-    return -1;
-}
 
 void ZAR_HostedAccessPointProvider::_forEachPair(const OperationContext& /* context */, int side,
                                                  const CIMObjectPath& from,

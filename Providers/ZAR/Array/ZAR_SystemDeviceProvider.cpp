@@ -30,22 +30,10 @@ ZAR_SystemDeviceProvider::ZAR_SystemDeviceProvider()
                                   "GroupComponent", "PartComponent", ZAR_STORAGE_SYSTEM,
                                   "CIM_LogicalDevice")
 {
+    _endHolds(DEVICE, {ZAR_STORAGE_VOLUME, ZAR_SCSI_CONTROLLER, ZAR_ISCSI_CONTROLLER});
 }
 
 ZAR_SystemDeviceProvider::~ZAR_SystemDeviceProvider() {}
-
-int ZAR_SystemDeviceProvider::_sideOf(const CIMObjectPath& path)
-{
-    String creation = ZAR_Common::getStringProperty(path, "CreationClassName");
-    CIMName cls = creation.size() != 0 ? CIMName(creation) : path.getClassName();
-    if (cls.equal(CIMName(ZAR_STORAGE_SYSTEM)))
-        return SYSTEM;
-    if (cls.equal(CIMName(ZAR_STORAGE_VOLUME)) || cls.equal(CIMName(ZAR_SCSI_CONTROLLER)) ||
-        cls.equal(CIMName(ZAR_ISCSI_CONTROLLER))) {
-        return DEVICE;
-    }
-    return -1;
-}
 
 void ZAR_SystemDeviceProvider::_forEachPair(const OperationContext& /* context */, int side,
                                             const CIMObjectPath& from, const String& systemName,

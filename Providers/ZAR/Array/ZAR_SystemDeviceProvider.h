@@ -17,7 +17,6 @@ public:
     virtual ~ZAR_SystemDeviceProvider();
 
 protected:
-    virtual int _sideOf(const CIMObjectPath& path);
     virtual void _forEachPair(const OperationContext& context, int side, const CIMObjectPath& from,
                               const String& systemName, const String& host, const PairSink& sink);
     virtual CIMInstance _endInstance(const OperationContext& context, const Pair& pair, int side,
