@@ -115,6 +115,26 @@ int ZAR_ArrayRecords::readVolume(const String& name, api_vv_t* volume, api_statu
     return 0;
 }
 
+void ZAR_ArrayRecords::narrow(api_vlunsInfo_t& query, const String& hostName, Uint32 type,
+                              Uint16 port, Boolean emptyHostIsCriterion)
+{
+    if (hostName.size() != 0 || emptyHostIsCriterion) {
+        CString text = hostName.getCString();
+        size_t n = strnlen((const char*)text, sizeof(query.hostname) - 1);
+        memcpy(query.hostname, (const char*)text, n);
+        query.hostname[n] = '\0';
+        query.hostnameIsSet = 1;
+    }
+    if (type != 0) {
+        query.vluntype = type;
+        query.vluntypeIsSet = 1;
+    }
+    if (port != API_PORT_NONE) {
+        query.port = port;
+        query.portIsSet = 1;
+    }
+}
+
 int ZAR_ArrayRecords::readExports(const api_vlunsInfo_t& query, std::vector<vlun>& records,
                                   api_status_t* status)
 {

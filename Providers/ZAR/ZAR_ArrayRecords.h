@@ -55,6 +55,12 @@ public:
     static int readExports(const api_vlunsInfo_t& query, std::vector<vlun>& records,
                            api_status_t* status);
 
+    // Sets the criteria of a query: the host when hostName is not empty
+    // (or always, when emptyHostIsCriterion), the kind of view when type
+    // is not 0, the port when it is not API_PORT_NONE.
+    static void narrow(api_vlunsInfo_t& query, const String& hostName, Uint32 type, Uint16 port,
+                       Boolean emptyHostIsCriterion = false);
+
     // The next chunk of at most `chunk` view records matching `query`, one
     // per view; *more stays non-zero while views remain. The cursor must
     // have been set up with api_initSPCParamData. Returns 0 or the array

@@ -79,12 +79,7 @@ Boolean ZAR_AssociationProviderBase::_narrowToView(const String& deviceID, api_v
     ZAR_Common::deReferenceSPCDeviceID(id, type, hostName, port, false);
     if (type == 0)
         return false;
-    query.vluntype = type;
-    query.vluntypeIsSet = 1;
-    if (port != API_PORT_NONE) {
-        query.port = port;
-        query.portIsSet = 1;
-    }
+    ZAR_ArrayRecords::narrow(query, String(), type, port);
     return true;
 }
 

@@ -3,6 +3,7 @@
 // records, one chunk at a time.
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_Common.h"
+#include <ZAR_ArrayRecords.h>
 
 #include <stdio.h>
 #include <string.h>
@@ -93,19 +94,7 @@ void ZAR_Common::buildSPCInstances(CIMOMHandle& cimom, const OperationContext& /
         deReferenceSPCDeviceID(requestedID, vlunType, hostName, port, false);
         log_message(4, "vlunType = %d, host = %s\n", (int)vlunType,
                     (const char*)hostName.getCString());
-        if (hostName.size() != 0) {
-            CString text = hostName.getCString();
-            strncpy(query.hostname, (const char*)text, sizeof(query.hostname) - 1);
-            query.hostnameIsSet = 1;
-        }
-        if (vlunType != 0) {
-            query.vluntype = vlunType;
-            query.vluntypeIsSet = 1;
-        }
-        if (port != API_PORT_NONE) {
-            query.port = port;
-            query.portIsSet = 1;
-        }
+        ZAR_ArrayRecords::narrow(query, hostName, vlunType, port);
         narrowed = true;
     }
 

@@ -123,15 +123,8 @@ void ZAR_InternalCacheProvider::invokeMethod(const OperationContext& context,
         } else if (methodName.equal(CIMName("GetSystemAddress"))) {
             api_ipaddr_t addr;
             api_status_t status;
-            if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0) {
-                log_message(2,
-                            "ZAR_InternalCacheProvider::invokeMethod: "
-                            "api_getSystemDualIP failed, status = %d\n",
-                            status.code);
-                throw CIMOperationFailedException(
-                    ClassName +
-                    "::invokeMethod - Operation failed: " + ZAR_ArrayAccess::errorText(status));
-            }
+            if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0)
+                _fail("invokeMethod", "api_getSystemDualIP", status);
             String address = ZAR_ArrayAccess::ipv4Text(addr);
             if (address.size() == 0)
                 address = ZAR_ArrayAccess::ipv6Text(addr);

@@ -98,24 +98,12 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
     api_status_t status;
     api_ipaddr_t addr;
     if (ZAR_ArrayAccess::readSystemAddresses(&addr, &status) != 0) {
-        log_message(2,
-                    "ZAR_StorageSystemProvider::%s: api_getSystemDualIP "
-                    "failed, status = %d\n",
-                    operation, status.code);
-        throw CIMOperationFailedException(
-            ClassName + "::" + String(operation) +
-            " - Operation failed: " + ZAR_ArrayAccess::errorText(status));
+        _fail(operation, "api_getSystemDualIP", status);
     }
     String owner;
     String contact;
     if (ZAR_ArrayAccess::readOwnerAndContact(owner, contact, &status) != 0) {
-        log_message(2,
-                    "ZAR_StorageSystemProvider::%s: api_getOwnerName "
-                    "failed, status = %d\n",
-                    operation, status.code);
-        throw CIMOperationFailedException(
-            ClassName + "::" + String(operation) +
-            " - Operation failed: " + ZAR_ArrayAccess::errorText(status));
+        _fail(operation, "api_getOwnerName", status);
     }
 
     const String name = _field(info.name, sizeof(info.name));

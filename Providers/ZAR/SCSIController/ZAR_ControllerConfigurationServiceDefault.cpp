@@ -9,6 +9,7 @@
 
 #include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
+#include <ZAR_ArrayRecords.h>
 
 #include "ZAR_ControllerConfigurationServiceUtility.h"
 
@@ -258,10 +259,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
                 return;
             }
 
-            query->vluntype = API_VLUN_PORT_PRESENT;
-            query->vluntypeIsSet = 1;
-            query->port = port;
-            query->portIsSet = 1;
+            ZAR_ArrayRecords::narrow(*query, String(), API_VLUN_PORT_PRESENT, port);
             int rc = underSemaphore([&]() { return api_getSCSIProtocolControllers(query.get()); });
             if (rc != 0) {
                 log_message(2,

@@ -13,6 +13,7 @@
 
 #include <ZAR_ArrayOwners.h>
 #include <ZAR_Common.h>
+#include <ZAR_ArrayRecords.h>
 
 #include "ZAR_ControllerConfigurationServiceProvider.h"
 #include "ZAR_SCSIControllerProvider.h"
@@ -391,18 +392,7 @@ Boolean queryViewTemplates(api_vlunsInfo_t& query, const String& hostName, Uint3
                            Uint16 port, Boolean emptyHostIsCriterion)
 {
     memset(&query, 0, sizeof(query));
-    if (hostName.size() != 0 || emptyHostIsCriterion) {
-        copyText(query.hostname, hostName, sizeof(query.hostname) - 1);
-        query.hostnameIsSet = 1;
-    }
-    if (vlunType != 0) {
-        query.vluntype = vlunType;
-        query.vluntypeIsSet = 1;
-    }
-    if (port != API_PORT_NONE) {
-        query.port = port;
-        query.portIsSet = 1;
-    }
+    ZAR_ArrayRecords::narrow(query, hostName, vlunType, port, emptyHostIsCriterion);
     return underSemaphore([&]() { return api_getVLUNTemplates(&query); }) == 0;
 }
 
@@ -443,17 +433,10 @@ Array<CIMObjectPath> ZAR_ControllerConfigurationServiceProvider::_getAffectedSPC
 {
     Array<CIMObjectPath> paths;
     ZAR_VlunQuery query;
-    if (hostName.size() != 0) {
-        CCSUtil::copyText(query->hostname, hostName, sizeof(query->hostname) - 1);
-        query->hostnameIsSet = 1;
-    }
+    ZAR_ArrayRecords::narrow(*query, hostName, 0, portLPID);
     if (lun != CCSUtil::LUN_NOT_GIVEN) {
         query->lun = lun;
         query->lunIsSet = 1;
-    }
-    if (portLPID != API_PORT_NONE) {
-        query->port = portLPID;
-        query->portIsSet = 1;
     }
     // A failure leaves the list empty: the change itself has succeeded,
     // and the caller reports what it has.
