@@ -79,8 +79,10 @@ CIMInstance ZAR_ProtocolEndpointBase::endpointInstance(CIMClass& cls, const ZAR_
     return instance;
 }
 
-void ZAR_ProtocolEndpointBase::_readPorts(std::vector<ZAR_PortRecord>& ports, const char* operation)
+void ZAR_ProtocolEndpointBase::_readPorts(const char* operation, std::vector<ZAR_PortRecord>& ports,
+                                          String& systemName, String& host)
 {
+    _identity(systemName, host, operation);
     api_status_t status;
     if (ZAR_ArrayRecords::readPorts(_type, ports, &status) != 0) {
         _fail(operation, _type == PORT_TYPE_FC ? "api_getFCPorts" : "api_getISCSIPorts", status);
@@ -97,9 +99,8 @@ void ZAR_ProtocolEndpointBase::_getInstance(const ReadRequest& request,
         throw CIMInvalidParameterException(_className + " Name key not found.");
 
     String systemName, host;
-    _identity(systemName, host, "getInstance");
     std::vector<ZAR_PortRecord> ports;
-    _readPorts(ports, "getInstance");
+    _readPorts("getInstance", ports, systemName, host);
     CIMObjectPath wanted = _asClass(request.path, _endpointClass);
     for (size_t i = 0; i < ports.size(); i++) {
         if (!ZAR_Common::matchObjectPath(wanted, endpointPath(ports[i], host, systemName))) {
@@ -123,9 +124,8 @@ void ZAR_ProtocolEndpointBase::_enumerateInstances(const ReadRequest& request,
 {
     _traced(request.context, "enumerateInstances", [&]() {
         String systemName, host;
-        _identity(systemName, host, "enumerateInstances");
         std::vector<ZAR_PortRecord> ports;
-        _readPorts(ports, "enumerateInstances");
+        _readPorts("enumerateInstances", ports, systemName, host);
         CIMClass cls = _storedClass(_endpointClass, request.includeQualifiers,
                                     request.includeClassOrigin, request.propertyList);
         handler.processing();
@@ -140,9 +140,8 @@ void ZAR_ProtocolEndpointBase::_enumerateInstanceNames(const ReadRequest& reques
 {
     _traced(request.context, "enumerateInstanceNames", [&]() {
         String systemName, host;
-        _identity(systemName, host, "enumerateInstanceNames");
         std::vector<ZAR_PortRecord> ports;
-        _readPorts(ports, "enumerateInstanceNames");
+        _readPorts("enumerateInstanceNames", ports, systemName, host);
         handler.processing();
         for (size_t i = 0; i < ports.size(); i++)
             handler.deliver(endpointPath(ports[i], host, systemName));

@@ -49,7 +49,10 @@ protected:
                                          ObjectPathResponseHandler& handler);
 
 private:
-    void _readPorts(std::vector<ZAR_PortRecord>& ports, const char* operation);
+    // The system's identity and the target ports of the protocol; a
+    // failure throws, naming `operation`.
+    void _readPorts(const char* operation, std::vector<ZAR_PortRecord>& ports, String& systemName,
+                    String& host);
 
     CIMName _endpointClass;
     port_type_t _type;

@@ -94,26 +94,38 @@ void ZAR_StorageVolumeProvider::_getInstance(const ReadRequest& request,
         int rc = ZAR_ArrayRecords::readVolume(wwn, &volume, &status);
         if (rc != 0 && rc != API_E_VV_NOT_FOUND)
             _fail("getInstance", "api_getVVs_direct", status);
-        // The lookup also answers to element names: only the WWN names a volume.
-        if (rc != 0 ||
-            !String::equalNoCase(ZAR_ArrayRecords::field(volume.name, sizeof(volume.name)), wwn)) {
+        auto notFound = [&]() {
             log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
                         (const char*)request.path.toString().getCString());
             throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-        }
+        };
+        // The lookup also answers to element names: only the WWN names a volume.
+        if (rc != 0 ||
+            !String::equalNoCase(ZAR_ArrayRecords::field(volume.name, sizeof(volume.name)), wwn))
+            notFound();
         CIMClass cls = _storedClass(CIMName(ZAR_STORAGE_VOLUME), request.includeQualifiers,
                                     request.includeClassOrigin, request.propertyList);
         CIMInstance instance = buildInstance(cls, volume, host, systemName);
         if (!ZAR_Common::matchObjectPath(_asClass(request.path, CIMName(ZAR_STORAGE_VOLUME)),
-                                         instance.getPath())) {
-            log_message(2, "ZAR_StorageVolumeProvider::getInstance, not found = %s\n",
-                        (const char*)request.path.toString().getCString());
-            throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
-        }
+                                         instance.getPath()))
+            notFound();
         handler.processing();
         handler.deliver(instance);
         handler.complete();
     });
+}
+
+void ZAR_StorageVolumeProvider::_walkVolumes(
+    const char* operation, const std::function<void(const std::vector<api_vv_t>&)>& sink)
+{
+    zar_u64 cursor = 0;
+    do {
+        std::vector<api_vv_t> volumes;
+        api_status_t status;
+        if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0)
+            _fail(operation, "api_getVVs_chunk", status);
+        sink(volumes);
+    } while (cursor != 0);
 }
 
 void ZAR_StorageVolumeProvider::_enumerateInstances(const ReadRequest& request,
@@ -124,21 +136,14 @@ void ZAR_StorageVolumeProvider::_enumerateInstances(const ReadRequest& request,
         _identity(systemName, host, "enumerateInstances");
         CIMClass cls = _storedClass(CIMName(ZAR_STORAGE_VOLUME), request.includeQualifiers,
                                     request.includeClassOrigin, request.propertyList);
-
         handler.processing();
-        zar_u64 cursor = 0;
-        do {
-            std::vector<api_vv_t> volumes;
-            api_status_t status;
-            if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
-                _fail("enumerateInstances", "api_getVVs_chunk", status);
-            }
+        _walkVolumes("enumerateInstances", [&](const std::vector<api_vv_t>& volumes) {
             Array<CIMInstance> chunk;
             for (size_t i = 0; i < volumes.size(); i++)
                 chunk.append(buildInstance(cls, volumes[i], host, systemName));
             if (chunk.size() != 0)
                 handler.deliver(chunk);
-        } while (cursor != 0);
+        });
         handler.complete();
     });
 }
@@ -149,21 +154,14 @@ void ZAR_StorageVolumeProvider::_enumerateInstanceNames(const ReadRequest& reque
     _traced(request.context, "enumerateInstanceNames", [&]() {
         String systemName, host;
         _identity(systemName, host, "enumerateInstanceNames");
-
         handler.processing();
-        zar_u64 cursor = 0;
-        do {
-            std::vector<api_vv_t> volumes;
-            api_status_t status;
-            if (ZAR_ArrayRecords::readVolumeChunk(&cursor, VOLUME_CHUNK, volumes, &status) != 0) {
-                _fail("enumerateInstanceNames", "api_getVVs_chunk", status);
-            }
+        _walkVolumes("enumerateInstanceNames", [&](const std::vector<api_vv_t>& volumes) {
             for (size_t i = 0; i < volumes.size(); i++) {
                 handler.deliver(buildObjectPath(
                     host, systemName,
                     ZAR_ArrayRecords::field(volumes[i].name, sizeof(volumes[i].name))));
             }
-        } while (cursor != 0);
+        });
         handler.complete();
     });
 }

@@ -13,6 +13,9 @@
 #ifndef ZAR_StorageVolumeProvider_h
 #define ZAR_StorageVolumeProvider_h
 
+#include <functional>
+#include <vector>
+
 #include <ZAR_ProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
@@ -42,6 +45,12 @@ protected:
     // The path of every volume.
     virtual void _enumerateInstanceNames(const ReadRequest& request,
                                          ObjectPathResponseHandler& handler);
+
+private:
+    // Calls sink with each chunk of volumes, in the array's order; a failed
+    // read throws, naming `operation`.
+    void _walkVolumes(const char* operation,
+                      const std::function<void(const std::vector<api_vv_t>&)>& sink);
 };
 
 PEGASUS_NAMESPACE_END
