@@ -75,14 +75,12 @@ CIMObjectPath ZAR_InternalCacheProvider::_buildInstanceName(const api_sysinfo_t&
 }
 
 CIMInstance ZAR_InternalCacheProvider::_buildInstance(const api_sysinfo_t& info,
-                                                      Boolean includeQualifiers,
-                                                      Boolean includeClassOrigin,
-                                                      const CIMPropertyList& propertyList,
+                                                      const ReadRequest& request,
                                                       const char* /* operation */)
 {
     CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
         _cimom, OperationContext(), CIMNamespaceName(_NAMESPACE), CIMName(_CLASS), false,
-        includeQualifiers, includeClassOrigin, propertyList);
+        request.includeQualifiers, request.includeClassOrigin, request.propertyList);
     CIMInstance instance = cls.buildInstance(true, true, CIMPropertyList());
     CIMObjectPath path = _buildInstanceName(info);
     Uint32 pos = instance.findProperty(CIMName("InstanceID"));

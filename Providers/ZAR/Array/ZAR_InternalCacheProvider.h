@@ -40,9 +40,8 @@ protected:
     // One key, InstanceID, of either accepted value.
     virtual void _checkInstanceName(const CIMObjectPath& path, const api_sysinfo_t& info);
     virtual CIMObjectPath _buildInstanceName(const api_sysinfo_t& info);
-    virtual CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
-                                       Boolean includeClassOrigin,
-                                       const CIMPropertyList& propertyList, const char* operation);
+    virtual CIMInstance _buildInstance(const api_sysinfo_t& info, const ReadRequest& request,
+                                       const char* operation);
 };
 
 PEGASUS_NAMESPACE_END

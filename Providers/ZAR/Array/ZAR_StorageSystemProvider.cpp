@@ -90,9 +90,7 @@ CIMObjectPath ZAR_StorageSystemProvider::_buildInstanceName(const api_sysinfo_t&
 }
 
 CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
-                                                      Boolean includeQualifiers,
-                                                      Boolean includeClassOrigin,
-                                                      const CIMPropertyList& propertyList,
+                                                      const ReadRequest& request,
                                                       const char* operation)
 {
     api_status_t status;
@@ -113,7 +111,7 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
 
     CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
         _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(_CLASS), false,
-        includeQualifiers, includeClassOrigin, propertyList);
+        request.includeQualifiers, request.includeClassOrigin, request.propertyList);
     CIMInstance instance = cls.buildInstance(true, true, CIMPropertyList());
 
     // Health follows the controller nodes: all alive is OK, some alive is

@@ -20,42 +20,39 @@ void ZAR_SystemObjectProviderBase::_readSystemInfo(api_sysinfo_t* info, const ch
         _fail(operation, "api_getSystemInfo", status);
 }
 
+void ZAR_SystemObjectProviderBase::_answer(const ReadRequest& request, const char* operation,
+                                           const std::function<void(const api_sysinfo_t&)>& body)
+{
+    _traced(request.context, operation, [&]() {
+        _checkClass(request.path);
+        api_sysinfo_t info;
+        _readSystemInfo(&info, operation);
+        body(info);
+    });
+}
+
 void ZAR_SystemObjectProviderBase::_getInstance(const ReadRequest& request,
                                                 InstanceResponseHandler& handler)
 {
-    _traced(request.context, "getInstance", [&]() {
-        _checkClass(request.path);
-        api_sysinfo_t info;
-        _readSystemInfo(&info, "getInstance");
+    _answer(request, "getInstance", [&](const api_sysinfo_t& info) {
         _checkInstanceName(request.path, info);
-        _deliverOne(handler,
-                    _buildInstance(info, request.includeQualifiers, request.includeClassOrigin,
-                                   request.propertyList, "getInstance"));
+        _deliverOne(handler, _buildInstance(info, request, "getInstance"));
     });
 }
 
 void ZAR_SystemObjectProviderBase::_enumerateInstances(const ReadRequest& request,
                                                        InstanceResponseHandler& handler)
 {
-    _traced(request.context, "enumerateInstances", [&]() {
-        _checkClass(request.path);
-        api_sysinfo_t info;
-        _readSystemInfo(&info, "enumerateInstances");
-        _deliverOne(handler,
-                    _buildInstance(info, request.includeQualifiers, request.includeClassOrigin,
-                                   request.propertyList, "enumerateInstances"));
+    _answer(request, "enumerateInstances", [&](const api_sysinfo_t& info) {
+        _deliverOne(handler, _buildInstance(info, request, "enumerateInstances"));
     });
 }
 
 void ZAR_SystemObjectProviderBase::_enumerateInstanceNames(const ReadRequest& request,
                                                            ObjectPathResponseHandler& handler)
 {
-    _traced(request.context, "enumerateInstanceNames", [&]() {
-        _checkClass(request.path);
-        api_sysinfo_t info;
-        _readSystemInfo(&info, "enumerateInstanceNames");
-        _deliverOne(handler, _buildInstanceName(info));
-    });
+    _answer(request, "enumerateInstanceNames",
+            [&](const api_sysinfo_t& info) { _deliverOne(handler, _buildInstanceName(info)); });
 }
 
 PEGASUS_NAMESPACE_END

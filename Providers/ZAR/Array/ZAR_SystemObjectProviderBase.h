@@ -12,6 +12,8 @@
 #ifndef ZAR_SystemObjectProviderBase_h
 #define ZAR_SystemObjectProviderBase_h
 
+#include <functional>
+
 #include <ZAR_ProviderBase.h>
 
 PEGASUS_NAMESPACE_BEGIN
@@ -41,13 +43,17 @@ protected:
     virtual CIMObjectPath _buildInstanceName(const api_sysinfo_t& info) = 0;
 
     // A failure of a further array read throws, naming `operation`.
-    virtual CIMInstance _buildInstance(const api_sysinfo_t& info, Boolean includeQualifiers,
-                                       Boolean includeClassOrigin,
-                                       const CIMPropertyList& propertyList,
+    virtual CIMInstance _buildInstance(const api_sysinfo_t& info, const ReadRequest& request,
                                        const char* operation) = 0;
 
     // The system's identity; a failure throws, naming `operation`.
     void _readSystemInfo(api_sysinfo_t* info, const char* operation);
+
+private:
+    // The frame of the three operations: the trace, the user's and the
+    // class's checks and the system's identity, given to body.
+    void _answer(const ReadRequest& request, const char* operation,
+                 const std::function<void(const api_sysinfo_t&)>& body);
 };
 
 PEGASUS_NAMESPACE_END
