@@ -87,10 +87,8 @@ struct Target {
 }  // namespace
 
 Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
-    api_evtparam_t* event, const String& hostName, Uint64 initiatorWWN,
-    const String& initiatorISCSIName, int entryType, const Array<String>& initiatorIDs,
-    Uint32 hardwareIDCount, Array<String>& luNames, Array<String>& deviceNumbers,
-    Array<String>& targetPortIDs, Boolean noVCN, Boolean override, Array<CIMObjectPath>& views,
+    const NewViewRequest& request, const String& hostName, Uint64 initiatorWWN,
+    const String& initiatorISCSIName, int entryType, Array<CIMObjectPath>& views,
     Boolean& attempted, MethodResult& result)
 {
     Target target;
@@ -98,12 +96,12 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
         initiatorWWN == API_WWN_NONE && initiatorISCSIName.size() == 0 ? hostName : String();
     target.wwn = initiatorWWN;
     target.iscsiName = initiatorISCSIName;
-    for (Uint32 l = 0; l < luNames.size(); l++) {
-        String& lu = luNames[l];
+    for (Uint32 l = 0; l < request.luNames.size(); l++) {
+        String& lu = request.luNames[l];
         Uint64 vvHigh, vvLow;
         Uint32 number;
-        LUReading reading =
-            readLU(luNames, deviceNumbers, l, LUN_ARRAY_CHOOSES, vvHigh, vvLow, number, result);
+        LUReading reading = readLU(request.luNames, request.deviceNumbers, l, LUN_ARRAY_CHOOSES,
+                                   vvHigh, vvLow, number, result);
         if (reading == LUReading::BadName)
             continue;
         // A bad number ends the LUs of this host.
@@ -111,11 +109,11 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
             break;
 
         // One pass without a port when no target port is given.
-        Uint32 passes = targetPortIDs.size() == 0 ? 1 : targetPortIDs.size();
+        Uint32 passes = request.targetPortIDs.size() == 0 ? 1 : request.targetPortIDs.size();
         for (Uint32 t = 0; t < passes; t++) {
             Uint16 port = API_PORT_NONE;
-            if (targetPortIDs.size() != 0) {
-                String& id = targetPortIDs[t];
+            if (request.targetPortIDs.size() != 0) {
+                String& id = request.targetPortIDs[t];
                 if (id.size() == 0)
                     continue;
                 Uint64 high = 0, value = API_WWN_NONE;
@@ -152,11 +150,11 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
             attempted = true;
             zar_u32 lun = number;
             ExportOutcome outcome =
-                createExport(event, vvHigh, vvLow, &lun, target.hostName, target.wwn,
-                             target.iscsiName, port, override, noVCN);
+                createExport(request.event, vvHigh, vvLow, &lun, target.hostName, target.wwn,
+                             target.iscsiName, port, request.override, request.noVCN);
             Item item(lu);
             item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String());
-            _addInitiators(item, initiatorIDs, hardwareIDCount);
+            _addInitiators(item, request.initiatorIDs, request.hardwareIDCount);
             item.add("TargetPortID", port != API_PORT_NONE ? portText(port) : String());
             if (outcome.rc != 0) {
                 report(result, item, outcome, mapCreateError);
@@ -199,10 +197,7 @@ MethodStatus _createHostError(int code)
 }  // namespace
 
 MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
-    api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 hardwareIDCount,
-    api_hardwareID* hostPaths, Uint32 hostPathCount, Array<String>& luNames,
-    Array<String>& deviceNumbers, Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
-    Boolean override, Array<CIMParamValue>& outParams, Array<String>& descriptions)
+    const NewViewRequest& request, Array<CIMParamValue>& outParams, Array<String>& descriptions)
 {
     MethodResult result;
     Array<CIMObjectPath> views;
@@ -216,15 +211,16 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     Uint64 firstWWN = API_WWN_NONE;
     Boolean anyInitiator = false;
     port_type_t entryType = PORT_TYPE_UNKNOWN;
-    for (Uint32 i = 0; i < initiatorIDs.size(); i++) {
-        if (initiatorIDs[i].size() == 0)
+    for (Uint32 i = 0; i < request.initiatorIDs.size(); i++) {
+        if (request.initiatorIDs[i].size() == 0)
             continue;
         anyInitiator = true;
-        InitiatorLookup r = _lookUp(initiatorIDs[i], hostPaths, hostPathCount);
+        InitiatorLookup r =
+            _lookUp(request.initiatorIDs[i], request.hostPaths, request.hostPathCount);
         if (!r.isWWN) {
             firstIsWWN = false;
             if (iscsiName.size() == 0)
-                iscsiName = initiatorIDs[i].subString(0, API_ISCSI_NAME_LEN - 1);
+                iscsiName = request.initiatorIDs[i].subString(0, API_ISCSI_NAME_LEN - 1);
         } else if (firstWWN == API_WWN_NONE && r.hostName.size() == 0)
             firstWWN = r.wwn;
         if (r.entryType != PORT_TYPE_UNKNOWN)
@@ -240,8 +236,8 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     if (anyInitiator && !found) {
         if (hostName.size() == 0) {
             String first;
-            for (Uint32 i = 0; i < initiatorIDs.size() && first.size() == 0; i++)
-                first = initiatorIDs[i];
+            for (Uint32 i = 0; i < request.initiatorIDs.size() && first.size() == 0; i++)
+                first = request.initiatorIDs[i];
             hostName = generateHostName(first, firstIsWWN);
         }
         api_status_t status;
@@ -251,9 +247,9 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
             // The host is made with its first paths in one change, so
             // that an interruption before the others join leaves a host
             // that a retry finds through its initiator.
-            return api_createHost(&status, event, (const char*)host,
+            return api_createHost(&status, request.event, (const char*)host,
                                   iscsiName.size() ? (const char*)iscsi : NULL, firstWWN,
-                                  API_PERSONA_GENERIC, domain);
+                                  API_PERSONA_GENERIC, request.domain);
         });
         if (rc != 0) {
             char errText[512];
@@ -268,8 +264,8 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
 
     // 3. Every initiator into that host.
     if (anyInitiator) {
-        MethodStatus rc = _addInitIDsToView(event, initiatorIDs, API_VLUN_HOST_SEES, API_PORT_NONE,
-                                            false, hostName, result.descriptions);
+        MethodStatus rc = _addInitIDsToView(request.event, request.initiatorIDs, API_VLUN_HOST_SEES,
+                                            API_PORT_NONE, false, hostName, result.descriptions);
         if (rc != MethodStatus::Success) {
             descriptions.appendArray(result.descriptions);
             return rc;
@@ -277,28 +273,24 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID(
     }
 
     // 4. One VLUN per LU and target port.
-    _exposeLUsOnPorts(event, hostName, API_WWN_NONE, String(), entryType, initiatorIDs,
-                      hardwareIDCount, luNames, deviceNumbers, targetPortIDs, noVCN, override,
-                      views, attempted, result);
+    _exposeLUsOnPorts(request, hostName, API_WWN_NONE, String(), entryType, views, attempted,
+                      result);
     return _closeNewView(attempted, views, result, outParams, descriptions);
 }
 
 MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
-    api_evtparam_t* event, Array<String>& initiatorIDs, Uint32 hardwareIDCount,
-    api_hardwareID* hostPaths, Uint32 hostPathCount, Array<String>& luNames,
-    Array<String>& deviceNumbers, Array<String>& targetPortIDs, const char* domain, Boolean noVCN,
-    Boolean override, Array<CIMParamValue>& outParams, Array<String>& descriptions)
+    const NewViewRequest& request, Array<CIMParamValue>& outParams, Array<String>& descriptions)
 {
     MethodResult result;
     Array<CIMObjectPath> views;
     Boolean attempted = false;
     Array<String> handledHosts;
 
-    for (Uint32 i = 0; i < initiatorIDs.size(); i++) {
-        String& initiator = initiatorIDs[i];
+    for (Uint32 i = 0; i < request.initiatorIDs.size(); i++) {
+        String& initiator = request.initiatorIDs[i];
         if (initiator.size() == 0)
             continue;
-        InitiatorLookup r = _lookUp(initiator, hostPaths, hostPathCount);
+        InitiatorLookup r = _lookUp(initiator, request.hostPaths, request.hostPathCount);
         String hostName = r.hostName;
         if (!r.found) {
             if (hostName.size() == 0)
@@ -308,9 +300,9 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
             String iscsiName = initiator.subString(0, API_ISCSI_NAME_LEN - 1);
             CString iscsi = iscsiName.getCString();
             int rc = ZAR_Common::guardedCall(&status, [&]() {
-                return api_createHost(&status, event, (const char*)host,
-                                      r.isWWN ? NULL : (const char*)iscsi,
-                                      r.isWWN ? r.wwn : API_WWN_NONE, API_PERSONA_GENERIC, domain);
+                return api_createHost(
+                    &status, request.event, (const char*)host, r.isWWN ? NULL : (const char*)iscsi,
+                    r.isWWN ? r.wwn : API_WWN_NONE, API_PERSONA_GENERIC, request.domain);
             });
             if (rc != 0) {
                 char errText[512];
@@ -328,10 +320,9 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID(
 
         // The VLUNs are addressed to the initiator itself; the views they
         // show up in are those of its host.
-        if (_exposeLUsOnPorts(event, hostName, r.isWWN ? r.wwn : API_WWN_NONE,
+        if (_exposeLUsOnPorts(request, hostName, r.isWWN ? r.wwn : API_WWN_NONE,
                               r.isWWN ? String() : initiator.subString(0, API_ISCSI_NAME_LEN - 1),
-                              r.entryType, initiatorIDs, hardwareIDCount, luNames, deviceNumbers,
-                              targetPortIDs, noVCN, override, views, attempted, result)) {
+                              r.entryType, views, attempted, result)) {
             break;
         }
     }

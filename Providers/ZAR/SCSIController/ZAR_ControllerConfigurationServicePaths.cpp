@@ -190,10 +190,11 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
         auto build = oneHostPerInitiator
                          ? &ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID
                          : &ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID;
-        result.status =
-            (this->*build)(event, p.initiatorPortIDs, hardwareIDs, hostPaths.list, hostPaths.count,
-                           p.luNames, p.deviceNumbers, p.targetPortIDs, domain, p.noVCN, p.override,
-                           result.outParams, result.descriptions);
+        const NewViewRequest request = {event,           p.initiatorPortIDs, hardwareIDs,
+                                        hostPaths.list,  hostPaths.count,    p.luNames,
+                                        p.deviceNumbers, p.targetPortIDs,    domain,
+                                        p.noVCN,         p.override};
+        result.status = (this->*build)(request, result.outParams, result.descriptions);
     };
 
     // Initiators joining the view's host.

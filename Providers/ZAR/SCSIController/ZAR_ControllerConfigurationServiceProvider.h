@@ -113,24 +113,32 @@ private:
                               const Array<CIMParamValue>& inParameters, CIMObjectPath& view,
                               Boolean& deleteUnits, CCSUtil::MethodResult& result);
 
+    // What a new view is made of: the initiators (hardwareIDCount of them
+    // given), the host paths the array knows for them, the LUs with their
+    // numbers, the target ports, the domain of a new host and the options
+    // of the call.
+    struct NewViewRequest {
+        api_evtparam_t* event;
+        Array<String>& initiatorIDs;
+        Uint32 hardwareIDCount;
+        api_hardwareID* hostPaths;
+        Uint32 hostPathCount;
+        Array<String>& luNames;
+        Array<String>& deviceNumbers;
+        Array<String>& targetPortIDs;
+        const char* domain;
+        Boolean noVCN;
+        Boolean override;
+    };
+
     // A new view for LUs: one host for all initiators, created when none
     // of them has one yet, or one host per initiator; then one VLUN per LU
     // and target port. Appends descriptions and, when views were found,
     // the ProtocolControllers out-parameter; returns the method status.
-    CCSUtil::MethodStatus _createNewViewMultHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
-                                                 Uint32 hardwareIDCount, api_hardwareID* hostPaths,
-                                                 Uint32 hostPathCount, Array<String>& luNames,
-                                                 Array<String>& deviceNumbers,
-                                                 Array<String>& targetPortIDs, const char* domain,
-                                                 Boolean noVCN, Boolean override,
+    CCSUtil::MethodStatus _createNewViewMultHWID(const NewViewRequest& request,
                                                  Array<CIMParamValue>& outParams,
                                                  Array<String>& descriptions);
-    CCSUtil::MethodStatus _createNewViewOneHWID(api_evtparam_t* event, Array<String>& initiatorIDs,
-                                                Uint32 hardwareIDCount, api_hardwareID* hostPaths,
-                                                Uint32 hostPathCount, Array<String>& luNames,
-                                                Array<String>& deviceNumbers,
-                                                Array<String>& targetPortIDs, const char* domain,
-                                                Boolean noVCN, Boolean override,
+    CCSUtil::MethodStatus _createNewViewOneHWID(const NewViewRequest& request,
                                                 Array<CIMParamValue>& outParams,
                                                 Array<String>& descriptions);
 
@@ -140,11 +148,8 @@ private:
     // views found are added to views. Target ports of another kind than
     // entryType (a port_type_t; unknown: any) are passed over. Returns true
     // when the method is to end at once (a target port that is no port).
-    Boolean _exposeLUsOnPorts(api_evtparam_t* event, const String& hostName, Uint64 initiatorWWN,
-                              const String& initiatorISCSIName, int entryType,
-                              const Array<String>& initiatorIDs, Uint32 hardwareIDCount,
-                              Array<String>& luNames, Array<String>& deviceNumbers,
-                              Array<String>& targetPortIDs, Boolean noVCN, Boolean override,
+    Boolean _exposeLUsOnPorts(const NewViewRequest& request, const String& hostName,
+                              Uint64 initiatorWWN, const String& initiatorISCSIName, int entryType,
                               Array<CIMObjectPath>& views, Boolean& attempted,
                               CCSUtil::MethodResult& result);
 
