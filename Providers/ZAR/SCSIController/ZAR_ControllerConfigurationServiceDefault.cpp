@@ -43,9 +43,7 @@ Array<CIMObjectPath> _viewsOfEndpoint(CIMOMHandle& cimom, const OperationContext
 
 }  // namespace
 
-void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
-    api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
+void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(const MethodCall& call)
 {
     static const char* const allowed[] = {"LUNames",
                                           "TargetPortIDs",
@@ -62,7 +60,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
     Array<String> seen;
 
     auto run = [&]() {
-        if (!readRequest(inParameters, allowed, false, p, result))
+        if (!readRequest(call.inParameters, allowed, false, p, result))
             return;
         if (p.luNames.size() == 0 || p.targetPortIDs.size() == 0 || p.deviceAccesses.size() == 0 ||
             p.protocolControllers.size() != 0) {
@@ -78,7 +76,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
 
         // A failure here reaches the client before anything is changed.
         Array<CIMObjectPath> endpoints = _cimom.enumerateInstanceNames(
-            context, CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_ISCSI_ENDPOINT));
+            call.context, CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_ISCSI_ENDPOINT));
         Boolean end = false;
         for (Uint32 t = 0; t < p.targetPortIDs.size() && !end; t++) {
             String& id = p.targetPortIDs[t];
@@ -127,8 +125,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 }
                 zar_u32 lun = number;
                 ExportOutcome outcome =
-                    createExport(event, vvHigh, vvLow, &lun, String(), API_WWN_NONE, String(), port,
-                                 p.override, p.noVCN);
+                    createExport(call.event, vvHigh, vvLow, &lun, String(), API_WWN_NONE, String(),
+                                 port, p.override, p.noVCN);
                 Item item(lu);
                 item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
                     .add("TargetPortID", id);
@@ -141,7 +139,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                 Array<CIMObjectPath> found;
                 if (!isFC) {
                     found =
-                        _viewsOfEndpoint(_cimom, context, endpoint,
+                        _viewsOfEndpoint(_cimom, call.context, endpoint,
                                          "ZAR_iSCSISAPAvailableForElement", ZAR_ISCSI_CONTROLLER);
                 } else {
                     ZAR_FCPortList ports;
@@ -153,7 +151,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
                     }
                     CIMObjectPath fcEndpoint =
                         ZAR_Common::buildFCEndpointPath(ZAR_FC_ENDPOINT, _systemName, id);
-                    found = _viewsOfEndpoint(_cimom, context, fcEndpoint,
+                    found = _viewsOfEndpoint(_cimom, call.context, fcEndpoint,
                                              "ZAR_SAPAvailableForElement", ZAR_SCSI_CONTROLLER);
                 }
                 for (Uint32 v = 0; v < found.size(); v++) {
@@ -176,12 +174,11 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(
     };
 
     run();
-    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: _exposeDefaultLUs\n");
+    finish(result, call.handler,
+           "<-- ZAR_ControllerConfigurationServiceProvider:: _exposeDefaultLUs\n");
 }
 
-void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
-    api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
+void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(const MethodCall& call)
 {
     static const char* const allowed[] = {
         "LUNames", "TargetPortIDs", "DeviceNumbers", "ProtocolControllers", "NoVCN", 0};
@@ -197,7 +194,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
     Array<Uint16> matchPorts;
 
     auto run = [&]() {
-        if (!readRequest(inParameters, allowed, true, p, result))
+        if (!readRequest(call.inParameters, allowed, true, p, result))
             return;
         if (p.luNames.size() == 0 || p.targetPortIDs.size() != 0 ||
             p.protocolControllers.size() != 1) {
@@ -215,7 +212,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
         }
         CIMInstance view;
         try {
-            view = _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE),
+            view = _cimom.getInstance(call.context, CIMNamespaceName(ZAR_NAMESPACE),
                                       p.protocolControllers[0], false, false, false,
                                       CIMPropertyList());
         } catch (...) {
@@ -308,7 +305,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
             }
             Uint32 lun = matchLUNs[m];
             ExportOutcome outcome =
-                removeExport(event, vvHigh, vvLow, lun, String(), port, p.noVCN);
+                removeExport(call.event, vvHigh, vvLow, lun, String(), port, p.noVCN);
             Item item(lu);
             item.put("DeviceNumber", "0x" + hex(lun)).put("TargetPortID", target);
             report(result, item, outcome, mapRemoveError);
@@ -316,7 +313,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(
     };
 
     run();
-    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
+    finish(result, call.handler,
+           "<-- ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
 }
 
 PEGASUS_NAMESPACE_END

@@ -73,9 +73,7 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_readViewToDelete(
     return haveView;
 }
 
-void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
-    api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
+void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(const MethodCall& call)
 {
     MethodResult result;
     ZAR_VlunQuery query;
@@ -83,7 +81,7 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
     auto run = [&]() {
         CIMObjectPath view;
         Boolean deleteUnits = false;
-        if (!_readViewToDelete(context, inParameters, view, deleteUnits, result))
+        if (!_readViewToDelete(call.context, call.inParameters, view, deleteUnits, result))
             return;
 
         String creationClass = ZAR_Common::getStringProperty(view, "CreationClassName");
@@ -109,7 +107,7 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
             // Without its volumes nothing of the view can be named: the
             // server's error goes to the client as it is.
             volumes =
-                _cimom.associatorNames(context, CIMNamespaceName(ZAR_NAMESPACE), view,
+                _cimom.associatorNames(call.context, CIMNamespaceName(ZAR_NAMESPACE), view,
                                        CIMName(String::equal(creationClass, ZAR_SCSI_CONTROLLER)
                                                    ? "ZAR_ControllerForUnit"
                                                    : "ZAR_iSCSIControllerForUnit"),
@@ -117,7 +115,7 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
             Array<String> wwns;
             for (Uint32 v = 0; v < volumes.size(); v++)
                 wwns.append(ZAR_Common::getStringProperty(volumes[v], "DeviceID"));
-            removed = removeViewExports(event, *query, wwns, type, port, hostName, false,
+            removed = removeViewExports(call.event, *query, wwns, type, port, hostName, false,
                                         _recordDeviceNumber, Params(), result);
         }
         if (!removed && result.ok()) {
@@ -127,17 +125,17 @@ void ZAR_ControllerConfigurationServiceProvider::_deleteProtocolController(
         if (!result.ok())
             return;
         try {
-            _cimom.getInstance(context, CIMNamespaceName(ZAR_NAMESPACE), view, false, false, false,
-                               CIMPropertyList());
+            _cimom.getInstance(call.context, CIMNamespaceName(ZAR_NAMESPACE), view, false, false,
+                               false, CIMPropertyList());
         } catch (...) {
             // Gone with its VLUNs, as it should be.
         }
-        if (deleteUnits && ZAR_Common::removeVVs(event, volumes, 0) != 0)
+        if (deleteUnits && ZAR_Common::removeVVs(call.event, volumes, 0) != 0)
             result.fail(MethodStatus::VolumesNotDeleted, "Volumes are not deleted");
     };
 
     run();
-    finish(result, handler,
+    finish(result, call.handler,
            "<-- ZAR_ControllerConfigurationServiceProvider:: "
            "_deleteProtocolController\n");
 }

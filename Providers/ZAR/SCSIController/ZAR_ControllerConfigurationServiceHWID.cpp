@@ -53,8 +53,7 @@ String _givenDeviceNumber(const vlun&, const Params& p)
 }  // namespace
 
 void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCollection(
-    api_evtparam_t* event, const OperationContext&, const Array<CIMParamValue>& inParameters,
-    MethodResultResponseHandler& handler)
+    const MethodCall& call)
 {
     static const char* const allowed[] = {
         "LUNames",        "HostNames",       "DeviceNumbers",
@@ -88,8 +87,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
                     Uint16 port = ports[k];
                     zar_u32 lun = number;
                     ExportOutcome outcome =
-                        createExport(event, vvHigh, vvLow, &lun, host, API_WWN_NONE, String(), port,
-                                     p.override, p.noVCN);
+                        createExport(call.event, vvHigh, vvLow, &lun, host, API_WWN_NONE, String(),
+                                     port, p.override, p.noVCN);
                     Item item(lu);
                     item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
                         .add("HostName", host)
@@ -110,7 +109,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
     };
 
     auto run = [&]() {
-        if (!readRequest(inParameters, allowed, true, p, result))
+        if (!readRequest(call.inParameters, allowed, true, p, result))
             return;
         if (p.luNames.size() == 0 || p.hostNames.size() == 0 || p.deviceAccesses.size() == 0 ||
             p.protocolControllers.size() != 0) {
@@ -127,14 +126,13 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
     };
 
     run();
-    finish(result, handler,
+    finish(result, call.handler,
            "<-- ZAR_ControllerConfigurationServiceProvider:: "
            "_exposeLUsToStorageHardwareIDCollection\n");
 }
 
 void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCollection(
-    api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
+    const MethodCall& call)
 {
     static const char* const allowed[] = {"LUNames", "DeviceNumbers", "ProtocolControllers",
                                           "NoVCN", 0};
@@ -145,7 +143,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
     Params p;
 
     auto hide = [&]() {
-        if (!readRequest(inParameters, allowed, true, p, result))
+        if (!readRequest(call.inParameters, allowed, true, p, result))
             return;
         if (p.luNames.size() == 0 || p.protocolControllers.size() != 1) {
             result.fail(MethodStatus::NotSupported, USE_CASE_HIDE);
@@ -173,20 +171,20 @@ void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCo
 
         ZAR_VlunQuery query;
         Boolean removed = queryViewTemplates(*query, hostName, type, port) &&
-                          removeViewExports(event, *query, p.luNames, type, port, hostName, p.noVCN,
-                                            _givenDeviceNumber, p, result);
+                          removeViewExports(call.event, *query, p.luNames, type, port, hostName,
+                                            p.noVCN, _givenDeviceNumber, p, result);
         if (!removed && result.ok()) {
             result.fail(MethodStatus::InvalidParameter, "InitiatorPort is not part of SPC.\n");
             return;
         }
         // The view went with its last LU, or stays to be reported.
-        if (result.ok() && viewStillExists(_cimom, context, view))
+        if (result.ok() && viewStillExists(_cimom, call.context, view))
             result.outParams.append(
                 CIMParamValue("ProtocolControllers", CIMValue(p.protocolControllers)));
     };
 
     hide();
-    finish(result, handler,
+    finish(result, call.handler,
            "<-- ZAR_ControllerConfigurationServiceProvider:: "
            "_hideLUsFromStorageHardwareIDCollection\n");
 }

@@ -146,9 +146,7 @@ Boolean _checkNewViewVolumes(const Params& p, char* domain, size_t domainSize, M
 
 }  // namespace
 
-void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
-    api_evtparam_t* event, const OperationContext&, const Array<CIMParamValue>& inParameters,
-    MethodResultResponseHandler& handler)
+void ZAR_ControllerConfigurationServiceProvider::_exposePaths(const MethodCall& call)
 {
     static const char* const allowed[] = {"LUNames",
                                           "InitiatorPortIDs",
@@ -190,7 +188,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
         auto build = oneHostPerInitiator
                          ? &ZAR_ControllerConfigurationServiceProvider::_createNewViewOneHWID
                          : &ZAR_ControllerConfigurationServiceProvider::_createNewViewMultHWID;
-        const NewViewRequest request = {event,           p.initiatorPortIDs, hardwareIDs,
+        const NewViewRequest request = {call.event,      p.initiatorPortIDs, hardwareIDs,
                                         hostPaths.list,  hostPaths.count,    p.luNames,
                                         p.deviceNumbers, p.targetPortIDs,    domain,
                                         p.noVCN,         p.override};
@@ -214,7 +212,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
             result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
             return;
         }
-        result.status = _addInitIDsToView(event, p.initiatorPortIDs, type, port, p.override,
+        result.status = _addInitIDsToView(call.event, p.initiatorPortIDs, type, port, p.override,
                                           hostName, result.descriptions);
         if (result.ok())
             result.reportViews(p.protocolControllers);
@@ -241,8 +239,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
                 continue;
             attempted = true;
             zar_u32 lun = number;
-            ExportOutcome outcome = createExport(event, vvHigh, vvLow, &lun, hostName, API_WWN_NONE,
-                                                 String(), port, p.override, p.noVCN);
+            ExportOutcome outcome = createExport(call.event, vvHigh, vvLow, &lun, hostName,
+                                                 API_WWN_NONE, String(), port, p.override, p.noVCN);
             Item item(lu);
             item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
                 .add("hostCollection", hostName)
@@ -264,7 +262,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
 
     // The request, its use case, the size checks, then the use case.
     auto run = [&]() {
-        if (!_readRequestCheckingViews(inParameters, allowed, _systemAddress, _systemName, p,
+        if (!_readRequestCheckingViews(call.inParameters, allowed, _systemAddress, _systemName, p,
                                        result))
             return;
         Uint32 views = p.protocolControllers.size();
@@ -291,12 +289,10 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(
     };
 
     run();
-    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: exposePaths\n");
+    finish(result, call.handler, "<-- ZAR_ControllerConfigurationServiceProvider:: exposePaths\n");
 }
 
-void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
-    api_evtparam_t* event, const OperationContext& context,
-    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler)
+void ZAR_ControllerConfigurationServiceProvider::_hidePaths(const MethodCall& call)
 {
     static const char* const allowed[] = {"LUNames",
                                           "InitiatorPortIDs",
@@ -369,7 +365,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
                 copyText(iscsiName, id, sizeof(iscsiName) - 1);
             api_status_t status;
             int rc = ZAR_Common::guardedCall(&status, [&]() {
-                return api_removePath(&status, event, (const char*)viewHost, isFC ? 0 : 1,
+                return api_removePath(&status, call.event, (const char*)viewHost, isFC ? 0 : 1,
                                       isFC ? wwn : API_WWN_NONE, isFC ? NULL : iscsiName, 1, 0, 0);
             });
             if (rc == 0) {
@@ -437,18 +433,18 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
             return;
         }
         Boolean removed = queryViewTemplates(*query, hostName, type, port, true) &&
-                          removeViewExports(event, *query, p.luNames, type, port, hostName, p.noVCN,
-                                            _givenDeviceNumber, p, result);
+                          removeViewExports(call.event, *query, p.luNames, type, port, hostName,
+                                            p.noVCN, _givenDeviceNumber, p, result);
         if (!removed && result.ok())
             result.fail(MethodStatus::NotExposed, "Target/initiator combination not exposed.\n");
-        if (result.ok() && viewStillExists(_cimom, context, p.protocolControllers[0]))
+        if (result.ok() && viewStillExists(_cimom, call.context, p.protocolControllers[0]))
             result.outParams.append(
                 CIMParamValue("ProtocolControllers", CIMValue(p.protocolControllers)));
     };
 
     // The request, its use case, the view, then the use case.
     auto run = [&]() {
-        if (!_readRequestCheckingViews(inParameters, allowed, _systemAddress, _systemName, p,
+        if (!_readRequestCheckingViews(call.inParameters, allowed, _systemAddress, _systemName, p,
                                        result))
             return;
         Boolean isRemoveLUs = p.luNames.size() != 0 && p.protocolControllers.size() == 1;
@@ -467,7 +463,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(
     };
 
     run();
-    finish(result, handler, "<-- ZAR_ControllerConfigurationServiceProvider:: hidePaths\n");
+    finish(result, call.handler, "<-- ZAR_ControllerConfigurationServiceProvider:: hidePaths\n");
 }
 
 PEGASUS_NAMESPACE_END

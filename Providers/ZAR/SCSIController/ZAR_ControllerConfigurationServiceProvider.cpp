@@ -22,11 +22,6 @@ namespace {
 
 const Uint32 MAX_HOST_NAME = 31;
 
-typedef void (ZAR_ControllerConfigurationServiceProvider::*Handler)(api_evtparam_t*,
-                                                                    const OperationContext&,
-                                                                    const Array<CIMParamValue>&,
-                                                                    MethodResultResponseHandler&);
-
 const ZAR_SingleInstanceProviderBase::Traces TRACES = {
     "--> ZAR_ControllerConfigurationServiceProvider::getInstance()\n",
     "<-- ZAR_ControllerConfigurationServiceProvider::getInstance()\n",
@@ -149,6 +144,7 @@ void ZAR_ControllerConfigurationServiceProvider::invokeMethod(
     if (!ZAR_Common::matchObjectPath(objectName, _instanceName))
         throw CIMObjectNotFoundException(ClassName + " CIM Object not found.");
 
+    typedef void (ZAR_ControllerConfigurationServiceProvider::*Handler)(const MethodCall&);
     static const struct {
         const char* name;
         Handler handler;
@@ -182,7 +178,7 @@ void ZAR_ControllerConfigurationServiceProvider::invokeMethod(
     ZAR_Common::checkOperationAccess(context, objectName.getClassName(), methodName.getString(),
                                      __FILE__, __LINE__);
 
-    (this->*chosen)(&event, context, inParameters, handler);
+    (this->*chosen)({&event, context, inParameters, handler});
     log_message(4, "<-- ZAR_ControllerConfigurationServiceProvider::invokeMethod()\n");
 }
 

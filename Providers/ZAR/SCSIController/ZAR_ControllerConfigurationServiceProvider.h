@@ -81,30 +81,24 @@ private:
     // Fills _name and _instanceName.
     void _buildInstanceName();
 
+    // One call of a method: the array's audit record of it, the request's
+    // context and in-parameters, and the handler of the answer.
+    struct MethodCall {
+        api_evtparam_t* event;
+        const OperationContext& context;
+        const Array<CIMParamValue>& inParameters;
+        MethodResultResponseHandler& handler;
+    };
+
     // Method handlers: each reads its parameters, changes the array and
     // reports as the result convention above says.
-    void _exposePaths(api_evtparam_t* event, const OperationContext& context,
-                      const Array<CIMParamValue>& inParameters,
-                      MethodResultResponseHandler& handler);
-    void _hidePaths(api_evtparam_t* event, const OperationContext& context,
-                    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler);
-    void _exposeDefaultLUs(api_evtparam_t* event, const OperationContext& context,
-                           const Array<CIMParamValue>& inParameters,
-                           MethodResultResponseHandler& handler);
-    void _hideDefaultLUs(api_evtparam_t* event, const OperationContext& context,
-                         const Array<CIMParamValue>& inParameters,
-                         MethodResultResponseHandler& handler);
-    void _exposeLUsToStorageHardwareIDCollection(api_evtparam_t* event,
-                                                 const OperationContext& context,
-                                                 const Array<CIMParamValue>& inParameters,
-                                                 MethodResultResponseHandler& handler);
-    void _hideLUsFromStorageHardwareIDCollection(api_evtparam_t* event,
-                                                 const OperationContext& context,
-                                                 const Array<CIMParamValue>& inParameters,
-                                                 MethodResultResponseHandler& handler);
-    void _deleteProtocolController(api_evtparam_t* event, const OperationContext& context,
-                                   const Array<CIMParamValue>& inParameters,
-                                   MethodResultResponseHandler& handler);
+    void _exposePaths(const MethodCall& call);
+    void _hidePaths(const MethodCall& call);
+    void _exposeDefaultLUs(const MethodCall& call);
+    void _hideDefaultLUs(const MethodCall& call);
+    void _exposeLUsToStorageHardwareIDCollection(const MethodCall& call);
+    void _hideLUsFromStorageHardwareIDCollection(const MethodCall& call);
+    void _deleteProtocolController(const MethodCall& call);
 
     // The parameters of DeleteProtocolController: the view (checked and
     // fetched through the server) and DeleteUnits. False after a failure
