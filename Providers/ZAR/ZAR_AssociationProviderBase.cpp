@@ -359,38 +359,42 @@ void ZAR_AssociationProviderBase::_getInstance(const ReadRequest& request,
     log_message(4, "<--%s::getInstance\n", _traceName());
 }
 
+void ZAR_AssociationProviderBase::_eachPairTraced(
+    const ReadRequest& request, const char* operation, ResponseHandler& handler,
+    const std::function<void(const Pair&, const String&)>& sink)
+{
+    _traced(request.context, operation, [&]() {
+        String systemName, host;
+        _identity(systemName, host, operation);
+        handler.processing();
+        _forEachPair(request.context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
+            sink(pair, host);
+            return true;
+        });
+        handler.complete();
+    });
+}
+
 void ZAR_AssociationProviderBase::_enumerateInstances(const ReadRequest& request,
                                                       InstanceResponseHandler& handler)
 {
-    log_message(4, "-->%s::enumerateInstances\n", _traceName());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    String systemName, host;
-    _identity(systemName, host, "enumerateInstances");
-    CIMClass cls = _storedClass(_assocClass, request.includeQualifiers, request.includeClassOrigin,
-                                request.propertyList);
-    handler.processing();
-    _forEachPair(request.context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
-        handler.deliver(_assocInstance(cls, pair, host));
-        return true;
-    });
-    handler.complete();
-    log_message(4, "<--%s::enumerateInstances\n", _traceName());
+    // The stored class, fetched at the first association.
+    CIMClass cls;
+    _eachPairTraced(request, "enumerateInstances", handler,
+                    [&](const Pair& pair, const String& host) {
+                        if (cls.isUninitialized())
+                            cls = _storedClass(_assocClass, request.includeQualifiers,
+                                               request.includeClassOrigin, request.propertyList);
+                        handler.deliver(_assocInstance(cls, pair, host));
+                    });
 }
 
 void ZAR_AssociationProviderBase::_enumerateInstanceNames(const ReadRequest& request,
                                                           ObjectPathResponseHandler& handler)
 {
-    log_message(4, "-->%s::enumerateInstanceNames\n", _traceName());
-    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    String systemName, host;
-    _identity(systemName, host, "enumerateInstanceNames");
-    handler.processing();
-    _forEachPair(request.context, -1, CIMObjectPath(), systemName, host, [&](const Pair& pair) {
-        handler.deliver(_assocPath(pair, host));
-        return true;
-    });
-    handler.complete();
-    log_message(4, "<--%s::enumerateInstanceNames\n", _traceName());
+    _eachPairTraced(
+        request, "enumerateInstanceNames", handler,
+        [&](const Pair& pair, const String& host) { handler.deliver(_assocPath(pair, host)); });
 }
 
 PEGASUS_NAMESPACE_END

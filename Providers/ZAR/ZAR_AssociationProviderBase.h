@@ -125,6 +125,12 @@ protected:
     std::vector<CIMName> _objectClasses[2];
 
 private:
+    // The frame of the two enumerations: the traced, access-checked
+    // operation, the identity, then sink(pair, host) for every pair.
+    void _eachPairTraced(const ReadRequest& request, const char* operation,
+                         ResponseHandler& handler,
+                         const std::function<void(const Pair&, const String&)>& sink);
+
     // Called for each far end: the pair, the far side, the system's name
     // and the host of the paths.
     typedef std::function<void(const Pair&, int, const String&, const String&)> FarEndSink;

@@ -173,22 +173,21 @@ CIMInstance ZAR_Common::buildSPCInstance(String systemCreationClassName, CIMClas
 
     String name;
     Uint16 nameFormat = 0;
+    // The initiator the record names, else the host's first path of the
+    // protocol; the target port for a port-present view.
+    auto initiator = [&](const String& given, port_type_t type) {
+        return given.size() != 0 ? given : _firstPathName(hostName, type);
+    };
     if (className.equal(CIMName(ZAR_SCSI_CONTROLLER))) {
         nameFormat = 2;
-        if (!portPresent) {
-            name = _field(record->hostwwn, sizeof(record->hostwwn));
-            if (name.size() == 0)
-                name = _firstPathName(hostName, PORT_TYPE_FC);
-        } else
-            name = _field(record->portwwn, sizeof(record->portwwn));
+        name = portPresent
+                   ? _field(record->portwwn, sizeof(record->portwwn))
+                   : initiator(_field(record->hostwwn, sizeof(record->hostwwn)), PORT_TYPE_FC);
     } else if (className.equal(CIMName(ZAR_ISCSI_CONTROLLER))) {
         nameFormat = 3;
-        if (!portPresent) {
-            name = _field(record->hostiscsiname, sizeof(record->hostiscsiname));
-            if (name.size() == 0)
-                name = _firstPathName(hostName, PORT_TYPE_ISCSI);
-        } else
-            name = _field(record->portiscsiname, sizeof(record->portiscsiname));
+        name = portPresent ? _field(record->portiscsiname, sizeof(record->portiscsiname))
+                           : initiator(_field(record->hostiscsiname, sizeof(record->hostiscsiname)),
+                                       PORT_TYPE_ISCSI);
     }
 
     Uint16 opStatus = record->isTemplate ? 15 : 2;
