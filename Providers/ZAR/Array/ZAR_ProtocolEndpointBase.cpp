@@ -119,34 +119,42 @@ void ZAR_ProtocolEndpointBase::_getInstance(const ReadRequest& request,
     throw CIMObjectNotFoundException(_className + " CIM Object not found.");
 }
 
+void ZAR_ProtocolEndpointBase::_eachPortTraced(
+    const ReadRequest& request, const char* operation, ResponseHandler& handler,
+    const std::function<void(const ZAR_PortRecord&, const String&, const String&)>& sink)
+{
+    _traced(request.context, operation, [&]() {
+        String systemName, host;
+        std::vector<ZAR_PortRecord> ports;
+        _readPorts(operation, ports, systemName, host);
+        handler.processing();
+        for (size_t i = 0; i < ports.size(); i++)
+            sink(ports[i], host, systemName);
+        handler.complete();
+    });
+}
+
 void ZAR_ProtocolEndpointBase::_enumerateInstances(const ReadRequest& request,
                                                    InstanceResponseHandler& handler)
 {
-    _traced(request.context, "enumerateInstances", [&]() {
-        String systemName, host;
-        std::vector<ZAR_PortRecord> ports;
-        _readPorts("enumerateInstances", ports, systemName, host);
-        CIMClass cls = _storedClass(_endpointClass, request.includeQualifiers,
-                                    request.includeClassOrigin, request.propertyList);
-        handler.processing();
-        for (size_t i = 0; i < ports.size(); i++)
-            handler.deliver(endpointInstance(cls, ports[i], host, systemName));
-        handler.complete();
-    });
+    // The stored class, fetched at the first port.
+    CIMClass cls;
+    _eachPortTraced(request, "enumerateInstances", handler,
+                    [&](const ZAR_PortRecord& port, const String& host, const String& systemName) {
+                        if (cls.isUninitialized())
+                            cls = _storedClass(_endpointClass, request.includeQualifiers,
+                                               request.includeClassOrigin, request.propertyList);
+                        handler.deliver(endpointInstance(cls, port, host, systemName));
+                    });
 }
 
 void ZAR_ProtocolEndpointBase::_enumerateInstanceNames(const ReadRequest& request,
                                                        ObjectPathResponseHandler& handler)
 {
-    _traced(request.context, "enumerateInstanceNames", [&]() {
-        String systemName, host;
-        std::vector<ZAR_PortRecord> ports;
-        _readPorts("enumerateInstanceNames", ports, systemName, host);
-        handler.processing();
-        for (size_t i = 0; i < ports.size(); i++)
-            handler.deliver(endpointPath(ports[i], host, systemName));
-        handler.complete();
-    });
+    _eachPortTraced(request, "enumerateInstanceNames", handler,
+                    [&](const ZAR_PortRecord& port, const String& host, const String& systemName) {
+                        handler.deliver(endpointPath(port, host, systemName));
+                    });
 }
 
 PEGASUS_NAMESPACE_END

@@ -7,6 +7,9 @@
 #ifndef ZAR_ProtocolEndpointBase_h
 #define ZAR_ProtocolEndpointBase_h
 
+#include <functional>
+#include <vector>
+
 #include <ZAR_ProviderBase.h>
 #include <ZAR_ArrayRecords.h>
 
@@ -49,6 +52,12 @@ protected:
                                          ObjectPathResponseHandler& handler);
 
 private:
+    // The frame of the two enumerations: the traced, access-checked
+    // operation, then sink(port, host, systemName) for every target port.
+    void _eachPortTraced(
+        const ReadRequest& request, const char* operation, ResponseHandler& handler,
+        const std::function<void(const ZAR_PortRecord&, const String&, const String&)>& sink);
+
     // The system's identity and the target ports of the protocol; a
     // failure throws, naming `operation`.
     void _readPorts(const char* operation, std::vector<ZAR_PortRecord>& ports, String& systemName,
