@@ -144,27 +144,20 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
     Boolean fromSystem = ZAR_Common::isClass(source, ZAR_STORAGE_SYSTEM);
     Boolean fromCaps = ZAR_Common::isClass(source, ZAR_MASKING_CAPABILITIES);
 
-    if (role.size() != 0) {
-        Boolean isElement = String::equalNoCase(role, ROLE_ELEMENT);
-        Boolean isCaps = String::equalNoCase(role, ROLE_CAPABILITIES);
+    // A role names the system's end (ManagedElement) or the capabilities'
+    // end: role must name the object's own end, resultRole the far one.
+    auto wrongRole = [&](const String& name, Boolean ownEnd) {
+        if (name.size() == 0)
+            return false;
+        Boolean isElement = String::equalNoCase(name, ROLE_ELEMENT);
+        Boolean isCaps = String::equalNoCase(name, ROLE_CAPABILITIES);
         if (!isElement && !isCaps)
             return true;
-        if (fromSystem && !isElement)
-            return true;
-        if (fromCaps && !isCaps)
-            return true;
-    }
-
-    if (resultRole.size() != 0) {
-        Boolean isElement = String::equalNoCase(resultRole, ROLE_ELEMENT);
-        Boolean isCaps = String::equalNoCase(resultRole, ROLE_CAPABILITIES);
-        if (!isElement && !isCaps)
-            return true;
-        if (fromSystem && !isCaps)
-            return true;
-        if (fromCaps && !isElement)
-            return true;
-    }
+        Boolean namesSystem = ownEnd ? isElement : isCaps;
+        return (fromSystem && !namesSystem) || (fromCaps && namesSystem);
+    };
+    if (wrongRole(role, true) || wrongRole(resultRole, false))
+        return true;
 
     if (String::equalNoCase(operation, "references") ||
         String::equalNoCase(operation, "referenceNames")) {
