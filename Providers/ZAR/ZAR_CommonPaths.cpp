@@ -47,11 +47,11 @@ CIMObjectPath _localPath(const CIMObjectPath& path)
     return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(), path.getKeyBindings());
 }
 
-// The far-end rule shared by the two target filters: calls add(ref) once
-// per acceptable match of the reference property at position i.
-template <class Add>
-void _walkFarEnds(CIMInstance& assocInstance, const CIMObjectPath& objectName,
-                  Array<CIMName>& resultClasses, const String& resultRole, Add add)
+// Calls visit(name, path) for each reference property of an association
+// instance that holds a path, in property order; stops when visit returns
+// true, and returns whether it did.
+template <class Visit>
+Boolean _forEachReference(CIMInstance& assocInstance, Visit visit)
 {
     for (Uint32 i = 0; i < assocInstance.getPropertyCount(); i++) {
         CIMProperty prop = assocInstance.getProperty(i);
@@ -62,20 +62,33 @@ void _walkFarEnds(CIMInstance& assocInstance, const CIMObjectPath& objectName,
             continue;
         CIMObjectPath ref;
         value.get(ref);
+        if (visit(prop.getName().getString(), ref))
+            return true;
+    }
+    return false;
+}
+
+// The far-end rule shared by the two target filters: calls add(ref) once
+// per acceptable match of each reference property.
+template <class Add>
+void _walkFarEnds(CIMInstance& assocInstance, const CIMObjectPath& objectName,
+                  Array<CIMName>& resultClasses, const String& resultRole, Add add)
+{
+    _forEachReference(assocInstance, [&](const String& name, const CIMObjectPath& ref) {
         if (ZAR_Common::matchObjectPath(objectName, ref))
-            continue;  // the near end
-        Boolean roleOk =
-            resultRole.size() == 0 || String::equalNoCase(resultRole, prop.getName().getString());
+            return false;  // the near end
+        Boolean roleOk = resultRole.size() == 0 || String::equalNoCase(resultRole, name);
         if (resultClasses.size() == 0) {
             if (roleOk)
                 add(ref);
-            continue;
+            return false;
         }
         for (Uint32 j = 0; j < resultClasses.size(); j++) {
             if (resultClasses[j].equal(ref.getClassName()) && roleOk)
                 add(ref);
         }
-    }
+        return false;
+    });
 }
 
 }  // namespace
@@ -184,22 +197,10 @@ Boolean ZAR_Common::_isInstanceValidReference(const CIMObjectPath& objectName,
         }
     }
 
-    for (Uint32 i = 0; i < assocInstance.getPropertyCount(); i++) {
-        CIMProperty prop = assocInstance.getProperty(i);
-        if (prop.getType() != CIMTYPE_REFERENCE)
-            continue;
-        CIMValue value = prop.getValue();
-        if (value.isNull())
-            continue;
-        CIMObjectPath ref;
-        value.get(ref);
-        CIMObjectPath rebuilt = _localPath(ref);
-        if ((role.size() == 0 || String::equalNoCase(prop.getName().getString(), role)) &&
-            matchObjectPath(objectName, rebuilt)) {
-            return true;
-        }
-    }
-    return false;
+    return _forEachReference(assocInstance, [&](const String& name, const CIMObjectPath& ref) {
+        return (role.size() == 0 || String::equalNoCase(name, role)) &&
+               matchObjectPath(objectName, _localPath(ref));
+    });
 }
 
 Array<CIMInstance> ZAR_Common::filterReferenceNames(const Array<CIMInstance>& assocInstances,
