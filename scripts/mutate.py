@@ -98,17 +98,21 @@ def provider_sources():
     return sorted(files)
 
 
-def _limit_memory():
+def _limit_resources():
     # A mutant can make a test allocate without end: 4 GiB of address space
-    # per process ends it before it takes the machine with it.
+    # per process ends it before it takes the machine with it. It can also
+    # make one loop for ever, and ctest's --timeout does not apply to tests
+    # that set their own TIMEOUT (ours all do): a minute of processor time
+    # per process ends that.
     resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
+    resource.setrlimit(resource.RLIMIT_CPU, (60, 60))
 
 
-def run(cmd, timeout, limit_memory=False):
+def run(cmd, timeout, limit_resources=False):
     try:
         p = subprocess.run(cmd, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                            timeout=timeout, text=True,
-                           preexec_fn=_limit_memory if limit_memory else None)
+                           preexec_fn=_limit_resources if limit_resources else None)
         return p.returncode, p.stdout
     except subprocess.TimeoutExpired as e:
         return 124, (e.stdout or b"").decode(errors="replace") if isinstance(e.stdout, bytes) else ""
@@ -196,9 +200,9 @@ def main():
                 outcome = "not built"
             else:
                 # The provider tests take seconds: a mutant that makes one
-                # hang is caught by the time limit.
+                # loop is caught by the processor-time limit (see _limit_resources).
                 rc, out = run(["ctest", "--test-dir", a.build_dir, "-R", a.tests, "-j2",
-                               "--stop-on-failure", "--timeout", "60"], 3600, limit_memory=True)
+                               "--stop-on-failure", "--timeout", "60"], 3600, limit_resources=True)
                 if rc:
                     caught += 1
                     outcome = "caught"
