@@ -115,6 +115,11 @@ TEST_F(VerifyRefTest, ClassOverloadsCheckTheClassIgnoringCase)
     EXPECT_FALSE(ZAR_Common::verifyRefMethodParam(ref, "root/zar", host, classes));
     classes.append("ZAR_StorageVolume");
     EXPECT_TRUE(ZAR_Common::verifyRefMethodParam(ref, "root/zar", host, classes));
+    // The right class does not excuse another namespace or host.
+    CIMObjectPath elsewhere = path("//elsewhere/root/zar:ZAR_StorageVolume.DeviceID=\"v1\"");
+    EXPECT_FALSE(ZAR_Common::verifyRefMethodParam(elsewhere, "root/zar", host,
+                                                  CIMName("ZAR_StorageVolume")));
+    EXPECT_FALSE(ZAR_Common::verifyRefMethodParam(elsewhere, "root/zar", host, classes));
 }
 
 TEST_F(VerifyRefTest, SystemAddressesComeFromTheArray)

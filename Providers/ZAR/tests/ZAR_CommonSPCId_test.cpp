@@ -74,6 +74,18 @@ TEST_F(SPCIdTest, HostSeesAndHostSetLookTheNumberUpAmongHosts)
     EXPECT_EQ("set:grp", hset.host);
     // The host number of a host is looked up alike under HSet:.
     EXPECT_EQ("alpha", decode("HSet:" + std::to_string(alpha_)).host);
+
+    // Numbers with a zero digit are numbers too (hosts are numbered from 1).
+    std::string name;
+    unsigned id = 0;
+    for (int i = 0; id == 0 || std::to_string(id).find('0') == std::string::npos; i++) {
+        name = "h" + std::to_string(i);
+        char wwn[32];
+        snprintf(wwn, sizeof(wwn), "20000000C9%06d", i % 1000000);
+        ASSERT_EQ(0, ArrayBuilder::host(name.c_str(), wwn));
+        id = ArrayBuilder::hostID(name.c_str());
+    }
+    EXPECT_EQ(name, decode("HS:" + std::to_string(id)).host);
 }
 
 TEST_F(SPCIdTest, UnusableIdentifiers)

@@ -67,6 +67,12 @@ TEST_F(DefaultLUsTest, WithoutNumbersOnlyTheFirstLUIsExposedOnEachPort)
     Array<CIMObjectPath> views = o.views();
     ASSERT_EQ(1u, views.size());
     EXPECT_EQ("PP:1:1:1", deviceIDOf(views[0]));
+
+    // That view, named by its port alone, can be deleted.
+    Array<CIMParamValue> remove;
+    remove.append(CIMParamValue("ProtocolController", CIMValue(views[0])));
+    EXPECT_EQ(0u, call("DeleteProtocolController", remove).rc);
+    EXPECT_TRUE(exportsOf("finance-08").empty());
 }
 
 TEST_F(DefaultLUsTest, NumberedLUsOnFibreChannelAndISCSIPorts)

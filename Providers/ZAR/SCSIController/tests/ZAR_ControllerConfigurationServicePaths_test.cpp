@@ -528,6 +528,15 @@ TEST_F(HidePathsTest, FullPathsCheckTheInitiatorsOfTheHost)
     EXPECT_EQ("LU=" + lu + ",HostCollection=db01,TargetPortID=2:1:1: Success\n",
               o.descriptions()[0]);
     EXPECT_TRUE(exportsOf("finance-01").empty());
+
+    // An iSCSI initiator of the host is one of its paths alike.
+    CIMObjectPath iscsi = view("HS:" + std::to_string(hostID("build01")), "ZAR_iSCSIController");
+    EXPECT_EQ(0u, call("HidePaths",
+                       params({strings("LUNames", {wwnOf("eng-02")}),
+                               strings("InitiatorPortIDs", {"iqn.1994-05.com.example:build01"}),
+                               refs("ProtocolControllers", {iscsi})}))
+                      .rc);
+    EXPECT_TRUE(exportsOf("eng-02").empty());
 }
 
 TEST_F(HidePathsTest, InitiatorsLeaveTheViewsHost)
