@@ -131,6 +131,45 @@ protected:
 
     static const char* ns() { return "root/zar"; }
 
+    // Requests of the browse user through the server; a null class name
+    // is no filter.
+    static Pegasus::Array<Pegasus::CIMObjectPath> names(const char* cls)
+    {
+        Paths out;
+        server().enumerateInstanceNames(as("p1browse"), ns(), Pegasus::CIMName(cls), out);
+        return out.items;
+    }
+    static Pegasus::Array<Pegasus::CIMInstance> instances(const char* cls)
+    {
+        Instances out;
+        server().enumerateInstances(as("p1browse"), ns(), Pegasus::CIMName(cls), true, false, false,
+                                    false, Pegasus::CIMPropertyList(), out);
+        return out.items;
+    }
+    static Pegasus::Array<Pegasus::CIMObjectPath> assocNames(const Pegasus::CIMObjectPath& from,
+                                                             const char* assoc,
+                                                             const char* resultClass,
+                                                             const char* role = "",
+                                                             const char* resultRole = "")
+    {
+        Paths out;
+        server().associatorNames(as("p1browse"), ns(), from, name(assoc), name(resultClass), role,
+                                 resultRole, out);
+        return out.items;
+    }
+    static Pegasus::Array<Pegasus::CIMObjectPath> refNames(const Pegasus::CIMObjectPath& from,
+                                                           const char* resultClass,
+                                                           const char* role = "")
+    {
+        Paths out;
+        server().referenceNames(as("p1browse"), ns(), from, name(resultClass), role, out);
+        return out.items;
+    }
+    static Pegasus::CIMName name(const char* cls)
+    {
+        return cls ? Pegasus::CIMName(cls) : Pegasus::CIMName();
+    }
+
     // The array's identity, read directly from the array library.
     static api_sysinfo_t systemInfo()
     {

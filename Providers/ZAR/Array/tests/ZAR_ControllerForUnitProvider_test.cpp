@@ -22,33 +22,7 @@ const Protocol kProtocols[] = {
     {PORT_TYPE_FC, "ZAR_SCSIController", "ZAR_ControllerForUnit"},
     {PORT_TYPE_ISCSI, "ZAR_iSCSIController", "ZAR_iSCSIControllerForUnit"}};
 
-class ControllerForUnitProviderTest : public ModuleFixture {
-protected:
-    Array<CIMObjectPath> paths(const char* cls)
-    {
-        Paths names;
-        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(cls), names);
-        return names.items;
-    }
-    Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
-                                    const char* resultClass, const char* role,
-                                    const char* resultRole)
-    {
-        Paths names;
-        server().associatorNames(as("p1browse"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
-                                 resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
-                                 names);
-        return names.items;
-    }
-    Array<CIMObjectPath> refNames(const CIMObjectPath& from, const char* resultClass,
-                                  const char* role)
-    {
-        Paths names;
-        server().referenceNames(as("p1browse"), kZar, from,
-                                resultClass ? CIMName(resultClass) : CIMName(), role, names);
-        return names.items;
-    }
-};
+using ControllerForUnitProviderTest = ModuleFixture;
 
 TEST_F(ControllerForUnitProviderTest, EachViewLeadsToTheVolumesItExports)
 {
@@ -57,7 +31,7 @@ TEST_F(ControllerForUnitProviderTest, EachViewLeadsToTheVolumesItExports)
         for (const vlun& r : arrayExports(p.type))
             expected[fieldOf(r.deviceID, sizeof r.deviceID)].insert(
                 fieldOf(r.vvwwn, sizeof r.vvwwn));
-        Array<CIMObjectPath> views = paths(p.view);
+        Array<CIMObjectPath> views = names(p.view);
         ASSERT_EQ(expected.size(), views.size()) << p.view;
         bool sawDefault = false;
         for (Uint32 i = 0; i < views.size(); i++) {
@@ -84,7 +58,7 @@ TEST_F(ControllerForUnitProviderTest, EachVolumeLeadsBackToItsViews)
         for (const vlun& r : arrayExports(p.type))
             expected[fieldOf(r.vvwwn, sizeof r.vvwwn)].insert(
                 fieldOf(r.deviceID, sizeof r.deviceID));
-    Array<CIMObjectPath> volumes = paths("ZAR_StorageVolume");
+    Array<CIMObjectPath> volumes = names("ZAR_StorageVolume");
     size_t unexported = 0;
     for (Uint32 i = 0; i < volumes.size(); i++) {
         std::string wwn = key(volumes[i], "DeviceID");
@@ -100,7 +74,7 @@ TEST_F(ControllerForUnitProviderTest, EachVolumeLeadsBackToItsViews)
 TEST_F(ControllerForUnitProviderTest, RolesAndClassesThatCannotMatchGiveNothing)
 {
     for (const Protocol& p : kProtocols) {
-        Array<CIMObjectPath> views = paths(p.view);
+        Array<CIMObjectPath> views = names(p.view);
         CIMObjectPath view;
         for (Uint32 i = 0; i < views.size(); i++)
             if (assocNames(views[i], p.assoc, nullptr, "", "").size() != 0)
@@ -165,7 +139,7 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
 
 TEST_F(ControllerForUnitProviderTest, AssociatorsDeliverWholeVolumesAndViews)
 {
-    Array<CIMObjectPath> views = paths("ZAR_SCSIController");
+    Array<CIMObjectPath> views = names("ZAR_SCSIController");
     for (Uint32 i = 0; i < views.size(); i++) {
         Objects volumes;
         server().associators(as("p1browse"), kZar, views[i], CIMName("ZAR_ControllerForUnit"),
@@ -189,7 +163,7 @@ TEST_F(ControllerForUnitProviderTest, AssociatorsDeliverWholeVolumesAndViews)
 
 TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresAreReported)
 {
-    Array<CIMObjectPath> refs = paths("ZAR_ControllerForUnit");
+    Array<CIMObjectPath> refs = names("ZAR_ControllerForUnit");
     ASSERT_GT(refs.size(), 0u);
     CIMObjectPath other = refKey(refs[0], "Dependent");
     Array<CIMKeyBinding> kb = other.getKeyBindings();
@@ -222,7 +196,7 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
               }).getCode());
 
     zarsim_fail_next("api_getSCSIProtocolControllers", 1, 1, "records lost");
-    CIMException e = cimErrorOf([&] { paths("ZAR_ControllerForUnit"); });
+    CIMException e = cimErrorOf([&] { names("ZAR_ControllerForUnit"); });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
     EXPECT_NE(std::string::npos,
               text(e.getMessage()).find("ZAR_ControllerForUnitProvider::_forEachPair"));

@@ -17,22 +17,13 @@ namespace {
 
 const CIMNamespaceName kZar("root/zar");
 
-class ProtocolEndpointTest : public ModuleFixture {
-protected:
-    Array<CIMInstance> endpoints(const char* cls)
-    {
-        Instances list;
-        server().enumerateInstances(as("p1browse"), kZar, CIMName(cls), true, false, false, false,
-                                    CIMPropertyList(), list);
-        return list.items;
-    }
-};
+using ProtocolEndpointTest = ModuleFixture;
 
 TEST_F(ProtocolEndpointTest, OneFCEndpointPerFCPortNamedByItsWWN)
 {
     std::vector<ArrayPort> ports = arrayPorts(PORT_TYPE_FC);
     ASSERT_FALSE(ports.empty());
-    Array<CIMInstance> got = endpoints("ZAR_SCSIProtocolFCEndpoint");
+    Array<CIMInstance> got = instances("ZAR_SCSIProtocolFCEndpoint");
     ASSERT_EQ(ports.size(), got.size());
     std::map<std::string, ArrayPort> byWWN;
     for (const ArrayPort& p : ports)
@@ -55,7 +46,7 @@ TEST_F(ProtocolEndpointTest, ISCSIEndpointsCarryTargetNamesWhoseISCSINameIsThePo
 {
     std::vector<ArrayPort> ports = arrayPorts(PORT_TYPE_ISCSI);
     ASSERT_FALSE(ports.empty());
-    Array<CIMInstance> got = endpoints("ZAR_iSCSIProtocolEndpoint");
+    Array<CIMInstance> got = instances("ZAR_iSCSIProtocolEndpoint");
     ASSERT_EQ(ports.size(), got.size());
     std::set<std::string> names;
     for (const ArrayPort& p : ports)
@@ -98,7 +89,7 @@ TEST_F(ProtocolEndpointTest, ExtractISCSINameTakesThePartBeforeTheSuffix)
 TEST_F(ProtocolEndpointTest, FCPathBuilderNamesTheEnumeratedEndpoint)
 {
     api_sysinfo_t info = systemInfo();
-    Array<CIMInstance> got = endpoints("ZAR_SCSIProtocolFCEndpoint");
+    Array<CIMInstance> got = instances("ZAR_SCSIProtocolFCEndpoint");
     ASSERT_GT(got.size(), 0u);
     for (Uint32 i = 0; i < got.size(); i++) {
         std::string wwn = prop(got[i], "Name");
@@ -141,13 +132,13 @@ TEST_F(ProtocolEndpointTest, ISCSIViewPathBuilderTakesItsTextsInItsOwnOrder)
 TEST_F(ProtocolEndpointTest, PortFailuresAndUnknownPaths)
 {
     zarsim_fail_next("api_getISCSIPorts", 1, 1, "port table unreadable");
-    CIMException e = cimErrorOf([&] { endpoints("ZAR_iSCSIProtocolEndpoint"); });
+    CIMException e = cimErrorOf([&] { instances("ZAR_iSCSIProtocolEndpoint"); });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
     EXPECT_NE(std::string::npos,
               text(e.getMessage()).find("ZAR_iSCSIProtocolEndpointProvider::enumerateInstances"));
     EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
 
-    Array<CIMInstance> got = endpoints("ZAR_iSCSIProtocolEndpoint");
+    Array<CIMInstance> got = instances("ZAR_iSCSIProtocolEndpoint");
     ASSERT_GT(got.size(), 0u);
     Array<CIMKeyBinding> kb = got[0].getPath().getKeyBindings();
     for (Uint32 i = 0; i < kb.size(); i++)

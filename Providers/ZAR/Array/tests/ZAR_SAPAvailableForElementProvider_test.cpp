@@ -26,23 +26,6 @@ const Protocol kProtocols[] = {{PORT_TYPE_FC, "ZAR_SCSIProtocolFCEndpoint", "ZAR
 
 class SAPAvailableForElementProviderTest : public ModuleFixture {
 protected:
-    Array<CIMInstance> instances(const char* cls)
-    {
-        Instances list;
-        server().enumerateInstances(as("p1browse"), kZar, CIMName(cls), true, false, false, false,
-                                    CIMPropertyList(), list);
-        return list.items;
-    }
-    Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
-                                    const char* resultClass, const char* role,
-                                    const char* resultRole)
-    {
-        Paths names;
-        server().associatorNames(as("p1browse"), kZar, from, assoc ? CIMName(assoc) : CIMName(),
-                                 resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
-                                 names);
-        return names.items;
-    }
     // The views that the array says a port reaches: its own matched-set,
     // port-present and default views, and every host-sees and host-set view.
     static std::set<std::string> reachedFrom(const std::vector<vlun>& views,

@@ -23,16 +23,6 @@ protected:
         EXPECT_EQ(1u, names.items.size());
         return names.items.size() ? names.items[0] : CIMObjectPath();
     }
-    Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* assoc,
-                                    const char* resultClass, const char* role = "",
-                                    const char* resultRole = "")
-    {
-        Paths names;
-        server().associatorNames(as("p1browse"), kZar, from, CIMName(assoc),
-                                 resultClass ? CIMName(resultClass) : CIMName(), role, resultRole,
-                                 names);
-        return names.items;
-    }
     // "Class|DeviceID" of each path.
     static std::set<std::string> devices(const Array<CIMObjectPath>& paths)
     {
