@@ -26,41 +26,29 @@ struct HandlerCalls {
     int completeCalls = 0;
 };
 
-class Instances : public Pegasus::InstanceResponseHandler, public HandlerCalls {
+// Collects what a provider delivers through a response handler.
+template <class Handler, class Item>
+class Collect : public Handler, public HandlerCalls {
 public:
     void processing() override { processingCalls++; }
     void complete() override { completeCalls++; }
-    void deliver(const Pegasus::CIMInstance& i) override
+    void deliver(const Item& item) override
     {
-        items.append(i);
+        items.append(item);
         deliveries++;
     }
-    void deliver(const Pegasus::Array<Pegasus::CIMInstance>& a) override
+    void deliver(const Pegasus::Array<Item>& batch) override
     {
-        items.appendArray(a);
+        items.appendArray(batch);
         deliveries++;
     }
-    Pegasus::Array<Pegasus::CIMInstance> items;
+    Pegasus::Array<Item> items;
     int deliveries = 0;  // calls of deliver (a batch counts once)
 };
 
-class Paths : public Pegasus::ObjectPathResponseHandler, public HandlerCalls {
-public:
-    void processing() override { processingCalls++; }
-    void complete() override { completeCalls++; }
-    void deliver(const Pegasus::CIMObjectPath& p) override { items.append(p); }
-    void deliver(const Pegasus::Array<Pegasus::CIMObjectPath>& a) override { items.appendArray(a); }
-    Pegasus::Array<Pegasus::CIMObjectPath> items;
-};
-
-class Objects : public Pegasus::ObjectResponseHandler, public HandlerCalls {
-public:
-    void processing() override { processingCalls++; }
-    void complete() override { completeCalls++; }
-    void deliver(const Pegasus::CIMObject& o) override { items.append(o); }
-    void deliver(const Pegasus::Array<Pegasus::CIMObject>& a) override { items.appendArray(a); }
-    Pegasus::Array<Pegasus::CIMObject> items;
-};
+using Instances = Collect<Pegasus::InstanceResponseHandler, Pegasus::CIMInstance>;
+using Paths = Collect<Pegasus::ObjectPathResponseHandler, Pegasus::CIMObjectPath>;
+using Objects = Collect<Pegasus::ObjectResponseHandler, Pegasus::CIMObject>;
 
 class Plain : public Pegasus::ResponseHandler, public HandlerCalls {
 public:

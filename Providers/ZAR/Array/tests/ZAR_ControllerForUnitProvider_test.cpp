@@ -178,22 +178,19 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
         CIMName("Dependent"),
         CIMObjectPath(other.getHost(), other.getNameSpace(), other.getClassName(), kb).toString(),
         CIMKeyBinding::REFERENCE));
-    EXPECT_EQ(CIM_ERR_NOT_FOUND,
-              cimErrorOf([&] {
-                  server().getInstance(
-                      as("p1browse"), kZar,
-                      CIMObjectPath("", kZar, CIMName("ZAR_ControllerForUnit"), assoc), false,
-                      false, false, CIMPropertyList());
-              }).getCode());
+    auto getAssoc = [&] {
+        return cimErrorOf([&] {
+                   server().getInstance(
+                       as("p1browse"), kZar,
+                       CIMObjectPath("", kZar, CIMName("ZAR_ControllerForUnit"), assoc), false,
+                       false, false, CIMPropertyList());
+               })
+            .getCode();
+    };
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, getAssoc());
     // Without one of its two references the path names no association.
     assoc.remove(1);
-    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER,
-              cimErrorOf([&] {
-                  server().getInstance(
-                      as("p1browse"), kZar,
-                      CIMObjectPath("", kZar, CIMName("ZAR_ControllerForUnit"), assoc), false,
-                      false, false, CIMPropertyList());
-              }).getCode());
+    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, getAssoc());
 
     zarsim_fail_next("api_getSCSIProtocolControllers", 1, 1, "records lost");
     CIMException e = cimErrorOf([&] { names("ZAR_ControllerForUnit"); });
