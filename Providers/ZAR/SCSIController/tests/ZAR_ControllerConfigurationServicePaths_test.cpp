@@ -260,6 +260,30 @@ TEST_F(ExposePathsTest, InitiatorsJoinAViewTakingThePersonaAlong)
     EXPECT_TRUE(again.descriptions().empty());
 }
 
+TEST_F(ExposePathsTest, AnISCSIInitiatorLeavesOnlyItsOwnHost)
+{
+    // Two iSCSI hosts without exports; the second one's initiator joins
+    // build01's view, and only its own host gives it up.
+    const char* first = "iqn.1994-05.com.example:idle01";
+    const char* second = "iqn.1994-05.com.example:idle02";
+    for (const auto& h : {std::make_pair("idle01", first), std::make_pair("idle02", second)}) {
+        api_status_t status;
+        ASSERT_EQ(0, cim_sem_wait());
+        int rc = api_createHost(&status, nullptr, h.first, h.second, API_WWN_NONE,
+                                API_PERSONA_GENERIC, "-");
+        cim_sem_post();
+        ASSERT_EQ(0, rc) << h.first;
+    }
+    CIMObjectPath build01 = view("HS:" + std::to_string(hostID("build01")), "ZAR_iSCSIController");
+    // Two initiators: the array is asked for every host's paths.
+    EXPECT_EQ(0u,
+              call("ExposePaths", params({strings("InitiatorPortIDs", {second, "10000000C9A0FF07"}),
+                                          refs("ProtocolControllers", {build01})}))
+                  .rc);
+    EXPECT_EQ("build01", hostOf(second));
+    EXPECT_EQ("idle01", hostOf(first));
+}
+
 TEST_F(ExposePathsTest, HostSeesViewTakesAnInitiatorUnknownToTheArray)
 {
     EXPECT_EQ(0u, call("ExposePaths", params({strings("InitiatorPortIDs", {"10000000C9A0FF07"}),
