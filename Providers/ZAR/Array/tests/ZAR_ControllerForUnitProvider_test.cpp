@@ -11,8 +11,6 @@ using namespace zartest;
 
 namespace {
 
-const CIMNamespaceName kZar("root/zar");
-
 struct Protocol {
     port_type_t type;
     const char* view;
@@ -110,7 +108,7 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
             accessOf[fieldOf(v.name, sizeof v.name)] = v.access;
 
         Instances all;
-        server().enumerateInstances(as("p1browse"), kZar, CIMName(p.assoc), true, false, false,
+        server().enumerateInstances(as("p1browse"), ns(), CIMName(p.assoc), true, false, false,
                                     false, CIMPropertyList(), all);
         ASSERT_EQ(exports.size(), all.items.size()) << p.assoc;
         for (Uint32 i = 0; i < all.items.size(); i++) {
@@ -130,7 +128,7 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
             for (Uint32 j = 0; j < fromVolume.size(); j++)
                 found = found || key(refKey(fromVolume[j], "Antecedent"), "DeviceID") == view;
             EXPECT_TRUE(found) << view << " " << wwn;
-            CIMInstance again = server().getInstance(as("p1browse"), kZar, a.getPath(), false,
+            CIMInstance again = server().getInstance(as("p1browse"), ns(), a.getPath(), false,
                                                      false, false, CIMPropertyList());
             EXPECT_EQ(prop(a, "DeviceNumber"), prop(again, "DeviceNumber"));
         }
@@ -142,14 +140,14 @@ TEST_F(ControllerForUnitProviderTest, AssociatorsDeliverWholeVolumesAndViews)
     Array<CIMObjectPath> views = names("ZAR_SCSIController");
     for (Uint32 i = 0; i < views.size(); i++) {
         Objects volumes;
-        server().associators(as("p1browse"), kZar, views[i], CIMName("ZAR_ControllerForUnit"),
+        server().associators(as("p1browse"), ns(), views[i], CIMName("ZAR_ControllerForUnit"),
                              CIMName(), "", "", false, false, CIMPropertyList(), volumes);
         for (Uint32 v = 0; v < volumes.items.size(); v++) {
             CIMInstance vol(volumes.items[v]);
             EXPECT_EQ(key(volumes.items[v].getPath(), "DeviceID"), prop(vol, "DeviceID"));
             EXPECT_FALSE(prop(vol, "ElementName").empty());
             Objects back;
-            server().associators(as("p1browse"), kZar, volumes.items[v].getPath(),
+            server().associators(as("p1browse"), ns(), volumes.items[v].getPath(),
                                  CIMName("ZAR_ControllerForUnit"), CIMName(), "", "", false, false,
                                  CIMPropertyList(), back);
             bool found = false;
@@ -181,8 +179,8 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
     auto getAssoc = [&] {
         return cimErrorOf([&] {
                    server().getInstance(
-                       as("p1browse"), kZar,
-                       CIMObjectPath("", kZar, CIMName("ZAR_ControllerForUnit"), assoc), false,
+                       as("p1browse"), ns(),
+                       CIMObjectPath("", ns(), CIMName("ZAR_ControllerForUnit"), assoc), false,
                        false, false, CIMPropertyList());
                })
             .getCode();
@@ -202,7 +200,7 @@ TEST_F(ControllerForUnitProviderTest, AnUnknownAssociationIsNotFoundAndFailuresA
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] {
                                          Paths names;
                                          server().associatorNames(
-                                             as("nobody"), kZar, refKey(refs[0], "Antecedent"),
+                                             as("nobody"), ns(), refKey(refs[0], "Antecedent"),
                                              CIMName(), CIMName(), "", "", names);
                                      }).getCode());
 }

@@ -15,8 +15,6 @@ using namespace zartest;
 
 namespace {
 
-const CIMNamespaceName kZar("root/zar");
-
 using ProtocolEndpointTest = ModuleFixture;
 
 TEST_F(ProtocolEndpointTest, OneFCEndpointPerFCPortNamedByItsWWN)
@@ -36,7 +34,7 @@ TEST_F(ProtocolEndpointTest, OneFCEndpointPerFCPortNamedByItsWWN)
         EXPECT_EQ("3", prop(got[i], "Role"));
         EXPECT_EQ(name, key(got[i].getPath(), "Name"));
         // Fetched again by its path.
-        CIMInstance again = server().getInstance(as("p1browse"), kZar, got[i].getPath(), false,
+        CIMInstance again = server().getInstance(as("p1browse"), ns(), got[i].getPath(), false,
                                                  false, false, CIMPropertyList());
         EXPECT_EQ(name, prop(again, "Name"));
     }
@@ -66,7 +64,7 @@ TEST_F(ProtocolEndpointTest, ISCSIEndpointsCarryTargetNamesWhoseISCSINameIsThePo
         EXPECT_EQ(prop(got[i], "PortPosition"), std::string(loop_txbf(lpid, position, scratch)));
     }
     Paths paths;
-    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("CIM_SCSIProtocolEndpoint"),
+    server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("CIM_SCSIProtocolEndpoint"),
                                     paths);
     EXPECT_EQ(ports.size() + arrayPorts(PORT_TYPE_FC).size(), paths.items.size())
         << "both endpoint classes answer for their superclass";
@@ -111,7 +109,7 @@ TEST_F(ProtocolEndpointTest, FCPathBuilderNamesTheEnumeratedEndpoint)
         "ZAR_SCSIProtocolFCEndpoint", info.name, "0:1:1", "not-a-wwn");
     EXPECT_EQ("not-a-wwn", key(none, "Name"));
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("p1browse"), kZar, none, false, false,
+                                     server().getInstance(as("p1browse"), ns(), none, false, false,
                                                           false, CIMPropertyList());
                                  }).getCode());
 }
@@ -147,9 +145,9 @@ TEST_F(ProtocolEndpointTest, PortFailuresAndUnknownPaths)
                 CIMName("Name"),
                 text(ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(kb[i].getValue())).c_str(),
                 CIMKeyBinding::STRING);
-    CIMObjectPath bare("", kZar, CIMName("ZAR_iSCSIProtocolEndpoint"), kb);
+    CIMObjectPath bare("", ns(), CIMName("ZAR_iSCSIProtocolEndpoint"), kb);
     EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("p1browse"), kZar, bare, false, false,
+                                     server().getInstance(as("p1browse"), ns(), bare, false, false,
                                                           false, CIMPropertyList());
                                  }).getCode())
         << "the endpoint is named by its whole target name";

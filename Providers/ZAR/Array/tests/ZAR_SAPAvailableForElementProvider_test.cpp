@@ -11,8 +11,6 @@ using namespace zartest;
 
 namespace {
 
-const CIMNamespaceName kZar("root/zar");
-
 struct Protocol {
     port_type_t type;
     const char* endpoint;
@@ -66,7 +64,7 @@ TEST_F(SAPAvailableForElementProviderTest, EachEndpointReachesItsPortsViewsAndBa
 
         // From each view back to the endpoints of its ports.
         Paths viewPaths;
-        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(p.view), viewPaths);
+        server().enumerateInstanceNames(as("p1browse"), ns(), CIMName(p.view), viewPaths);
         for (Uint32 i = 0; i < viewPaths.items.size(); i++) {
             std::string id = key(viewPaths.items[i], "DeviceID");
             Array<CIMObjectPath> got =
@@ -92,20 +90,20 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
                   assocNames(from, nullptr, "CIM_ManagedElement", "availablesap", "").size());
 
         Objects refs;
-        server().references(as("p1browse"), kZar, from, CIMName(p.assoc), "AvailableSAP", false,
+        server().references(as("p1browse"), ns(), from, CIMName(p.assoc), "AvailableSAP", false,
                             false, CIMPropertyList(), refs);
         EXPECT_EQ(reached, refs.items.size());
         for (Uint32 i = 0; i < refs.items.size(); i++)
             EXPECT_EQ(prop(endpoints[0], "Name"),
                       key(refKey(refs.items[i].getPath(), "AvailableSAP"), "Name"));
         Paths none;
-        server().referenceNames(as("p1browse"), kZar, from, CIMName(p.assoc), "ManagedElement",
+        server().referenceNames(as("p1browse"), ns(), from, CIMName(p.assoc), "ManagedElement",
                                 none);
         EXPECT_EQ(0u, none.items.size());
 
         // Whole views from the endpoint, each one the view of that path.
         Objects views;
-        server().associators(as("p1browse"), kZar, from, CIMName(p.assoc), CIMName(), "", "", false,
+        server().associators(as("p1browse"), ns(), from, CIMName(p.assoc), CIMName(), "", "", false,
                              false, CIMPropertyList(), views);
         ASSERT_EQ(reached, views.items.size());
         for (Uint32 i = 0; i < views.items.size(); i++)
@@ -115,12 +113,12 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
         // Enumerated association instances: one per reached pair, each
         // fetched again by its path.
         Paths all;
-        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName(p.assoc), all);
+        server().enumerateInstanceNames(as("p1browse"), ns(), CIMName(p.assoc), all);
         size_t total = 0;
         for (Uint32 i = 0; i < endpoints.size(); i++)
             total += assocNames(endpoints[i].getPath(), p.assoc, nullptr, "", "").size();
         EXPECT_EQ(total, all.items.size());
-        CIMInstance one = server().getInstance(as("p1browse"), kZar, all.items[0], false, false,
+        CIMInstance one = server().getInstance(as("p1browse"), ns(), all.items[0], false, false,
                                                false, CIMPropertyList());
         EXPECT_FALSE(prop(one, "ManagedElement").empty());
     }

@@ -11,14 +11,12 @@ using namespace zartest;
 
 namespace {
 
-const CIMNamespaceName kZar("root/zar");
-
 class StorageVolumeProviderTest : public ModuleFixture {
 protected:
     Array<CIMInstance> all(const OperationContext& context, const char* cls = "ZAR_StorageVolume")
     {
         Instances list;
-        server().enumerateInstances(context, kZar, CIMName(cls), true, false, false, false,
+        server().enumerateInstances(context, ns(), CIMName(cls), true, false, false, false,
                                     CIMPropertyList(), list);
         return list.items;
     }
@@ -56,7 +54,7 @@ TEST_F(StorageVolumeProviderTest, EveryVolumeOnceWithItsRecord)
     }
 
     Paths names;
-    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
+    server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_StorageVolume"), names);
     EXPECT_EQ(seen, keys(names.items, "DeviceID"));
     // Reached through a superclass as well.
     EXPECT_EQ(volumes.size(), all(as("p1browse"), "CIM_StorageVolume").size());
@@ -69,7 +67,7 @@ TEST_F(StorageVolumeProviderTest, ManyVolumesAreAllDeliveredAcrossChunks)
         ASSERT_EQ(0, zarsim_add_volume(("bulk-" + std::to_string(i)).c_str(), 1024, "-",
                                        VOL_MODE_READWRITE, nullptr));
     Paths names;
-    server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageVolume"), names);
+    server().enumerateInstanceNames(OperationContext(), ns(), CIMName("ZAR_StorageVolume"), names);
     EXPECT_EQ(before + 230, names.items.size());
     EXPECT_EQ(before + 230, keys(names.items, "DeviceID").size()) << "duplicates across chunks";
 }
@@ -79,7 +77,7 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
     char wwn[33] = "";
     ASSERT_EQ(0, zarsim_add_volume("ro-vol", 2048, "-", VOL_MODE_READ, wwn));
     Paths names;
-    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
+    server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_StorageVolume"), names);
     CIMObjectPath path;
     for (Uint32 i = 0; i < names.items.size(); i++)
         if (key(names.items[i], "DeviceID") == wwn)
@@ -87,7 +85,7 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
     ASSERT_EQ(wwn, key(path, "DeviceID"));
 
     CIMInstance inst =
-        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), ns(), path, false, false, false, CIMPropertyList());
     EXPECT_EQ("ro-vol", prop(inst, "ElementName"));
     EXPECT_EQ("1", prop(inst, "Access"));  // readable only
     EXPECT_EQ(std::to_string(2048ull * 2048),
@@ -102,9 +100,9 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
                 kb[i] =
                     CIMKeyBinding(kb[i].getName(), changed[name].c_str(), CIMKeyBinding::STRING);
         }
-        CIMObjectPath p(path.getHost(), kZar, path.getClassName(), kb);
+        CIMObjectPath p(path.getHost(), ns(), path.getClassName(), kb);
         return cimErrorOf([&] {
-                   server().getInstance(as("p1browse"), kZar, p, false, false, false,
+                   server().getInstance(as("p1browse"), ns(), p, false, false, false,
                                         CIMPropertyList());
                }).getCode() == CIM_ERR_NOT_FOUND;
     };
@@ -128,15 +126,15 @@ TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
     EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
 
     Paths names;
-    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageVolume"), names);
+    server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_StorageVolume"), names);
     ASSERT_GT(names.items.size(), 0u);
-    CIMInstance inst = server().getInstance(as("p1browse"), kZar, names.items[0], false, false,
+    CIMInstance inst = server().getInstance(as("p1browse"), ns(), names.items[0], false, false,
                                             false, CIMPropertyList());
     inst.setPath(names.items[0]);
     e = cimErrorOf(
-        [&] { server().modifyInstance(as("p1browse"), kZar, inst, false, CIMPropertyList()); });
+        [&] { server().modifyInstance(as("p1browse"), ns(), inst, false, CIMPropertyList()); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    e = cimErrorOf([&] { server().deleteInstance(as("p1browse"), kZar, names.items[0]); });
+    e = cimErrorOf([&] { server().deleteInstance(as("p1browse"), ns(), names.items[0]); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
     EXPECT_EQ("ZAR_StorageVolumeProvider does not support deleteInstance.", text(e.getMessage()));
 }

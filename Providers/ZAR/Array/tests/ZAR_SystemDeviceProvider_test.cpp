@@ -12,14 +12,12 @@ using namespace zartest;
 
 namespace {
 
-const CIMNamespaceName kZar("root/zar");
-
 class SystemAssociationsTest : public ModuleFixture {
 protected:
     CIMObjectPath system()
     {
         Paths names;
-        server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_StorageSystem"), names);
+        server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_StorageSystem"), names);
         EXPECT_EQ(1u, names.items.size());
         return names.items.size() ? names.items[0] : CIMObjectPath();
     }
@@ -67,7 +65,7 @@ TEST_F(SystemAssociationsTest, TheSystemHoldsEveryVolumeAndView)
 
     // Whole volumes, as the volume provider builds them.
     Objects volumes;
-    server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_SystemDevice"),
+    server().associators(as("p1browse"), ns(), system(), CIMName("ZAR_SystemDevice"),
                          CIMName("ZAR_StorageVolume"), "", "", false, false, CIMPropertyList(),
                          volumes);
     EXPECT_EQ(only("ZAR_StorageVolume|").size(), volumes.items.size());
@@ -89,7 +87,7 @@ TEST_F(SystemAssociationsTest, TheSystemHostsEveryEndpoint)
         expected.insert(p.deviceID);
 
     Objects endpoints;
-    server().associators(as("p1browse"), kZar, system(), CIMName("ZAR_HostedAccessPoint"),
+    server().associators(as("p1browse"), ns(), system(), CIMName("ZAR_HostedAccessPoint"),
                          CIMName(), "Antecedent", "Dependent", false, false, CIMPropertyList(),
                          endpoints);
     std::set<std::string> got;
@@ -103,7 +101,7 @@ TEST_F(SystemAssociationsTest, TheSystemHostsEveryEndpoint)
     CIMObjectPath one = endpoints.items[0].getPath();
     ASSERT_EQ(1u, assocNames(one, "ZAR_HostedAccessPoint", nullptr).size());
     Paths refs;
-    server().referenceNames(as("p1browse"), kZar, one, CIMName("ZAR_HostedAccessPoint"),
+    server().referenceNames(as("p1browse"), ns(), one, CIMName("ZAR_HostedAccessPoint"),
                             "Dependent", refs);
     ASSERT_EQ(1u, refs.items.size());
     EXPECT_EQ(key(system(), "Name"), key(refKey(refs.items[0], "Antecedent"), "Name"));
@@ -120,19 +118,19 @@ TEST_F(SystemAssociationsTest, EveryOperationChecksTheUserFirst)
     Instances instances;
     const CIMName assoc("ZAR_SystemDevice");
     const std::vector<std::function<void()>> calls = {
-        [&] { server().associatorNames(nobody, kZar, from, assoc, CIMName(), "", "", names); },
+        [&] { server().associatorNames(nobody, ns(), from, assoc, CIMName(), "", "", names); },
         [&] {
-            server().associators(nobody, kZar, from, assoc, CIMName(), "", "", false, false,
+            server().associators(nobody, ns(), from, assoc, CIMName(), "", "", false, false,
                                  CIMPropertyList(), objects);
         },
-        [&] { server().referenceNames(nobody, kZar, from, assoc, "", names); },
+        [&] { server().referenceNames(nobody, ns(), from, assoc, "", names); },
         [&] {
-            server().references(nobody, kZar, from, assoc, "", false, false, CIMPropertyList(),
+            server().references(nobody, ns(), from, assoc, "", false, false, CIMPropertyList(),
                                 objects);
         },
-        [&] { server().enumerateInstanceNames(nobody, kZar, assoc, names); },
+        [&] { server().enumerateInstanceNames(nobody, ns(), assoc, names); },
         [&] {
-            server().enumerateInstances(nobody, kZar, assoc, true, false, false, false,
+            server().enumerateInstances(nobody, ns(), assoc, true, false, false, false,
                                         CIMPropertyList(), instances);
         },
     };

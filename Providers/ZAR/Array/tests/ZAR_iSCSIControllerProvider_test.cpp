@@ -8,8 +8,6 @@ using namespace zartest;
 
 namespace {
 
-const CIMNamespaceName kZar("root/zar");
-
 using ISCSIControllerProviderTest = ModuleFixture;
 
 TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
@@ -20,7 +18,7 @@ TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
     ASSERT_FALSE(expected.empty());
 
     Instances list;
-    server().enumerateInstances(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), true, false,
+    server().enumerateInstances(as("p1browse"), ns(), CIMName("ZAR_iSCSIController"), true, false,
                                 false, false, CIMPropertyList(), list);
     std::set<std::string> got;
     for (Uint32 i = 0; i < list.items.size(); i++) {
@@ -31,10 +29,10 @@ TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
     EXPECT_EQ(expected, got);
 
     Paths names;
-    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), names);
+    server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_iSCSIController"), names);
     EXPECT_EQ(expected, keys(names.items, "DeviceID"));
     for (Uint32 i = 0; i < names.items.size(); i++) {
-        CIMInstance one = server().getInstance(as("p1browse"), kZar, names.items[i], false, false,
+        CIMInstance one = server().getInstance(as("p1browse"), ns(), names.items[i], false, false,
                                                false, CIMPropertyList());
         EXPECT_EQ(key(names.items[i], "DeviceID"), prop(one, "DeviceID"));
     }
@@ -45,7 +43,7 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
     std::vector<vlun> fc = arrayViews(PORT_TYPE_FC);
     ASSERT_FALSE(fc.empty());
     Paths names;
-    server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"), names);
+    server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_iSCSIController"), names);
     ASSERT_GT(names.items.size(), 0u);
     for (const char* which : {"DeviceID", "SystemName"}) {
         Array<CIMKeyBinding> kb = names.items[0].getKeyBindings();
@@ -56,9 +54,9 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
                                           ? fieldOf(fc[0].deviceID, 65).c_str()
                                           : "OTHER",
                                       CIMKeyBinding::STRING);
-        CIMObjectPath p("", kZar, CIMName("ZAR_iSCSIController"), kb);
+        CIMObjectPath p("", ns(), CIMName("ZAR_iSCSIController"), kb);
         EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                         server().getInstance(as("p1browse"), kZar, p, false, false,
+                                         server().getInstance(as("p1browse"), ns(), p, false, false,
                                                               false, CIMPropertyList());
                                      }).getCode())
             << which;
@@ -68,8 +66,8 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER,
               cimErrorOf([&] {
                   server().getInstance(
-                      as("p1browse"), kZar,
-                      CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), none), false, false,
+                      as("p1browse"), ns(),
+                      CIMObjectPath("", ns(), CIMName("ZAR_iSCSIController"), none), false, false,
                       false, CIMPropertyList());
               }).getCode());
 }
@@ -81,10 +79,10 @@ TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
     for (const vlun& r : arrayViews(PORT_TYPE_ISCSI))
         if (r.accessPriority == API_VLUN_HOST_SEES) {
             hsView =
-                CIMObjectPath("", kZar, CIMName("ZAR_iSCSIController"), Array<CIMKeyBinding>());
+                CIMObjectPath("", ns(), CIMName("ZAR_iSCSIController"), Array<CIMKeyBinding>());
             hostName = fieldOf(r.hostname, sizeof r.hostname);
             Paths names;
-            server().enumerateInstanceNames(as("p1browse"), kZar, CIMName("ZAR_iSCSIController"),
+            server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_iSCSIController"),
                                             names);
             for (Uint32 i = 0; i < names.items.size(); i++)
                 if (key(names.items[i], "DeviceID") == fieldOf(r.deviceID, sizeof r.deviceID))
@@ -94,19 +92,19 @@ TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
     ASSERT_FALSE(hostName.empty()) << "the demo array has an iSCSI host-sees view";
     ASSERT_EQ(0, zarsim_add_user("editor", "editor-pw", "edit"));
     CIMInstance view =
-        server().getInstance(as("p1browse"), kZar, hsView, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), ns(), hsView, false, false, false, CIMPropertyList());
     view.getProperty(view.findProperty(CIMName("ElementName")))
         .setValue(CIMValue(String("renamed01")));
     view.setPath(hsView);
     Array<CIMName> only;
     only.append(CIMName("ElementName"));
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, cimErrorOf([&] {
-                                         server().modifyInstance(as("p1browse"), kZar, view, false,
+                                         server().modifyInstance(as("p1browse"), ns(), view, false,
                                                                  CIMPropertyList(only));
                                      }).getCode());
-    server().modifyInstance(as("editor"), kZar, view, false, CIMPropertyList(only));
+    server().modifyInstance(as("editor"), ns(), view, false, CIMPropertyList(only));
     CIMInstance after =
-        server().getInstance(as("p1browse"), kZar, hsView, false, false, false, CIMPropertyList());
+        server().getInstance(as("p1browse"), ns(), hsView, false, false, false, CIMPropertyList());
     EXPECT_EQ("renamed01", prop(after, "ElementName"));
 }
 
