@@ -433,6 +433,14 @@ public:
     // (either case), or the whole text.
     static String extractISCSIName(const String& targetName);
 
+    // The path of an object of the storage system: root/zar, class
+    // className, keys SystemCreationClassName (systemClass), SystemName,
+    // CreationClassName (className) and keyName = keyValue.
+    static CIMObjectPath buildSystemScopedPath(const String& host, const String& systemName,
+                                               const CIMName& className, const char* keyName,
+                                               const String& keyValue,
+                                               const String& systemClass = ZAR_STORAGE_SYSTEM);
+
     // The view's path: root/zar, class className, keys
     // SystemCreationClassName, SystemName, CreationClassName, DeviceID.
     static CIMObjectPath buildSPCObjectPath(String systemCreationClassName, const String& host,

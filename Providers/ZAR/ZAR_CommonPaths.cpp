@@ -317,13 +317,21 @@ CIMObjectPath ZAR_Common::buildFCEndpointPath(const String& className, const Str
         snprintf(buffer, sizeof(buffer), "%016llX", (unsigned long long)low);
         name = String(buffer);
     }
+    return buildSystemScopedPath(String(), systemName, CIMName(className), "Name", name);
+}
+
+CIMObjectPath ZAR_Common::buildSystemScopedPath(const String& host, const String& systemName,
+                                                const CIMName& className, const char* keyName,
+                                                const String& keyValue, const String& systemClass)
+{
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(ZAR_STORAGE_SYSTEM),
-                              CIMKeyBinding::STRING));
+    keys.append(
+        CIMKeyBinding(CIMName("SystemCreationClassName"), systemClass, CIMKeyBinding::STRING));
     keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"), className, CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("Name"), name, CIMKeyBinding::STRING));
-    return CIMObjectPath(String(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(className), keys);
+    keys.append(
+        CIMKeyBinding(CIMName("CreationClassName"), className.getString(), CIMKeyBinding::STRING));
+    keys.append(CIMKeyBinding(CIMName(keyName), keyValue, CIMKeyBinding::STRING));
+    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), className, keys);
 }
 
 String ZAR_Common::extractISCSIName(const String& targetName)

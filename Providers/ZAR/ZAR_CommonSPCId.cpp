@@ -147,14 +147,8 @@ CIMObjectPath ZAR_Common::buildSPCObjectPath(String systemCreationClassName, con
                                              const String& systemName, const String& deviceID,
                                              CIMName className)
 {
-    Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), systemCreationClassName,
-                              CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
-    keys.append(
-        CIMKeyBinding(CIMName("CreationClassName"), className.getString(), CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("DeviceID"), deviceID, CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), className, keys);
+    return buildSystemScopedPath(host, systemName, className, "DeviceID", deviceID,
+                                 systemCreationClassName);
 }
 
 PEGASUS_NAMESPACE_END

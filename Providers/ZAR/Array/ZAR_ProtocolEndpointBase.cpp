@@ -41,13 +41,8 @@ CIMObjectPath ZAR_ProtocolEndpointBase::endpointPath(const ZAR_PortRecord& port,
                                                      const String& systemName)
 {
     const char* cls = port.type == PORT_TYPE_FC ? ZAR_FC_ENDPOINT : ZAR_ISCSI_ENDPOINT;
-    Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(ZAR_STORAGE_SYSTEM),
-                              CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(cls), CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("Name"), endpointName(port), CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), CIMName(cls), keys);
+    return ZAR_Common::buildSystemScopedPath(host, systemName, CIMName(cls), "Name",
+                                             endpointName(port));
 }
 
 CIMInstance ZAR_ProtocolEndpointBase::endpointInstance(CIMClass& cls, const ZAR_PortRecord& port,

@@ -30,14 +30,8 @@ CIMObjectPath ZAR_StorageVolumeProvider::buildObjectPath(const String& host,
                                                          const String& systemName,
                                                          const String& wwn)
 {
-    Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(ZAR_STORAGE_SYSTEM),
-                              CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), systemName, CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(ZAR_STORAGE_VOLUME),
-                              CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("DeviceID"), wwn, CIMKeyBinding::STRING));
-    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), CIMName(ZAR_STORAGE_VOLUME), keys);
+    return ZAR_Common::buildSystemScopedPath(host, systemName, CIMName(ZAR_STORAGE_VOLUME),
+                                             "DeviceID", wwn);
 }
 
 CIMInstance ZAR_StorageVolumeProvider::buildInstance(CIMClass& cls, const api_vv_t& volume,

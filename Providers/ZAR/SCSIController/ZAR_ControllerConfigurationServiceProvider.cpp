@@ -67,15 +67,8 @@ void ZAR_ControllerConfigurationServiceProvider::_buildInstanceName()
                 "--> ZAR_ControllerConfigurationServiceProvider::"
                 "_buildInstanceName()\n");
     _name = String(ZAR_VENDOR) + "_ControllerConfigurationService";
-    Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("SystemCreationClassName"), String(ZAR_STORAGE_SYSTEM),
-                              CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("SystemName"), _systemName, CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("CreationClassName"), String(ZAR_CONFIG_SERVICE),
-                              CIMKeyBinding::STRING));
-    keys.append(CIMKeyBinding(CIMName("Name"), _name, CIMKeyBinding::STRING));
-    _instanceName = CIMObjectPath(_systemAddress, CIMNamespaceName(ZAR_NAMESPACE),
-                                  CIMName(ZAR_CONFIG_SERVICE), keys);
+    _instanceName = ZAR_Common::buildSystemScopedPath(_systemAddress, _systemName,
+                                                      CIMName(ZAR_CONFIG_SERVICE), "Name", _name);
     log_message(4,
                 "<-- ZAR_ControllerConfigurationServiceProvider::"
                 "_buildInstanceName()\n");
