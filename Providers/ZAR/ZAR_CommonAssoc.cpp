@@ -4,6 +4,9 @@
 //%/////////////////////////////////////////////////////////////////////////////
 #include "ZAR_Common.h"
 
+#include <initializer_list>
+#include <utility>
+
 PEGASUS_NAMESPACE_BEGIN
 
 namespace {
@@ -24,6 +27,17 @@ CIMKeyBinding _refKey(const String& role, const CIMObjectPath& end)
     return CIMKeyBinding(CIMName(role), end.toString(), CIMKeyBinding::REFERENCE);
 }
 
+// An association path whose reference keys are the (role, end) pairs, in
+// that order.
+CIMObjectPath _assocPath(const CIMName& assocClass, const String& host, const String& nameSpace,
+                         std::initializer_list<std::pair<String, CIMObjectPath>> ends)
+{
+    Array<CIMKeyBinding> keys;
+    for (const auto& end : ends)
+        keys.append(_refKey(end.first, end.second));
+    return CIMObjectPath(host, _nameSpace(nameSpace), assocClass, keys);
+}
+
 }  // namespace
 
 CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1, String role2,
@@ -37,25 +51,18 @@ CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1, Strin
                                          CIMObjectPath end1, CIMObjectPath end2, String host1,
                                          String host2, String assocHost, String nameSpace)
 {
-    CIMObjectPath result(assocHost, _nameSpace(nameSpace), assocClass);
-    Array<CIMKeyBinding> keys;
-    keys.append(_refKey(role1, _withHost(end1, host1)));
-    keys.append(_refKey(role2, _withHost(end2, host2)));
-    result.setKeyBindings(keys);
-    return result;
+    return _assocPath(assocClass, assocHost, nameSpace,
+                      {{role1, _withHost(end1, host1)}, {role2, _withHost(end2, host2)}});
 }
 
 CIMObjectPath ZAR_Common::buildAssocPath(CIMName assocClass, String role1, String role2,
                                          String role3, CIMObjectPath end1, CIMObjectPath end2,
                                          CIMObjectPath end3, String host, String nameSpace)
 {
-    CIMObjectPath result(host, _nameSpace(nameSpace), assocClass);
-    Array<CIMKeyBinding> keys;
-    keys.append(_refKey(role1, _withHost(end1, host)));
-    keys.append(_refKey(role2, _withHost(end2, host)));
-    keys.append(_refKey(role3, _withHost(end3, host)));
-    result.setKeyBindings(keys);
-    return result;
+    return _assocPath(assocClass, host, nameSpace,
+                      {{role1, _withHost(end1, host)},
+                       {role2, _withHost(end2, host)},
+                       {role3, _withHost(end3, host)}});
 }
 
 CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1, String role2,
@@ -96,10 +103,8 @@ CIMInstance ZAR_Common::buildAssocInstance(CIMName assocClass, String role1, Str
 CIMObjectPath ZAR_Common::buildDepAssocPath(String host, CIMName assocClass,
                                             CIMObjectPath antecedent, CIMObjectPath dependent)
 {
-    Array<CIMKeyBinding> keys;
-    keys.append(_refKey("Antecedent", antecedent));
-    keys.append(_refKey("Dependent", dependent));
-    return CIMObjectPath(host, CIMNamespaceName(ZAR_NAMESPACE), assocClass, keys);
+    return _assocPath(assocClass, host, ZAR_NAMESPACE,
+                      {{"Antecedent", antecedent}, {"Dependent", dependent}});
 }
 
 CIMInstance ZAR_Common::buildDepAssocInstance(String host, CIMName assocClass,
