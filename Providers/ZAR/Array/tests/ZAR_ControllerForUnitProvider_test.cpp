@@ -97,6 +97,10 @@ TEST_F(ControllerForUnitProviderTest, RolesAndClassesThatCannotMatchGiveNothing)
 
 TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
 {
+    // A read-only volume in a view, beside the demo's read-write ones.
+    char ro[33] = {0};
+    ASSERT_EQ(0, zarsim_add_volume("ro-vol", 1024, "-", VOL_MODE_READ, ro));
+    ASSERT_EQ(0, ArrayBuilder::exportTo(ro, "db01", nullptr));
     for (const Protocol& p : kProtocols) {
         std::map<std::string, const vlun*> byPair;  // view|wwn -> record
         std::vector<vlun> exports = arrayExports(p.type);

@@ -81,6 +81,13 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
         << "the array's own host, not the server's";
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "ElementName")));
     EXPECT_EQ("ZAR_StorageSystem", text(valueOf<String>(inst, "CreationClassName")));
+    std::string description = "Storage array " + std::string(info.name);
+    if (*info.model)
+        description += ", model " + std::string(info.model);
+    if (*info.serial)
+        description += ", serial number " + std::string(info.serial);
+    EXPECT_TRUE(*info.model && *info.serial) << "the demo array has both";
+    EXPECT_EQ(description, text(valueOf<String>(inst, "Description")));
     EXPECT_EQ(std::string(owner), text(valueOf<String>(inst, "PrimaryOwnerName")));
     EXPECT_EQ(std::string(contact), text(valueOf<String>(inst, "PrimaryOwnerContact")));
 
