@@ -30,9 +30,7 @@ CIMObjectPath ZAR_ViewProviderBase::_wanted(const CIMObjectPath& instanceReferen
     return instanceReference;
 }
 
-void ZAR_ViewProviderBase::_walk(const OperationContext& context, Boolean includeQualifiers,
-                                 Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-                                 const ChunkSink& sink)
+void ZAR_ViewProviderBase::_walk(const ReadRequest& request, const ChunkSink& sink)
 {
     String systemName, host;
     _viewIdentity(systemName, host);
@@ -40,9 +38,10 @@ void ZAR_ViewProviderBase::_walk(const OperationContext& context, Boolean includ
     Uint32 more = 1;
     do {
         Array<CIMInstance> chunk;
-        ZAR_Common::buildSPCInstances(
-            _cimom, context, CIMObjectPath(), systemName, host, _viewClass, includeQualifiers,
-            includeClassOrigin, propertyList, _maxInstCount, chunk, cursor.get(), &more, SPC_CHUNK);
+        ZAR_Common::buildSPCInstances(_cimom, request.context, CIMObjectPath(), systemName, host,
+                                      _viewClass, request.includeQualifiers,
+                                      request.includeClassOrigin, request.propertyList,
+                                      _maxInstCount, chunk, cursor.get(), &more, SPC_CHUNK);
         if (!sink(chunk))
             return;
     } while (more != 0);
@@ -67,17 +66,16 @@ void ZAR_ViewProviderBase::_getInstance(const ReadRequest& request,
     CIMObjectPath wanted = _wanted(request.path);
     handler.processing();
     Boolean found = false;
-    _walk(request.context, request.includeQualifiers, request.includeClassOrigin,
-          request.propertyList, [&](const Array<CIMInstance>& chunk) {
-              for (Uint32 i = 0; i < chunk.size(); i++) {
-                  if (ZAR_Common::matchObjectPath(wanted, chunk[i].getPath())) {
-                      handler.deliver(chunk[i]);
-                      found = true;
-                      return false;
-                  }
-              }
-              return true;
-          });
+    _walk(request, [&](const Array<CIMInstance>& chunk) {
+        for (Uint32 i = 0; i < chunk.size(); i++) {
+            if (ZAR_Common::matchObjectPath(wanted, chunk[i].getPath())) {
+                handler.deliver(chunk[i]);
+                found = true;
+                return false;
+            }
+        }
+        return true;
+    });
     if (!found) {
         log_message(2, "%s::getInstance, not found = %s\n", _traceName(),
                     (const char*)request.path.toString().getCString());
@@ -109,12 +107,11 @@ void ZAR_ViewProviderBase::_enumerateInstances(const ReadRequest& request,
 {
     _enumerate(request.context, "enumerateInstances", [&]() {
         handler.processing();
-        _walk(request.context, request.includeQualifiers, request.includeClassOrigin,
-              request.propertyList, [&](const Array<CIMInstance>& chunk) {
-                  if (chunk.size() != 0)
-                      handler.deliver(chunk);
-                  return true;
-              });
+        _walk(request, [&](const Array<CIMInstance>& chunk) {
+            if (chunk.size() != 0)
+                handler.deliver(chunk);
+            return true;
+        });
         handler.complete();
     });
 }
@@ -125,7 +122,8 @@ void ZAR_ViewProviderBase::_enumerateInstanceNames(const ReadRequest& request,
     _enumerate(request.context, "enumerateInstanceNames", [&]() {
         handler.processing();
         // An empty property list: the builder gives paths alone.
-        _walk(request.context, false, false, CIMPropertyList(Array<CIMName>()),
+        const CIMPropertyList none{Array<CIMName>()};
+        _walk({request.context, request.path, false, false, none},
               [&](const Array<CIMInstance>& chunk) {
                   for (Uint32 i = 0; i < chunk.size(); i++)
                       handler.deliver(chunk[i].getPath());

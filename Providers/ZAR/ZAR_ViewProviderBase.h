@@ -56,11 +56,9 @@ protected:
     // request's path as given unless a subclass decides otherwise.
     virtual CIMObjectPath _wanted(const CIMObjectPath& instanceReference);
 
-    // Walks every view, chunk by chunk; the array's cursor is released on
-    // every exit.
-    void _walk(const OperationContext& context, Boolean includeQualifiers,
-               Boolean includeClassOrigin, const CIMPropertyList& propertyList,
-               const ChunkSink& sink);
+    // Walks every view, built as the request asks, chunk by chunk; the
+    // array's cursor is released on every exit.
+    void _walk(const ReadRequest& request, const ChunkSink& sink);
 
     CIMName _viewClass;
     // Passed to the view builder with each chunk.
