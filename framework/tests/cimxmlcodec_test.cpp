@@ -60,24 +60,15 @@ CIMObjectPath samplePath()
 
 TEST(CIMXmlCodecValues, EveryScalarTypeRoundTrips)
 {
-    const CIMValue values[] = {CIMValue(Boolean(true)),
-                               CIMValue(Boolean(false)),
-                               CIMValue(Uint8(255)),
-                               CIMValue(Sint8(-128)),
-                               CIMValue(Uint16(65535)),
-                               CIMValue(Sint16(-32768)),
-                               CIMValue(Uint32(4294967295u)),
-                               CIMValue(Sint32(-2147483647 - 1)),
-                               CIMValue(Uint64(18446744073709551615ull)),
-                               CIMValue(Sint64(-9223372036854775807ll - 1)),
-                               CIMValue(Real32(1.1f)),
-                               CIMValue(Real64(0.1)),
-                               CIMValue(Real64(-1.5e300)),
-                               CIMValue(Char16(0x00e9)),
-                               CIMValue(String("tab\there <b>&amp; \"q\" é\nline")),
-                               CIMValue(CIMDateTime("20261122023739.398673-300")),
-                               CIMValue(CIMDateTime("00000001020304.000005:000"))};
-    for (const CIMValue& v : values) {
+    for (const CIMValue& v :
+         {CIMValue(Boolean(true)), CIMValue(Boolean(false)), CIMValue(Uint8(255)),
+          CIMValue(Sint8(-128)), CIMValue(Uint16(65535)), CIMValue(Sint16(-32768)),
+          CIMValue(Uint32(4294967295u)), CIMValue(Sint32(-2147483647 - 1)),
+          CIMValue(Uint64(18446744073709551615ull)), CIMValue(Sint64(-9223372036854775807ll - 1)),
+          CIMValue(Real32(1.1f)), CIMValue(Real64(0.1)), CIMValue(Real64(-1.5e300)),
+          CIMValue(Char16(0x00e9)), CIMValue(String("tab\there <b>&amp; \"q\" é\nline")),
+          CIMValue(CIMDateTime("20261122023739.398673-300")),
+          CIMValue(CIMDateTime("00000001020304.000005:000"))}) {
         SCOPED_TRACE(str(v.toString()));
         EXPECT_TRUE(roundTripProperty(v) == v);
         EXPECT_TRUE(roundTripParam(v) == v);
@@ -86,29 +77,17 @@ TEST(CIMXmlCodecValues, EveryScalarTypeRoundTrips)
 
 TEST(CIMXmlCodecValues, ArraysAndNullsRoundTrip)
 {
-    Array<String> strings;
-    strings.append("a");
-    strings.append("");
-    strings.append("with,comma");
-    Array<Uint16> levels;
-    levels.append(2);
-    levels.append(0);
-    Array<Boolean> flags;
-    flags.append(true);
-    Array<Real64> reals;
-    reals.append(3.25);
-    Array<CIMDateTime> dates;
-    dates.append(CIMDateTime("20200101000000.000000+000"));
-    const CIMValue values[] = {CIMValue(strings),
-                               CIMValue(levels),
-                               CIMValue(flags),
-                               CIMValue(reals),
-                               CIMValue(dates),
-                               CIMValue(Array<Sint64>()),
-                               CIMValue(CIMTYPE_UINT32, false),
-                               CIMValue(CIMTYPE_STRING, true),
-                               CIMValue(CIMTYPE_DATETIME, false)};
-    for (const CIMValue& v : values) {
+    const String texts[] = {"a", "", "with,comma"};
+    const Uint16 numbers[] = {2, 0};
+    Array<String> strings(texts, 3);
+    Array<Uint16> levels(numbers, 2);
+    Array<Boolean> flags(1, true);
+    Array<Real64> reals(1, 3.25);
+    Array<CIMDateTime> dates(1, CIMDateTime("20200101000000.000000+000"));
+    for (const CIMValue& v :
+         {CIMValue(strings), CIMValue(levels), CIMValue(flags), CIMValue(reals), CIMValue(dates),
+          CIMValue(Array<Sint64>()), CIMValue(CIMTYPE_UINT32, false),
+          CIMValue(CIMTYPE_STRING, true), CIMValue(CIMTYPE_DATETIME, false)}) {
         SCOPED_TRACE(str(v.toString()));
         EXPECT_TRUE(roundTripProperty(v) == v);  // nullness and array-ness included
     }
