@@ -11,21 +11,17 @@
 
 #include <gtest/gtest.h>
 
-#include <arpa/inet.h>
-#include <cstring>
-#include <atomic>
-#include <mutex>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include "WireTestUtil.h"
 
-#include <memory>
+#include <atomic>
+#include <cstring>
+#include <mutex>
 #include <string>
 #include <vector>
 
 PEGASUS_USING_PEGASUS;
 using namespace zarwire;
+using namespace wiretest;
 
 namespace {
 
@@ -78,16 +74,7 @@ protected:
         delete core;
     }
 
-    static int connectServer()
-    {
-        int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in a{};
-        a.sin_family = AF_INET;
-        a.sin_port = htons(static_cast<uint16_t>(server->httpPort()));
-        a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(fd, reinterpret_cast<sockaddr*>(&a), sizeof a), 0);
-        return fd;
-    }
+    static int connectServer() { return connectTo(server->httpPort()); }
 
     // Sends raw bytes, then reads one response (or until close).
     static Reply exchange(const std::string& raw, int fd = -1)
@@ -133,28 +120,6 @@ protected:
         if (r.head.size() > 12)
             r.status = std::stoi(r.head.substr(9, 3));
         return r;
-    }
-
-    static std::string post(const std::string& body, const std::string& extraHeaders,
-                            const std::string& method = "EnumerateClassNames",
-                            const std::string& object = "root/zar")
-    {
-        return "POST /cimom HTTP/1.1\r\nHost: localhost\r\n"
-               "Content-Type: application/xml; charset=\"utf-8\"\r\n"
-               "CIMOperation: MethodCall\r\nCIMMethod: " +
-               method + "\r\nCIMObject: " + object + "\r\n" + extraHeaders +
-               "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-    }
-
-    static std::string intrinsic(
-        const std::string& name, const std::string& params,
-        const std::string& ns = "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/>")
-    {
-        return "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" "
-               "DTDVERSION=\"2.0\">"
-               "<MESSAGE ID=\"4711\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"" +
-               name + "\"><LOCALNAMESPACEPATH>" + ns + "</LOCALNAMESPACEPATH>" + params +
-               "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>";
     }
 
     // A valid request succeeds: the server still serves.

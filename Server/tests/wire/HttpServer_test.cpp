@@ -8,11 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include "WireTestUtil.h"
 
 #include <atomic>
 #include <string>
@@ -20,6 +16,7 @@
 #include <vector>
 
 using namespace zarwire;
+using namespace wiretest;
 
 namespace {
 
@@ -50,52 +47,6 @@ public:
     }
 };
 
-int connectFrom(const char* source, int port)
-{
-    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    inet_pton(AF_INET, source, &a.sin_addr);
-    EXPECT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&a), sizeof a), 0);
-    a.sin_port = htons(static_cast<uint16_t>(port));
-    inet_pton(AF_INET, "127.0.0.1", &a.sin_addr);
-    EXPECT_EQ(::connect(fd, reinterpret_cast<sockaddr*>(&a), sizeof a), 0);
-    return fd;
-}
-
-// Everything until the peer closes (or 10 s of silence).
-std::string readAll(int fd)
-{
-    std::string in;
-    char buf[65536];
-    for (;;) {
-        pollfd p{fd, POLLIN, 0};
-        if (::poll(&p, 1, 10000) <= 0)
-            break;
-        ssize_t n = ::recv(fd, buf, sizeof buf, 0);
-        if (n <= 0)
-            break;
-        in.append(buf, static_cast<size_t>(n));
-    }
-    return in;
-}
-
-// Decodes a chunked body starting at pos; returns the position after it.
-size_t dechunk(const std::string& in, size_t pos, std::string& body)
-{
-    for (;;) {
-        size_t nl = in.find("\r\n", pos);
-        if (nl == std::string::npos)
-            return std::string::npos;
-        size_t n = std::stoul(in.substr(pos, nl - pos), nullptr, 16);
-        pos = nl + 2;
-        if (n == 0)
-            return in.compare(pos, 2, "\r\n") == 0 ? pos + 2 : std::string::npos;
-        body.append(in, pos, n);
-        pos += n + 2;
-    }
-}
-
 }  // namespace
 
 TEST(HttpServer, StreamedAnswersFarLargerThanTheBufferArriveWholeAndInOrder)
@@ -107,7 +58,7 @@ TEST(HttpServer, StreamedAnswersFarLargerThanTheBufferArriveWholeAndInOrder)
     sc.outputBufferBytes = 64 * 1024;
     HttpServer server(sc, h);
     server.start();
-    int fd = connectFrom("127.0.0.1", server.httpPort());
+    int fd = connectTo(server.httpPort());
     std::string reqs =
         "GET /stream HTTP/1.1\r\nHost: h\r\n\r\nGET /after HTTP/1.1\r\nHost: h\r\n"
         "Connection: close\r\n\r\n";
@@ -120,6 +71,7 @@ TEST(HttpServer, StreamedAnswersFarLargerThanTheBufferArriveWholeAndInOrder)
     std::string body;
     size_t end = dechunk(in, head + 4, body);
     ASSERT_NE(end, std::string::npos) << "the streamed answer is cut";
+    ASSERT_EQ(in.compare(end, 2, "\r\n"), 0);
     ASSERT_EQ(body.size(), 8000000u);
     for (size_t i = 0; i < body.size(); i++)
         if (body[i] != patternByte(i)) {
@@ -140,12 +92,12 @@ TEST(HttpServer, ConnectionsPerAddressAreLimited)
     server.start();
     std::vector<int> held;
     for (int i = 0; i < 3; i++)
-        held.push_back(connectFrom("127.0.0.2", server.httpPort()));
-    int extra = connectFrom("127.0.0.2", server.httpPort());
+        held.push_back(connectTo(server.httpPort(), "127.0.0.2"));
+    int extra = connectTo(server.httpPort(), "127.0.0.2");
     EXPECT_EQ(readAll(extra).compare(0, 12, "HTTP/1.1 503"), 0);
     ::close(extra);
     // Another address is served meanwhile.
-    int other = connectFrom("127.0.0.1", server.httpPort());
+    int other = connectTo(server.httpPort());
     std::string req = "GET /x HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n";
     ASSERT_EQ(::send(other, req.data(), req.size(), 0), ssize_t(req.size()));
     EXPECT_NE(readAll(other).find("short /x"), std::string::npos);

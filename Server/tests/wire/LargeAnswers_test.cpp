@@ -11,20 +11,15 @@
 
 #include <gtest/gtest.h>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include "WireTestUtil.h"
 
 #include <atomic>
-#include <cstring>
 #include <set>
 #include <string>
-#include <thread>
 
 PEGASUS_USING_PEGASUS;
 using namespace zarwire;
+using namespace wiretest;
 
 namespace {
 
@@ -120,64 +115,28 @@ protected:
         host->delivered = 0;
     }
 
-    static int connectServer()
-    {
-        int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in a{};
-        a.sin_family = AF_INET;
-        a.sin_port = htons(static_cast<uint16_t>(server->httpPort()));
-        a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(fd, reinterpret_cast<sockaddr*>(&a), sizeof a), 0);
-        return fd;
-    }
-
     // Sends one request and reads its answer to the end of the connection
     // (every request here says Connection: close or is HTTP/1.0).
     static Reply exchange(const std::string& raw)
     {
-        int fd = connectServer();
+        int fd = connectTo(server->httpPort());
         EXPECT_EQ(::send(fd, raw.data(), raw.size(), MSG_NOSIGNAL), ssize_t(raw.size()));
-        std::string in;
         Reply r;
-        char buf[65536];
-        for (;;) {
-            pollfd p{fd, POLLIN, 0};
-            if (::poll(&p, 1, 10000) <= 0)
-                break;
-            ssize_t n = ::recv(fd, buf, sizeof buf, 0);
-            if (n < 0)
-                r.reset = true;
-            if (n <= 0)
-                break;
-            in.append(buf, size_t(n));
-        }
+        std::string in = readAll(fd, &r.reset);
         ::close(fd);
         size_t he = in.find("\r\n\r\n");
         if (he == std::string::npos)
             return r;
         r.head = in.substr(0, he);
         r.status = std::stoi(r.head.substr(9, 3));
-        std::string rest = in.substr(he + 4);
         if (!r.has("Transfer-Encoding: chunked")) {
-            r.body = rest;
+            r.body = in.substr(he + 4);
             return r;
         }
-        size_t pos = 0;
-        for (;;) {
-            size_t eol = rest.find("\r\n", pos);
-            if (eol == std::string::npos)
-                break;
-            size_t n = std::stoul(rest.substr(pos, eol - pos), nullptr, 16);
-            if (n == 0) {
-                r.lastChunk = true;
-                r.trailer = rest.substr(eol + 2);
-                break;
-            }
-            if (rest.size() < eol + 2 + n)
-                break;
-            r.body += rest.substr(eol + 2, n);
-            pos = eol + 2 + n + 2;
-        }
+        size_t end = dechunk(in, he + 4, r.body);
+        r.lastChunk = end != std::string::npos;
+        if (r.lastChunk)
+            r.trailer = in.substr(end);
         return r;
     }
 
@@ -186,17 +145,9 @@ protected:
         const std::string& headers,
         const std::string& ns = "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"t\"/>")
     {
-        std::string body =
-            "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
-            "<MESSAGE ID=\"7\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"" +
-            method + "\"><LOCALNAMESPACEPATH>" + ns + "</LOCALNAMESPACEPATH>" + params +
-            "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>";
         std::string object = ns.find("\"u\"") != std::string::npos ? "root/u" : "root/t";
-        return "POST /cimom " + version +
-               "\r\nHost: localhost\r\nConnection: close\r\n"
-               "CIMOperation: MethodCall\r\nCIMMethod: " +
-               method + "\r\nCIMObject: " + object + "\r\n" + headers +
-               "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+        return wiretest::post(intrinsic(method, params, ns), "Connection: close\r\n" + headers,
+                              method, object, version);
     }
 
     static std::string param(const std::string& name, const std::string& value)
