@@ -203,14 +203,10 @@ protected:
                     auth);
     }
 
-    static RowsHost* host;
-    static CimOperationHandler* handler;
-    static HttpServer* server;
+    static inline RowsHost* host;
+    static inline CimOperationHandler* handler;
+    static inline HttpServer* server;
 };
-
-RowsHost* LargeAnswers::host;
-CimOperationHandler* LargeAnswers::handler;
-HttpServer* LargeAnswers::server;
 
 }  // namespace
 
