@@ -38,6 +38,11 @@ protected:
             out.push_back((const char*)a[i].getString().getCString());
         return out;
     }
+    CIMClass grandChild(bool localOnly, bool qualifiers, bool origin,
+                        const CIMPropertyList& pl = CIMPropertyList())
+    {
+        return repo.getClass(ns, CIMName("GrandChild"), localOnly, qualifiers, origin, pl);
+    }
     static std::vector<std::string> props(const CIMClass& c)
     {
         std::vector<std::string> out;
@@ -61,13 +66,12 @@ TEST_F(ClassRepositoryTest, GetClassFlags)
     EXPECT_NE(PEG_NOT_FOUND, full.getProperty(0).findQualifier(CIMName("Key")));
     EXPECT_NE(PEG_NOT_FOUND, full.findQualifier(CIMName("Description")));
 
-    CIMClass local = repo.getClass(ns, CIMName("GrandChild"), true, true, true, CIMPropertyList());
+    CIMClass local = grandChild(true, true, true);
     EXPECT_EQ((std::vector<std::string>{"C"}), props(local));
     EXPECT_EQ(0u, local.getMethodCount());
     EXPECT_EQ(PEG_NOT_FOUND, local.findQualifier(CIMName("Description")));
 
-    CIMClass bare =
-        repo.getClass(ns, CIMName("GrandChild"), false, false, false, CIMPropertyList());
+    CIMClass bare = grandChild(false, false, false);
     EXPECT_EQ(0u, bare.getQualifierCount());
     EXPECT_EQ(0u, bare.getProperty(0).getQualifierCount());
     EXPECT_EQ(0u, bare.getMethod(0).getParameter(0).getQualifierCount());
@@ -77,16 +81,12 @@ TEST_F(ClassRepositoryTest, GetClassFlags)
     Array<CIMName> only;
     only.append(CIMName("c"));
     only.append(CIMName("Nonexistent"));
-    EXPECT_EQ(
-        (std::vector<std::string>{"C"}),
-        props(repo.getClass(ns, CIMName("GrandChild"), false, true, true, CIMPropertyList(only))));
-    EXPECT_TRUE(props(repo.getClass(ns, CIMName("GrandChild"), false, true, true,
-                                    CIMPropertyList(Array<CIMName>())))
-                    .empty());
+    EXPECT_EQ((std::vector<std::string>{"C"}),
+              props(grandChild(false, true, true, CIMPropertyList(only))));
+    EXPECT_TRUE(props(grandChild(false, true, true, CIMPropertyList(Array<CIMName>()))).empty());
 
     // The stored class is never changed by the filters.
-    EXPECT_EQ(4u, repo.getClass(ns, CIMName("GrandChild"), false, true, true, CIMPropertyList())
-                      .getPropertyCount());
+    EXPECT_EQ(4u, grandChild(false, true, true).getPropertyCount());
 }
 
 TEST_F(ClassRepositoryTest, EnumerationsFollowTheHierarchy)
@@ -114,14 +114,11 @@ TEST_F(ClassRepositoryTest, EnumerationsFollowTheHierarchy)
 TEST_F(ClassRepositoryTest, ErrorsCarryTheirCodes)
 {
     const CIMNamespaceName none("root/none");
-    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, failure([&] {
-                                             repo.getClass(none, CIMName("Root"), false, true, true,
-                                                           CIMPropertyList());
-                                         }).code);
-    EXPECT_EQ(CIM_ERR_INVALID_CLASS, failure([&] {
-                                         repo.getClass(ns, CIMName("Nope"), false, true, true,
-                                                       CIMPropertyList());
-                                     }).code);
+    auto getClass = [&](const CIMNamespaceName& n, const char* c) {
+        return failure([&] { repo.getClass(n, CIMName(c), false, true, true, CIMPropertyList()); });
+    };
+    EXPECT_EQ(CIM_ERR_INVALID_NAMESPACE, getClass(none, "Root").code);
+    EXPECT_EQ(CIM_ERR_INVALID_CLASS, getClass(ns, "Nope").code);
     EXPECT_EQ(CIM_ERR_INVALID_CLASS,
               failure([&] { repo.enumerateClassNames(ns, CIMName("Nope"), true); }).code);
     EXPECT_EQ(

@@ -3,6 +3,9 @@
 #ifndef ZAR_SERVER_TESTS_CORE_CORETESTUTIL_H
 #define ZAR_SERVER_TESTS_CORE_CORETESTUTIL_H
 
+#include <stdlib.h>
+
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
@@ -24,32 +27,19 @@ inline zarserver::CoreConfig testConfig()
     return c;
 }
 
-struct Instances : Pegasus::InstanceResponseHandler {
+// A response handler that keeps what it is given and counts complete().
+template <class Handler, class T>
+struct Collector : Handler {
     void processing() override {}
     void complete() override { ++completed; }
-    void deliver(const Pegasus::CIMInstance& i) override { items.append(i); }
-    void deliver(const Pegasus::Array<Pegasus::CIMInstance>& a) override { items.appendArray(a); }
-    Pegasus::Array<Pegasus::CIMInstance> items;
+    void deliver(const T& x) override { items.append(x); }
+    void deliver(const Pegasus::Array<T>& a) override { items.appendArray(a); }
+    Pegasus::Array<T> items;
     int completed = 0;
 };
-
-struct Paths : Pegasus::ObjectPathResponseHandler {
-    void processing() override {}
-    void complete() override { ++completed; }
-    void deliver(const Pegasus::CIMObjectPath& p) override { items.append(p); }
-    void deliver(const Pegasus::Array<Pegasus::CIMObjectPath>& a) override { items.appendArray(a); }
-    Pegasus::Array<Pegasus::CIMObjectPath> items;
-    int completed = 0;
-};
-
-struct Objects : Pegasus::ObjectResponseHandler {
-    void processing() override {}
-    void complete() override { ++completed; }
-    void deliver(const Pegasus::CIMObject& o) override { items.append(o); }
-    void deliver(const Pegasus::Array<Pegasus::CIMObject>& a) override { items.appendArray(a); }
-    Pegasus::Array<Pegasus::CIMObject> items;
-    int completed = 0;
-};
+using Instances = Collector<Pegasus::InstanceResponseHandler, Pegasus::CIMInstance>;
+using Paths = Collector<Pegasus::ObjectPathResponseHandler, Pegasus::CIMObjectPath>;
+using Objects = Collector<Pegasus::ObjectResponseHandler, Pegasus::CIMObject>;
 
 // The CIMException thrown by f (code CIM_ERR_SUCCESS and empty message if
 // none was thrown).
@@ -72,6 +62,18 @@ inline Failure failure(const std::function<void()>& f)
 inline std::string str(const Pegasus::String& s)
 {
     return (const char*)s.getCString();
+}
+
+// A new empty folder under /tmp.
+inline std::string tempDir()
+{
+    char tmpl[] = "/tmp/zarcoreXXXXXX";
+    return mkdtemp(tmpl);
+}
+
+inline void writeFile(const std::string& path, const std::string& text)
+{
+    std::ofstream(path) << text;
 }
 
 }  // namespace coretest

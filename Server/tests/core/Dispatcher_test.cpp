@@ -251,11 +251,8 @@ TEST_F(DispatcherTest, AssociationsRouteFilterAndCompletePaths)
 TEST_F(DispatcherTest, MethodParametersArriveTypedAsDeclared)
 {
     Array<CIMParamValue> in, out;
-    Array<String> tags, levels;
-    tags.append("a");
-    tags.append("b");
-    levels.append("2");
-    levels.append("3");
+    const String tagTexts[] = {"a", "b"}, levelTexts[] = {"2", "3"};
+    Array<String> tags(tagTexts, 2), levels(levelTexts, 2);
     Array<CIMObjectPath> targets;
     targets.append(path("//clienthost/root/test:ZTest_Widget.Name=\"w1\""));
     targets.append(path("//clienthost/root/test:ZTest_Widget.Name=\"s1\""));
@@ -290,69 +287,60 @@ TEST_F(DispatcherTest, MethodParametersArriveTypedAsDeclared)
 
 TEST_F(DispatcherTest, ProviderExceptionsBecomeCimErrors)
 {
+    const char* svc = "ZTest_Service.Name=\"svc\"";
     struct Case {
-        const char* kind;
+        const char* object;
+        const char* method;
+        const char* param;  // a string input parameter, or nullptr
+        const char* value;
         CIMStatusCode code;
-        const char* message;
+        const char* message;  // nullptr: not checked
     } cases[] = {
-        {"cim", CIM_ERR_ACCESS_DENIED, "Insufficient privilege"},
-        {"notfound", CIM_ERR_NOT_FOUND, "Test CIM Object not found."},
-        {"pegasus", CIM_ERR_FAILED, "plain pegasus exception"},
-        {"std", CIM_ERR_FAILED, "std boom"},
-        {"typemismatch", CIM_ERR_FAILED, "type mismatch"},
-        {"int", CIM_ERR_FAILED, "Unknown error."},
+        {svc, "Throw", "Kind", "cim", CIM_ERR_ACCESS_DENIED, "Insufficient privilege"},
+        {svc, "Throw", "Kind", "notfound", CIM_ERR_NOT_FOUND, "Test CIM Object not found."},
+        {svc, "Throw", "Kind", "pegasus", CIM_ERR_FAILED, "plain pegasus exception"},
+        {svc, "Throw", "Kind", "std", CIM_ERR_FAILED, "std boom"},
+        {svc, "Throw", "Kind", "typemismatch", CIM_ERR_FAILED, "type mismatch"},
+        {svc, "Throw", "Kind", "int", CIM_ERR_FAILED, "Unknown error."},
+        {svc, "Fail", "Reason", "x", CIMStatusCode(4097), "LU=x: bad\n"},
+        // Undeclared methods still reach the provider.
+        {svc, "Bogus", nullptr, nullptr, CIM_ERR_METHOD_NOT_FOUND, "unknown method Bogus"},
+        // A provider registered for methods that is no method provider.
+        {"ZTest_Gadget.Name=\"g1\"", "Anything", nullptr, nullptr, CIM_ERR_NOT_SUPPORTED,
+         "Invalid provider interface."},
+        {"ZTest_Widget.Name=\"w1\"", "Anything", nullptr, nullptr, CIM_ERR_NOT_SUPPORTED, nullptr},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.object) + " " + c.method + " " + (c.value ? c.value : ""));
         Array<CIMParamValue> in, out;
-        in.append(CIMParamValue("Kind", CIMValue(String(c.kind))));
-        auto f = failure([&] { invoke("ZTest_Service.Name=\"svc\"", "Throw", in, out); });
-        EXPECT_EQ(c.code, f.code) << c.kind;
-        EXPECT_EQ(c.message, f.message) << c.kind;
+        if (c.param)
+            in.append(CIMParamValue(c.param, CIMValue(String(c.value))));
+        auto f = failure([&] { invoke(c.object, c.method, in, out); });
+        EXPECT_EQ(c.code, f.code);
+        if (c.message) {
+            EXPECT_EQ(c.message, f.message);
+        }
     }
-    Array<CIMParamValue> in, out;
-    in.append(CIMParamValue("Reason", CIMValue(String("x"))));
-    auto vendor = failure([&] { invoke("ZTest_Service.Name=\"svc\"", "Fail", in, out); });
-    EXPECT_EQ(4097, int(vendor.code));
-    EXPECT_EQ("LU=x: bad\n", vendor.message);
-
-    // Undeclared methods still reach the provider.
-    auto unknown = failure(
-        [&] { invoke("ZTest_Service.Name=\"svc\"", "Bogus", Array<CIMParamValue>(), out); });
-    EXPECT_EQ(CIM_ERR_METHOD_NOT_FOUND, unknown.code);
-    EXPECT_EQ("unknown method Bogus", unknown.message);
-    // A provider registered for methods that is no method provider.
-    auto iface = failure(
-        [&] { invoke("ZTest_Gadget.Name=\"g1\"", "Anything", Array<CIMParamValue>(), out); });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, iface.code);
-    EXPECT_EQ("Invalid provider interface.", iface.message);
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, failure([&] {
-                                         invoke("ZTest_Widget.Name=\"w1\"", "Anything",
-                                                Array<CIMParamValue>(), out);
-                                     }).code);
 }
 
 TEST_F(DispatcherTest, ProvidersSeeTheCallersIdentityAndAddress)
 {
-    Array<CIMParamValue> out;
+    auto whoAmI = [&](const OperationContext& context) {
+        Array<CIMParamValue> out;
+        d.invokeMethod(context, kNs, path("ZTest_Service.Name=\"svc\""), CIMName("WhoAmI"),
+                       Array<CIMParamValue>(), out);
+        return std::make_pair(outString(out, "User"), outString(out, "Address"));
+    };
     // A request without an identity is the server's own (a provider's
     // CIMOMHandle): it carries the user the server runs as.
-    invoke("ZTest_Service.Name=\"svc\"", "WhoAmI", Array<CIMParamValue>(), out);
     struct passwd* pw = getpwuid(geteuid());
     ASSERT_NE(nullptr, pw);
-    EXPECT_EQ(pw->pw_name, outString(out, "User"));
-    EXPECT_EQ("", outString(out, "Address"));
+    EXPECT_EQ(std::make_pair(std::string(pw->pw_name), std::string()), whoAmI(ctx));
     // A client that named nobody stays nobody.
     OperationContext anonymous;
     anonymous.insert(IdentityContainer(String()));
-    std::swap(ctx, anonymous);
-    out.clear();
-    invoke("ZTest_Service.Name=\"svc\"", "WhoAmI", Array<CIMParamValue>(), out);
-    EXPECT_EQ("", outString(out, "User"));
-    std::swap(ctx, anonymous);
+    EXPECT_EQ("", whoAmI(anonymous).first);
     ctx.insert(IdentityContainer(String("alice")));
     ctx.insert(ClientAddressContainer(String("10.0.0.7")));
-    out.clear();
-    invoke("ZTest_Service.Name=\"svc\"", "WhoAmI", Array<CIMParamValue>(), out);
-    EXPECT_EQ("alice", outString(out, "User"));
-    EXPECT_EQ("10.0.0.7", outString(out, "Address"));
+    EXPECT_EQ(std::make_pair(std::string("alice"), std::string("10.0.0.7")), whoAmI(ctx));
 }

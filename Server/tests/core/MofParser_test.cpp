@@ -3,14 +3,14 @@
 
 #include <sys/stat.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <string>
 
+#include "CoreTestUtil.h"
 #include "MofParser.h"
 
 using namespace zarserver;
+using coretest::tempDir;
+using coretest::writeFile;
 
 namespace {
 
@@ -31,17 +31,6 @@ MofError parseError(const std::string& text)
     }
     ADD_FAILURE() << "no error for: " << text;
     return MofError(SourcePos(), "none");
-}
-
-std::string tempDir()
-{
-    char tmpl[] = "/tmp/zarmofXXXXXX";
-    return mkdtemp(tmpl);
-}
-
-void writeFile(const std::string& path, const std::string& text)
-{
-    std::ofstream(path) << text;
 }
 
 }  // namespace

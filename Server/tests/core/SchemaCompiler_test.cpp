@@ -3,6 +3,7 @@
 
 #include <Pegasus/Common/CIMDateTime.h>
 
+#include "CoreTestUtil.h"
 #include "MofParser.h"
 #include "SchemaCompiler.h"
 #include "SchemaLoader.h"
@@ -251,8 +252,7 @@ TEST(SchemaLoader, ProjectAndTestSchemasLoad)
 
 TEST(SchemaLoader, ManifestErrorsNameTheLine)
 {
-    char tmpl[] = "/tmp/zarschemaXXXXXX";
-    std::string dir = mkdtemp(tmpl);
+    std::string dir = coretest::tempDir();
     ClassRepository repo;
     try {
         loadSchema(dir, repo);
@@ -260,12 +260,8 @@ TEST(SchemaLoader, ManifestErrorsNameTheLine)
     } catch (const std::runtime_error& e) {
         EXPECT_NE(std::string::npos, std::string(e.what()).find("manifest.txt"));
     }
-    FILE* f = fopen((dir + "/manifest.txt").c_str(), "w");
-    fputs("# comment\n\nroot/a   a.mof\nroot//bad  a.mof\n", f);
-    fclose(f);
-    f = fopen((dir + "/a.mof").c_str(), "w");
-    fputs("class A { };\n", f);
-    fclose(f);
+    coretest::writeFile(dir + "/manifest.txt", "# comment\n\nroot/a   a.mof\nroot//bad  a.mof\n");
+    coretest::writeFile(dir + "/a.mof", "class A { };\n");
     try {
         loadSchema(dir, repo);
         FAIL();
