@@ -245,14 +245,13 @@ private:
     // Index of the instance with the class and keys of path, or -1.
     long position(const CIMObjectPath& path) const
     {
-        CIMObjectPath wanted(String(), CIMNamespaceName(), path.getClassName(),
-                             path.getKeyBindings());
+        auto bare = [](const CIMObjectPath& p) {
+            return CIMObjectPath(String(), CIMNamespaceName(), p.getClassName(),
+                                 p.getKeyBindings());
+        };
         for (size_t i = 0; i < instances.size(); i++) {
-            const CIMObjectPath& p = instances[i].getPath();
-            if (CIMObjectPath(String(), CIMNamespaceName(), p.getClassName(), p.getKeyBindings()) ==
-                wanted) {
+            if (bare(instances[i].getPath()) == bare(path))
                 return long(i);
-            }
         }
         return -1;
     }

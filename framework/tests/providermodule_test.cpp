@@ -26,24 +26,19 @@ const CIMNamespaceName NS("root/zar");
 typedef CIMProvider* (*CreateProvider)(const String&);
 typedef int (*LiveProviders)();
 
-class InstanceCollector : public InstanceResponseHandler {
+// A response handler that keeps what it is given.
+template <class Handler, class T>
+class Collector : public Handler {
 public:
     void processing() {}
     void complete() { completed = true; }
-    void deliver(const CIMInstance& i) { instances.append(i); }
-    void deliver(const Array<CIMInstance>& a) { instances.appendArray(a); }
-    Array<CIMInstance> instances;
+    void deliver(const T& x) { items.append(x); }
+    void deliver(const Array<T>& a) { items.appendArray(a); }
+    Array<T> items;
     bool completed = false;
 };
-
-class PathCollector : public ObjectPathResponseHandler {
-public:
-    void processing() {}
-    void complete() {}
-    void deliver(const CIMObjectPath& p) { paths.append(p); }
-    void deliver(const Array<CIMObjectPath>& a) { paths.appendArray(a); }
-    Array<CIMObjectPath> paths;
-};
+typedef Collector<InstanceResponseHandler, CIMInstance> InstanceCollector;
+typedef Collector<ObjectPathResponseHandler, CIMObjectPath> PathCollector;
 
 class MethodCollector : public MethodResultResponseHandler {
 public:
@@ -64,9 +59,9 @@ public:
     CIMInstanceProvider* instances = 0;
     CIMMethodProvider* methods = 0;
 
-    CIMObjectPath classPath(const CIMNamespaceName& ns, const CIMName& c)
+    static CIMObjectPath fullPath(const CIMNamespaceName& ns, const CIMObjectPath& name)
     {
-        return CIMObjectPath("testhost", ns, c);
+        return CIMObjectPath("testhost", ns, name.getClassName(), name.getKeyBindings());
     }
 
     CIMInstance getInstance(const OperationContext& context, const CIMNamespaceName& ns,
@@ -74,19 +69,17 @@ public:
                             Boolean includeClassOrigin, const CIMPropertyList& propertyList)
     {
         InstanceCollector h;
-        CIMObjectPath full(name);
-        full.setHost("testhost");
-        full.setNameSpace(ns);
-        instances->getInstance(context, full, includeQualifiers, includeClassOrigin, propertyList,
-                               h);
-        return h.instances[0];
+        instances->getInstance(context, fullPath(ns, name), includeQualifiers, includeClassOrigin,
+                               propertyList, h);
+        return h.items[0];
     }
 
     void enumerateInstanceNames(const OperationContext& context, const CIMNamespaceName& ns,
                                 const CIMName& className, ObjectPathResponseHandler& handler)
     {
         contexts.push_back(context);
-        instances->enumerateInstanceNames(context, classPath(ns, className), handler);
+        instances->enumerateInstanceNames(context, CIMObjectPath("testhost", ns, className),
+                                          handler);
     }
 
     CIMValue invokeMethod(const OperationContext& context, const CIMNamespaceName& ns,
@@ -94,10 +87,7 @@ public:
                           const Array<CIMParamValue>& in, Array<CIMParamValue>& out)
     {
         MethodCollector h;
-        CIMObjectPath full(name);
-        full.setHost("testhost");
-        full.setNameSpace(ns);
-        methods->invokeMethod(context, full, methodName, in, h);
+        methods->invokeMethod(context, fullPath(ns, name), methodName, in, h);
         out.appendArray(h.out);
         return h.result;
     }
@@ -172,24 +162,24 @@ TEST_F(ProviderModuleTest, InstanceOperations)
 
     PathCollector names;
     p.enumerateInstanceNames(ctx, classRef, names);
-    ASSERT_EQ(names.paths.size(), 2u);
-    EXPECT_EQ(names.paths[1].toString(), "//testhost/root/zar:ZAR_TestVolume.Name=\"vol1\"");
+    ASSERT_EQ(names.items.size(), 2u);
+    EXPECT_EQ(names.items[1].toString(), "//testhost/root/zar:ZAR_TestVolume.Name=\"vol1\"");
 
     Array<CIMName> only;
     only.append("size");
     InstanceCollector got;
-    p.getInstance(ctx, names.paths[1], false, false, CIMPropertyList(only), got);
-    ASSERT_EQ(got.instances.size(), 1u);
+    p.getInstance(ctx, names.items[1], false, false, CIMPropertyList(only), got);
+    ASSERT_EQ(got.items.size(), 1u);
     EXPECT_TRUE(got.completed);
-    ASSERT_EQ(got.instances[0].getPropertyCount(), 1u);
-    EXPECT_EQ(got.instances[0].getProperty(0).getValue(), CIMValue(Uint32(20)));
+    ASSERT_EQ(got.items[0].getPropertyCount(), 1u);
+    EXPECT_EQ(got.items[0].getProperty(0).getValue(), CIMValue(Uint32(20)));
 
     CIMInstance fresh("ZAR_TestVolume");
     fresh.addProperty(CIMProperty("Name", CIMValue(String("vol2"))));
     fresh.addProperty(CIMProperty("Size", CIMValue(Uint32(5))));
     PathCollector created;
     p.createInstance(ctx, classRef, fresh, created);
-    ASSERT_EQ(created.paths.size(), 1u);
+    ASSERT_EQ(created.items.size(), 1u);
     EXPECT_THROW(p.createInstance(ctx, classRef, fresh, created), CIMObjectAlreadyExistsException);
 
     provider->terminate();
