@@ -32,9 +32,11 @@ CIMClass MakeFoo()
     return c;
 }
 
-TEST(CIMClassTest, BuildInstanceWithNullListGivesAllPropertiesInClassOrder)
+TEST(CIMClassTest, BuildInstanceFollowsTheFlagsAndTheList)
 {
     CIMClass c = MakeFoo();
+    // A null list: every property in class order, without qualifiers and
+    // class origin unless asked.
     CIMInstance i = c.buildInstance(false, false, CIMPropertyList());
     EXPECT_EQ(i.getPath().toString(), "ZAR_Foo");
     ASSERT_EQ(i.getPropertyCount(), 4u);
@@ -54,44 +56,28 @@ TEST(CIMClassTest, BuildInstanceWithNullListGivesAllPropertiesInClassOrder)
     // Propagation and reference class survive.
     EXPECT_TRUE(i.getProperty(0).getPropagated());
     EXPECT_EQ(i.getProperty(3).getReferenceClassName(), CIMName("ZAR_Base"));
-}
 
-TEST(CIMClassTest, BuildInstanceHonoursTheList)
-{
-    CIMClass c = MakeFoo();
     Array<CIMName> names;
     names.append("count");
     names.append("Nonexistent");
     CIMInstance some = c.buildInstance(false, false, CIMPropertyList(names));
     ASSERT_EQ(some.getPropertyCount(), 1u);
     EXPECT_EQ(some.getProperty(0).getName(), CIMName("Count"));
-
     CIMInstance none = c.buildInstance(true, true, CIMPropertyList(Array<CIMName>()));
     EXPECT_EQ(none.getPropertyCount(), 0u);
     EXPECT_EQ(none.getQualifierCount(), 1u);
-}
 
-TEST(CIMClassTest, BuildInstanceQualifiersAndClassOrigin)
-{
-    CIMClass c = MakeFoo();
-    CIMInstance i = c.buildInstance(true, true, CIMPropertyList());
-    EXPECT_EQ(i.findQualifier("description"), 0u);
-    CIMProperty name = i.getProperty(0);
-    EXPECT_NE(name.findQualifier("Key"), PEG_NOT_FOUND);
-    EXPECT_EQ(name.getClassOrigin(), CIMName("ZAR_Base"));
-
+    CIMInstance full = c.buildInstance(true, true, CIMPropertyList());
+    EXPECT_EQ(full.findQualifier("description"), 0u);
+    EXPECT_NE(full.getProperty(0).findQualifier("Key"), PEG_NOT_FOUND);
+    EXPECT_EQ(full.getProperty(0).getClassOrigin(), CIMName("ZAR_Base"));
     CIMInstance noOrigin = c.buildInstance(true, false, CIMPropertyList());
     EXPECT_NE(noOrigin.getProperty(0).findQualifier("Key"), PEG_NOT_FOUND);
     EXPECT_TRUE(noOrigin.getProperty(0).getClassOrigin().isNull());
-}
 
-TEST(CIMClassTest, BuiltInstanceIsIndependentOfTheClass)
-{
-    CIMClass c = MakeFoo();
-    CIMInstance i = c.buildInstance(true, true, CIMPropertyList());
-    i.getProperty(1).setValue(CIMValue(Uint32(99)));
-    i.getProperty(0).getQualifier(0).setValue(CIMValue(false));
-    Uint32 count = 0;
+    // The built instance is independent of the class.
+    full.getProperty(1).setValue(CIMValue(Uint32(99)));
+    full.getProperty(0).getQualifier(0).setValue(CIMValue(false));
     c.getProperty(1).getValue().get(count);
     EXPECT_EQ(count, 3u);
     Array<CIMName> keys;

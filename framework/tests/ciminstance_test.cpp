@@ -38,18 +38,19 @@ CIMClass MakeFooClass()
     return c;
 }
 
-TEST(CIMInstanceTest, FreshInstancePathHoldsOnlyTheClassName)
+TEST(CIMInstanceTest, FreshAndUninitializedInstances)
 {
     CIMInstance i("ZAR_Foo");
     EXPECT_EQ(i.getPath().toString(), "ZAR_Foo");
     EXPECT_EQ(i.getClassName(), CIMName("ZAR_Foo"));
     EXPECT_EQ(i.getPropertyCount(), 0u);
     EXPECT_THROW((void)CIMInstance(CIMName()), UninitializedObjectException);
-}
 
-TEST(CIMInstanceTest, UninitializedInstanceThrowsEverywhere)
-{
-    CIMInstance i;
+    CIMInstance assoc("ZAR_Assoc");
+    assoc.addProperty(CIMProperty("Dependent", CIMValue(CIMObjectPath("ZAR_Foo.Name=\"a\""))));
+    EXPECT_EQ(assoc.getProperty(0).getType(), CIMTYPE_REFERENCE);
+
+    i = CIMInstance();
     EXPECT_TRUE(i.isUninitialized());
     EXPECT_THROW(i.getClassName(), UninitializedObjectException);
     EXPECT_THROW(i.getPath(), UninitializedObjectException);
@@ -80,6 +81,9 @@ TEST(CIMInstanceTest, PropertyLookupAndDuplicates)
     i.removeProperty(1);
     EXPECT_EQ(i.findProperty("Count"), 1u);
     EXPECT_EQ(i.findProperty("Id"), PEG_NOT_FOUND);
+
+    CIMConstInstance ci = MakeFoo();
+    EXPECT_EQ(ci.getProperty(ci.findProperty("id")).getType(), CIMTYPE_UINT16);
 }
 
 TEST(CIMInstanceTest, CopiesShareCloneIsDeep)
@@ -102,12 +106,6 @@ TEST(CIMInstanceTest, CopiesShareCloneIsDeep)
     EXPECT_FALSE(c.identical(a));
 }
 
-TEST(CIMInstanceTest, ConstInstanceGivesConstProperties)
-{
-    CIMConstInstance ci = MakeFoo();
-    EXPECT_EQ(ci.getProperty(ci.findProperty("id")).getType(), CIMTYPE_UINT16);
-}
-
 TEST(CIMInstanceTest, SetPathChecksTheClassName)
 {
     CIMInstance i = MakeFoo();
@@ -124,13 +122,6 @@ TEST(CIMInstanceTest, SetPathChecksTheClassName)
     // Through CIMObject the same checks apply.
     CIMObject o(i);
     EXPECT_THROW(o.setPath(CIMObjectPath("ZAR_Bar")), TypeMismatchException);
-}
-
-TEST(CIMInstanceTest, ReferencePropertiesOnInstances)
-{
-    CIMInstance i("ZAR_Assoc");
-    i.addProperty(CIMProperty("Dependent", CIMValue(CIMObjectPath("ZAR_Foo.Name=\"a\""))));
-    EXPECT_EQ(i.getProperty(0).getType(), CIMTYPE_REFERENCE);
 }
 
 TEST(CIMInstanceTest, BuildPathTakesTheClassKeysFromTheInstance)
@@ -181,7 +172,7 @@ TEST(CIMInstanceTest, InstanceFilterDropsWhatWasNotAskedFor)
     EXPECT_EQ(none.getQualifierCount(), 1u);
 }
 
-TEST(CIMObjectTest, ConversionsShareAndCheckTheKind)
+TEST(CIMObjectTest, ConversionsShareCheckTheKindAndWriteCimXml)
 {
     CIMInstance i = MakeFoo();
     CIMObject o = i;
@@ -208,13 +199,10 @@ TEST(CIMObjectTest, ConversionsShareAndCheckTheKind)
     EXPECT_TRUE(cls.isClass());
     EXPECT_FALSE(cls.identical(o));
     EXPECT_THROW(CIMInstance x(cls), DynamicCastFailedException);
-}
 
-TEST(CIMObjectTest, ToStringWritesCimXml)
-{
-    CIMInstance i("ZAR_Foo");
-    i.addProperty(CIMProperty("Name", CIMValue(String("a<b"))));
-    String xml = CIMObject(i).toString();
+    CIMInstance text("ZAR_Foo");
+    text.addProperty(CIMProperty("Name", CIMValue(String("a<b"))));
+    String xml = CIMObject(text).toString();
     EXPECT_EQ(xml.find("<INSTANCE CLASSNAME=\"ZAR_Foo\""), 0u);
     EXPECT_NE(xml.find("a&lt;b"), PEG_NOT_FOUND);
     EXPECT_EQ(CIMObject(MakeFooClass()).toString().find("<CLASS NAME=\"ZAR_Foo\""), 0u);
