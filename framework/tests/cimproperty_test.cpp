@@ -55,7 +55,7 @@ TEST(CIMQualifierTest, CopiesShareAndCloneIsIndependent)
     EXPECT_FALSE(c.getFlavor().hasFlavor(CIMFlavor::TOSUBCLASS));
 }
 
-TEST(CIMQualifierTest, PropagatedIsANumberAndNullNamesAreRefused)
+TEST(CIMQualifierTest, PropagatedNullNamesAndUninitializedHandles)
 {
     CIMQualifier q("Key", CIMValue(true), CIMFlavor::DEFAULTS, true);
     EXPECT_EQ(q.getPropagated(), 1u);
@@ -64,22 +64,18 @@ TEST(CIMQualifierTest, PropagatedIsANumberAndNullNamesAreRefused)
 
     EXPECT_THROW(CIMQualifier(CIMName(), CIMValue(true)), UninitializedObjectException);
     EXPECT_THROW(q.setName(CIMName()), UninitializedObjectException);
-}
 
-TEST(CIMQualifierTest, UninitializedHandlesThrow)
-{
-    CIMQualifier q;
-    EXPECT_TRUE(q.isUninitialized());
-    EXPECT_THROW(q.getName(), UninitializedObjectException);
-    EXPECT_THROW(q.getValue(), UninitializedObjectException);
-    EXPECT_THROW(q.clone(), UninitializedObjectException);
+    CIMQualifier none;
+    EXPECT_TRUE(none.isUninitialized());
+    EXPECT_THROW(none.getName(), UninitializedObjectException);
+    EXPECT_THROW(none.getValue(), UninitializedObjectException);
+    EXPECT_THROW(none.clone(), UninitializedObjectException);
     CIMConstQualifier c;
     EXPECT_THROW(c.getFlavor(), UninitializedObjectException);
-    CIMQualifier good("Key", CIMValue(true));
-    EXPECT_THROW(good.identical(c), UninitializedObjectException);
+    EXPECT_THROW(q.identical(c), UninitializedObjectException);
 }
 
-TEST(CIMPropertyTest, HandleReturnedFromInstanceChangesTheInstance)
+TEST(CIMPropertyTest, HandlesShareAndClonesAreDeep)
 {
     CIMInstance instance("ZAR_Foo");
     instance.addProperty(CIMProperty("Count", CIMValue(Uint32(1))));
@@ -93,6 +89,16 @@ TEST(CIMPropertyTest, HandleReturnedFromInstanceChangesTheInstance)
     clone.setValue(CIMValue(Uint32(9)));
     instance.getProperty(0).getValue().get(n);
     EXPECT_EQ(n, 7u);
+
+    CIMProperty p("Name", CIMValue(String("a")));
+    p.addQualifier(CIMQualifier("MaxLen", CIMValue(Uint32(31))));
+    CIMProperty c = p.clone();
+    EXPECT_TRUE(c.identical(p));
+    c.getQualifier(0).setValue(CIMValue(Uint32(1)));
+    Uint32 len = 0;
+    p.getQualifier(0).getValue().get(len);
+    EXPECT_EQ(len, 31u);
+    EXPECT_FALSE(c.identical(p));
 }
 
 TEST(CIMPropertyTest, SetValueRefusesAnyTypeOrArrayDifference)
@@ -114,18 +120,7 @@ TEST(CIMPropertyTest, SetValueRefusesAnyTypeOrArrayDifference)
     EXPECT_FALSE(s.getValue().isNull());
 }
 
-TEST(CIMPropertyTest, FixedArraySizeIsEnforced)
-{
-    Array<Uint8> three(3, Uint8(0));
-    CIMProperty p("Bytes", CIMValue(three), 3);
-    EXPECT_EQ(p.getArraySize(), 3u);
-    EXPECT_THROW(p.setValue(CIMValue(Array<Uint8>(2, Uint8(0)))), TypeMismatchException);
-    p.setValue(CIMValue(Array<Uint8>(3, Uint8(1))));
-    EXPECT_THROW(CIMProperty("Bytes", CIMValue(three), 4), TypeMismatchException);
-    EXPECT_THROW(CIMProperty("Scalar", CIMValue(Uint8(1)), 1), TypeMismatchException);
-}
-
-TEST(CIMPropertyTest, ConstructorChecks)
+TEST(CIMPropertyTest, ConstructorAndArraySizeChecks)
 {
     EXPECT_THROW(CIMProperty(CIMName(), CIMValue(true)), UninitializedObjectException);
     EXPECT_THROW(CIMProperty("Name", CIMValue(String("a")), 0, "ZAR_Other"), TypeMismatchException);
@@ -137,6 +132,14 @@ TEST(CIMPropertyTest, ConstructorChecks)
     EXPECT_EQ(ref.getReferenceClassName(), CIMName("ZAR_A"));
     EXPECT_EQ(ref.getClassOrigin(), CIMName("ZAR_Assoc"));
     EXPECT_TRUE(ref.getPropagated());
+
+    Array<Uint8> three(3, Uint8(0));
+    CIMProperty p("Bytes", CIMValue(three), 3);
+    EXPECT_EQ(p.getArraySize(), 3u);
+    EXPECT_THROW(p.setValue(CIMValue(Array<Uint8>(2, Uint8(0)))), TypeMismatchException);
+    p.setValue(CIMValue(Array<Uint8>(3, Uint8(1))));
+    EXPECT_THROW(CIMProperty("Bytes", CIMValue(three), 4), TypeMismatchException);
+    EXPECT_THROW(CIMProperty("Scalar", CIMValue(Uint8(1)), 1), TypeMismatchException);
 }
 
 TEST(CIMPropertyTest, QualifierListRules)
@@ -163,19 +166,6 @@ TEST(CIMPropertyTest, QualifierListRules)
     p.removeQualifier(0);
     EXPECT_EQ(p.findQualifier("Key"), PEG_NOT_FOUND);
     EXPECT_EQ(p.findQualifier("MaxLen"), 0u);
-}
-
-TEST(CIMPropertyTest, CloneCopiesQualifiersDeeply)
-{
-    CIMProperty p("Name", CIMValue(String("a")));
-    p.addQualifier(CIMQualifier("MaxLen", CIMValue(Uint32(31))));
-    CIMProperty c = p.clone();
-    EXPECT_TRUE(c.identical(p));
-    c.getQualifier(0).setValue(CIMValue(Uint32(1)));
-    Uint32 len = 0;
-    p.getQualifier(0).getValue().get(len);
-    EXPECT_EQ(len, 31u);
-    EXPECT_FALSE(c.identical(p));
 }
 
 TEST(CIMPropertyTest, RenameOnlyWhileNotInAnObject)
