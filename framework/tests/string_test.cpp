@@ -17,7 +17,7 @@ using zartest::str;
 
 namespace {
 
-TEST(StringTest, Utf8DecodesToUtf16CodeUnits)
+TEST(StringTest, ConstructorsDecodeUtf8AndHonourLengths)
 {
     String ascii("abc");
     EXPECT_EQ(3u, ascii.size());
@@ -39,6 +39,15 @@ TEST(StringTest, Utf8DecodesToUtf16CodeUnits)
     EXPECT_EQ("a\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9Ez",
               str(String("a\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9Ez")));
     EXPECT_EQ(0, Uint16(clef[2]));  // index == size() gives the terminator
+
+    EXPECT_EQ(String("Hel"), String(String("Hello"), 3));
+    EXPECT_THROW(String(String("Hi"), 3), IndexOutOfBoundsException);
+    EXPECT_EQ(String("ab"), String("abcdef", 2));
+    Char16 units[] = {'x', 'y', 0, 'z'};
+    EXPECT_EQ(String("xy"), String(units));
+    String withNul(units, 4);
+    EXPECT_EQ(4u, withNul.size());
+    EXPECT_EQ(Char16('z'), withNul[3]);
 }
 
 // The message of the exception that building a String from bytes throws.
@@ -67,19 +76,7 @@ TEST(StringTest, InvalidUtf8ThrowsWithTheOffendingBytes)
     EXPECT_THROW(String((const Char16*)0), NullPointer);
 }
 
-TEST(StringTest, LengthLimitedConstructors)
-{
-    EXPECT_EQ(String("Hel"), String(String("Hello"), 3));
-    EXPECT_THROW(String(String("Hi"), 3), IndexOutOfBoundsException);
-    EXPECT_EQ(String("ab"), String("abcdef", 2));
-    Char16 units[] = {'x', 'y', 0, 'z'};
-    EXPECT_EQ(String("xy"), String(units));
-    String withNul(units, 4);
-    EXPECT_EQ(4u, withNul.size());
-    EXPECT_EQ(Char16('z'), withNul[3]);
-}
-
-TEST(StringTest, CopiesAreIndependent)
+TEST(StringTest, CopiesClearAndAssign)
 {
     String a("shared");
     String b(a);
@@ -93,6 +90,18 @@ TEST(StringTest, CopiesAreIndependent)
     a.toUpper();
     EXPECT_EQ(String("Shared"), b);
     EXPECT_EQ(String("SHARED"), a);
+
+    String s("abc");
+    String keep(s);
+    s.clear();
+    EXPECT_EQ(0u, s.size());
+    EXPECT_EQ(String("abc"), keep);
+    s.assign("xyz", 2);
+    EXPECT_EQ(String("xy"), s);
+    s = "\xC3\xA9t\xC3\xA9";
+    EXPECT_EQ(3u, s.size());
+    s.reserveCapacity(100);
+    EXPECT_EQ(3u, s.size());
 }
 
 TEST(StringTest, IndexChecksBounds)
@@ -156,7 +165,7 @@ TEST(StringTest, RemoveThrowsPastTheEnd)
     EXPECT_EQ(0, Uint16(s.getChar16Data()[0]));
 }
 
-TEST(StringTest, CaseFoldingIsAsciiOnly)
+TEST(StringTest, ComparisonsByCodeUnitCaseFoldingAsciiOnly)
 {
     String s("Ab\xC3\xA9\xC3\x89Z");  // "AbéÉZ"
     String lower(s);
@@ -171,10 +180,7 @@ TEST(StringTest, CaseFoldingIsAsciiOnly)
     EXPECT_EQ(0, String::compareNoCase("HELLO", "hello"));
     EXPECT_LT(String::compareNoCase("apple", "BANANA"), 0);
     EXPECT_GT(String::compare("apple", "BANANA"), 0);  // 'a' > 'B' by code unit
-}
 
-TEST(StringTest, ComparisonsByCodeUnit)
-{
     EXPECT_LT(String::compare("abc", "abd"), 0);
     EXPECT_GT(String::compare("abcd", "abc"), 0);
     EXPECT_LT(String::compare("abc", "abcd"), 0);
@@ -191,7 +197,7 @@ TEST(StringTest, ComparisonsByCodeUnit)
     EXPECT_TRUE("abc" != String("abd"));
 }
 
-TEST(StringTest, AppendAndConcatenate)
+TEST(StringTest, AppendConcatenateAndPrintf)
 {
     String s;
     s.append(Char16('a'));
@@ -219,32 +225,15 @@ TEST(StringTest, AppendAndConcatenate)
         big.append(Char16('0' + i % 10));
     EXPECT_EQ(10000u, big.size());
     EXPECT_EQ(Char16('9'), big[9999]);
-}
 
-TEST(StringTest, AppendPrintf)
-{
-    String s("n=");
-    s.appendPrintf("%d,%s,%" PEGASUS_64BIT_CONVERSION_WIDTH "u", 42, "x", Uint64(1) << 40);
-    EXPECT_EQ(String("n=42,x,1099511627776"), s);
+    String printed("n=");
+    printed.appendPrintf("%d,%s,%" PEGASUS_64BIT_CONVERSION_WIDTH "u", 42, "x",
+                         Uint64(1) << 40);
+    EXPECT_EQ(String("n=42,x,1099511627776"), printed);
     String longText;
     longText.appendPrintf("%0500d", 7);
     EXPECT_EQ(500u, longText.size());
     EXPECT_EQ(Char16('7'), longText[499]);
-}
-
-TEST(StringTest, ClearAndAssign)
-{
-    String s("abc");
-    String keep(s);
-    s.clear();
-    EXPECT_EQ(0u, s.size());
-    EXPECT_EQ(String("abc"), keep);
-    s.assign("xyz", 2);
-    EXPECT_EQ(String("xy"), s);
-    s = "\xC3\xA9t\xC3\xA9";
-    EXPECT_EQ(3u, s.size());
-    s.reserveCapacity(100);
-    EXPECT_EQ(3u, s.size());
 }
 
 TEST(StringTest, CStringOwnsACopy)
