@@ -37,7 +37,7 @@ Array<Uint32> make(std::initializer_list<Uint32> xs)
     return a;
 }
 
-TEST(ArrayTest, ConstructionForms)
+TEST(ArrayTest, ConstructionFormsAndReserve)
 {
     Array<Uint32> empty;
     EXPECT_EQ(0u, empty.size());
@@ -51,6 +51,11 @@ TEST(ArrayTest, ConstructionForms)
     EXPECT_TRUE(fromRaw == make({4, 5, 6}));
     Array<Boolean> flags(2, true);
     EXPECT_TRUE(flags.getData()[1]);
+
+    Array<Uint32> a = make({9});
+    a.reserveCapacity(50);
+    EXPECT_GE(a.getCapacity(), 50u);
+    EXPECT_TRUE(a == make({9}));
 }
 
 TEST(ArrayTest, CopyOnWrite)
@@ -145,14 +150,6 @@ TEST(ArrayTest, ElementsAreConstructedAndDestroyedExactlyOnce)
         EXPECT_EQ(81u, c.size());
     }
     EXPECT_EQ(0, Counted::live);
-}
-
-TEST(ArrayTest, ReserveKeepsTheSize)
-{
-    Array<Uint32> a = make({9});
-    a.reserveCapacity(50);
-    EXPECT_GE(a.getCapacity(), 50u);
-    EXPECT_TRUE(a == make({9}));
 }
 
 TEST(ArrayInternalTest, EqualityContainsAndSort)

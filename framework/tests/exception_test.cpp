@@ -78,7 +78,7 @@ TEST(ExceptionTest, ProviderExceptionCodesAndMessages)
     }
 }
 
-TEST(ExceptionTest, CIMExceptionKeepsMessageAndVendorCode)
+TEST(ExceptionTest, CIMExceptionKeepsMessageVendorCodeAndErrors)
 {
     CIMException plain;
     EXPECT_EQ(CIM_ERR_SUCCESS, plain.getCode());
@@ -93,19 +93,16 @@ TEST(ExceptionTest, CIMExceptionKeepsMessageAndVendorCode)
     assigned = copy;
     EXPECT_EQ(4100, int(assigned.getCode()));
     EXPECT_EQ("vendor text", str(assigned.getMessage()));
-}
 
-TEST(ExceptionTest, CIMExceptionCarriesErrorInstances)
-{
     CIMInstance err(CIMName("CIM_Error"));
     CIMException e(CIM_ERR_FAILED, "with error", err);
     EXPECT_EQ(1u, e.getErrorCount());
     EXPECT_EQ(String("CIM_Error"), e.getError(0).getClassName().getString());
     EXPECT_THROW(e.getError(1), IndexOutOfBoundsException);
-    CIMException copy(e);
-    copy.addError(CIMInstance(CIMName("CIM_Error")));
+    CIMException more(e);
+    more.addError(CIMInstance(CIMName("CIM_Error")));
     EXPECT_EQ(1u, e.getErrorCount());
-    EXPECT_EQ(2u, copy.getErrorCount());
+    EXPECT_EQ(2u, more.getErrorCount());
     EXPECT_THROW(e.addError(CIMInstance()), UninitializedObjectException);
 }
 
@@ -124,7 +121,7 @@ TEST(CIMStatusCodeTest, Names)
     EXPECT_EQ("CIM_ERR_NOT_FOUND", str(m));
 }
 
-TEST(TraceableCIMExceptionTest, MessageDescriptionAndTrace)
+TEST(TraceableCIMExceptionTest, MessageAndDescriptions)
 {
     TraceableCIMException e(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user",
                             "Prov.cpp", 42);
@@ -134,10 +131,7 @@ TEST(TraceableCIMExceptionTest, MessageDescriptionAndTrace)
     EXPECT_EQ("Prov.cpp(42): CIM_ERR_ACCESS_DENIED: Insufficient privilege for the user",
               str(e.getTraceDescription()));
     EXPECT_EQ("CIM_ERR_ACCESS_DENIED", str(e.getCIMMessage()));
-}
 
-TEST(TraceableCIMExceptionTest, DescriptionOfWrappedAndUnusualCodes)
-{
     EXPECT_EQ("CIM_ERR_NOT_SUPPORTED",
               str(TraceableCIMException(CIMNotSupportedException("")).getDescription()));
     EXPECT_EQ("CIM_ERR_NOT_FOUND: Test CIM Object not found.",
