@@ -23,7 +23,7 @@ namespace {
 
 const CIMNamespaceName NS("root/zar");
 
-TEST(CIMClientStateTest, ConnectionErrors)
+TEST(CIMClientStateTest, ConnectionAndHttpErrors)
 {
     setLocalOperationHost(0);
     CIMClient client;
@@ -39,10 +39,7 @@ TEST(CIMClientStateTest, ConnectionErrors)
     EXPECT_THROW(client.connect("127.0.0.1", 1, ssl, "u", "p"), CannotConnectException);
     EXPECT_THROW(client.getInstance(NS, CIMObjectPath("ZAR_Volume.Name=\"a\"")),
                  NotConnectedException);
-}
 
-TEST(CIMClientStateTest, HttpErrorExceptionCarriesItsParts)
-{
     CIMClientHTTPErrorException e(401, "Unauthorized", "", "User Unauthorized");
     EXPECT_EQ(e.getCode(), 401u);
     EXPECT_EQ(e.getCIMErrorDetail(), "User Unauthorized");
@@ -64,7 +61,7 @@ protected:
     CIMClient client;
 };
 
-TEST_F(CIMClientLocalTest, ConnectsAsTheProcessUser)
+TEST_F(CIMClientLocalTest, ConnectsAsTheProcessUserUntilDisconnected)
 {
     client.enumerateInstanceNames(NS, "ZAR_Volume");
     struct passwd* pw = getpwuid(geteuid());
@@ -72,10 +69,7 @@ TEST_F(CIMClientLocalTest, ConnectsAsTheProcessUser)
     EXPECT_EQ(host.lastUser(), pw->pw_name);
     EXPECT_TRUE(host.contexts.back().contains(AcceptLanguageListContainer::NAME));
     EXPECT_TRUE(host.contexts.back().contains(ContentLanguageListContainer::NAME));
-}
 
-TEST_F(CIMClientLocalTest, AlreadyConnectedUntilDisconnected)
-{
     EXPECT_EQ(MessageOf<AlreadyConnectedException>([&] { client.connectLocal(); }),
               "already connected");
     EXPECT_THROW(client.connect("localhost", 5988, "u", "p"), AlreadyConnectedException);

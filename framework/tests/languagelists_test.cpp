@@ -13,7 +13,7 @@ using zartest::str;
 
 namespace {
 
-TEST(AcceptLanguageListTest, KeptInDescendingQuality)
+TEST(AcceptLanguageListTest, OrderEqualityAndCopies)
 {
     AcceptLanguageList list;
     list.insert(LanguageTag("fr"), 0.5f);
@@ -33,10 +33,7 @@ TEST(AcceptLanguageListTest, KeptInDescendingQuality)
     list.remove(0);
     EXPECT_EQ("fr", str(list.getLanguageTag(0).toString()));
     EXPECT_EQ(0.5f, list.getQualityValue(0));
-}
 
-TEST(AcceptLanguageListTest, EqualityAndCopies)
-{
     AcceptLanguageList a;
     a.insert(LanguageTag("en"), 1.0f);
     AcceptLanguageList b(a);
