@@ -31,15 +31,24 @@ public:
 };
 int CountingContainer::live = 0;
 
-TEST(OperationContextTest, ReadsTheUserAsProvidersDo)
+TEST(OperationContextTest, ReadsContainersAsProvidersDoWithCheckedCasts)
 {
     OperationContext context;
     context.insert(IdentityContainer("alice"));
+    context.insert(ClientAddressContainer("192.0.2.7"));
     IdentityContainer container = context.get(IdentityContainer::NAME);
     EXPECT_EQ(container.getUserName(), "alice");
     EXPECT_EQ(IdentityContainer::NAME, "IdentityContainer");
     EXPECT_TRUE(context.contains("IdentityContainer"));
     EXPECT_FALSE(context.contains("identitycontainer"));
+    ClientAddressContainer address = context.get(ClientAddressContainer::NAME);
+    EXPECT_EQ(address.getAddress(), "192.0.2.7");
+    EXPECT_EQ(ClientAddressContainer::NAME, "ClientAddressContainer");
+
+    EXPECT_THROW(ClientAddressContainer c(context.get(IdentityContainer::NAME)),
+                 DynamicCastFailedException);
+    EXPECT_THROW(IdentityContainer c(context.get(ClientAddressContainer::NAME)),
+                 DynamicCastFailedException);
 }
 
 TEST(OperationContextTest, ErrorsArePlainExceptions)
@@ -106,22 +115,6 @@ TEST(OperationContextTest, OwnsDeepCopiesOfItsContainers)
         EXPECT_EQ(CountingContainer::live, 3);
     }
     EXPECT_EQ(CountingContainer::live, 0);
-}
-
-TEST(OperationContextTest, ContainerCastsAreChecked)
-{
-    OperationContext context;
-    context.insert(IdentityContainer("alice"));
-    context.insert(ClientAddressContainer("192.0.2.7"));
-
-    EXPECT_THROW(ClientAddressContainer c(context.get(IdentityContainer::NAME)),
-                 DynamicCastFailedException);
-    EXPECT_THROW(IdentityContainer c(context.get(ClientAddressContainer::NAME)),
-                 DynamicCastFailedException);
-
-    ClientAddressContainer address = context.get(ClientAddressContainer::NAME);
-    EXPECT_EQ(address.getAddress(), "192.0.2.7");
-    EXPECT_EQ(ClientAddressContainer::NAME, "ClientAddressContainer");
 }
 
 TEST(OperationContextTest, LanguageAndIndicationContainers)
