@@ -53,19 +53,15 @@ TEST(ParamTyping, UntypedTextBecomesTheDeclaredType)
     EXPECT_EQ(CIMValue(Uint16(7)), typed("n", CIMValue(String("7"))));
     EXPECT_EQ(CIMValue(Sint8(-128)), typed("S", CIMValue(String("-128"))));
     EXPECT_EQ(CIMValue(Boolean(true)), typed("B", CIMValue(String("tRuE"))));
-    Array<Uint16> levels;
-    levels.append(3);
-    EXPECT_EQ(CIMValue(levels), typed("Levels", CIMValue(String("3"))));  // a scalar for an array
-    Array<String> texts;
-    texts.append("2");
-    texts.append("0x10");
-    levels[0] = 2;
-    levels.append(16);
-    EXPECT_EQ(CIMValue(levels), typed("Levels", CIMValue(texts)));
+    EXPECT_EQ(CIMValue(Array<Uint16>(1, 3)),
+              typed("Levels", CIMValue(String("3"))));  // a scalar for an array
+    const String texts[] = {"2", "0x10"};
+    const Uint16 levels[] = {2, 16};
+    EXPECT_EQ(CIMValue(Array<Uint16>(levels, 2)),
+              typed("Levels", CIMValue(Array<String>(texts, 2))));
     EXPECT_EQ(CIMValue(CIMObjectPath("C.K=\"v\"")), typed("R", CIMValue(String("C.K=\"v\""))));
-    Array<CIMObjectPath> refs;
-    refs.append(CIMObjectPath("C.K=1"));
-    EXPECT_EQ(CIMValue(refs), typed("RA", CIMValue(CIMObjectPath("C.K=1"))));
+    EXPECT_EQ(CIMValue(Array<CIMObjectPath>(1, CIMObjectPath("C.K=1"))),
+              typed("RA", CIMValue(CIMObjectPath("C.K=1"))));
     EXPECT_EQ(CIMTYPE_DATETIME,
               typed("When", CIMValue(String("20240101000000.000000+000"))).getType());
     EXPECT_EQ(CIMValue(Real64(2.5)), typed("X", CIMValue(String("2.5"))));
@@ -94,9 +90,8 @@ TEST(ParamTyping, BadTextIsAnInvalidParameter)
     for (const auto& b : bad)
         EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, failure(b.first, CIMValue(String(b.second))))
             << b.first << "=" << b.second;
-    Array<String> two;
-    two.append("1");
-    two.append("2");
+    const String texts[] = {"1", "2"};
+    Array<String> two(texts, 2);
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, failure("N", CIMValue(two)));
     two[1] = "z";
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, failure("Levels", CIMValue(two)));
