@@ -227,8 +227,7 @@ TEST(StringTest, AppendConcatenateAndPrintf)
     EXPECT_EQ(Char16('9'), big[9999]);
 
     String printed("n=");
-    printed.appendPrintf("%d,%s,%" PEGASUS_64BIT_CONVERSION_WIDTH "u", 42, "x",
-                         Uint64(1) << 40);
+    printed.appendPrintf("%d,%s,%" PEGASUS_64BIT_CONVERSION_WIDTH "u", 42, "x", Uint64(1) << 40);
     EXPECT_EQ(String("n=42,x,1099511627776"), printed);
     String longText;
     longText.appendPrintf("%0500d", 7);
