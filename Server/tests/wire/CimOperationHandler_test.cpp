@@ -161,10 +161,7 @@ protected:
 
 TEST_F(WireServer, ServesIntrinsicOperationsWithPaddedLength)
 {
-    Reply r = exchange(post(intrinsic("GetClass",
-                                      "<IPARAMVALUE NAME=\"ClassName\">"
-                                      "<CLASSNAME NAME=\"CIM_ManagedElement\"/></IPARAMVALUE>"),
-                            kAuth, "GetClass"));
+    Reply r = exchange(post(intrinsic("GetClass", cls("CIM_ManagedElement")), kAuth, "GetClass"));
     ASSERT_EQ(r.status, 200);
     EXPECT_TRUE(r.has("\r\ncontent-length: 0000"));
     EXPECT_TRUE(r.has("CIMOperation: MethodResponse"));
@@ -181,25 +178,19 @@ TEST_F(WireServer, ServesIntrinsicOperationsWithPaddedLength)
 TEST_F(WireServer, CimErrorsComeBackInsideTheResponse)
 {
     const std::string zar = "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"zar\"/>";
-    auto deep = [](const char* v) {
-        return "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>" + std::string(v) +
-               "</VALUE></IPARAMVALUE>";
-    };
     struct Case {
         std::string method, params, ns, object;
         const char* error;  // in the body; nullptr: no error
     } cases[] = {
-        {"GetClass",
-         "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"NoSuchClass\"/></IPARAMVALUE>", zar,
-         "root/zar", "<ERROR CODE=\"5\" DESCRIPTION=\"CIM_ERR_INVALID_CLASS"},
+        {"GetClass", cls("NoSuchClass"), zar, "root/zar",
+         "<ERROR CODE=\"5\" DESCRIPTION=\"CIM_ERR_INVALID_CLASS"},
         {"EnumerateClassNames", "", "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"nosuchns\"/>",
          "root/nosuchns", "CODE=\"3\""},
         {"ExecQuery", "", zar, "root/zar",
          "<ERROR CODE=\"7\" DESCRIPTION=\"CIM_ERR_NOT_SUPPORTED: ExecQuery\"/>"},
-        {"EnumerateClassNames", "<IPARAMVALUE NAME=\"Bogus\"><VALUE>1</VALUE></IPARAMVALUE>", zar,
-         "root/zar", "CODE=\"4\""},
-        {"EnumerateClassNames", deep("maybe"), zar, "root/zar", "CODE=\"4\""},
-        {"EnumerateClassNames", deep("TrUe"), zar, "root/zar", nullptr},
+        {"EnumerateClassNames", value("Bogus", "1"), zar, "root/zar", "CODE=\"4\""},
+        {"EnumerateClassNames", value("DeepInheritance", "maybe"), zar, "root/zar", "CODE=\"4\""},
+        {"EnumerateClassNames", value("DeepInheritance", "TrUe"), zar, "root/zar", nullptr},
     };
     for (const Case& c : cases) {
         Reply r = exchange(post(intrinsic(c.method, c.params, c.ns), kAuth, c.method, c.object));
@@ -321,14 +312,9 @@ TEST_F(WireServer, HostileBodiesAreRefusedCleanly)
     };
     const Case cases[] = {
         {good.substr(0, good.size() / 2), 400, "request-not-well-formed"},
-        {intrinsic("EnumerateClassNames",
-                   "<IPARAMVALUE NAME=\"Role\"><VALUE>a & b</VALUE></IPARAMVALUE>"),
-         400, "request-not-well-formed"},
-        {intrinsic("EnumerateClassNames",
-                   "<IPARAMVALUE NAME=\"Role\"><VALUE>\xff\xfe</VALUE></IPARAMVALUE>"),
-         400, "request-not-valid"},
-        {intrinsic("EnumerateClassNames", "<IPARAMVALUE NAME=\"X\">" + nest + "</IPARAMVALUE>"),
-         400, "request-not-valid"},
+        {intrinsic("EnumerateClassNames", value("Role", "a & b")), 400, "request-not-well-formed"},
+        {intrinsic("EnumerateClassNames", value("Role", "\xff\xfe")), 400, "request-not-valid"},
+        {intrinsic("EnumerateClassNames", param("X", nest)), 400, "request-not-valid"},
         {"<CIM><MESSAGE ID=\"1\"><MULTIREQ/></MESSAGE></CIM>", 501,
          "multiple-requests-unsupported"},
         {"<CIM><MESSAGE ID=\"1\"><SIMPLEREQ/></MESSAGE></CIM>", 400, "request-not-valid"},
@@ -384,11 +370,9 @@ TEST_F(WireServer, KeepAliveAndChunkedResponses)
         ASSERT_EQ(r.status, 200) << "request " << i;
         EXPECT_FALSE(r.has("Connection: close"));
     }
-    Reply chunked = exchange(
-        post(intrinsic("EnumerateClasses",
-                       "<IPARAMVALUE NAME=\"DeepInheritance\"><VALUE>TRUE</VALUE></IPARAMVALUE>"),
-             std::string(kAuth) + "TE: trailers\r\n", "EnumerateClasses"),
-        fd);
+    Reply chunked = exchange(post(intrinsic("EnumerateClasses", value("DeepInheritance", "TRUE")),
+                                  std::string(kAuth) + "TE: trailers\r\n", "EnumerateClasses"),
+                             fd);
     ASSERT_EQ(chunked.status, 200);
     EXPECT_TRUE(chunked.has("Transfer-Encoding: chunked"));
     EXPECT_FALSE(chunked.has("content-length"));

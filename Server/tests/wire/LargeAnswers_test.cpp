@@ -150,19 +150,6 @@ protected:
                               method, object, version);
     }
 
-    static std::string param(const std::string& name, const std::string& value)
-    {
-        return "<IPARAMVALUE NAME=\"" + name + "\">" + value + "</IPARAMVALUE>";
-    }
-    static std::string cls(const std::string& name)
-    {
-        return param("ClassName", "<CLASSNAME NAME=\"" + name + "\"/>");
-    }
-    static std::string value(const std::string& name, const std::string& v)
-    {
-        return param(name, "<VALUE>" + v + "</VALUE>");
-    }
-
     static size_t count(const std::string& s, const std::string& what)
     {
         size_t n = 0;

@@ -69,6 +69,20 @@ inline size_t dechunk(const std::string& in, size_t pos, std::string& body)
     }
 }
 
+// Intrinsic method parameters: any content, a class name, a value.
+inline std::string param(const std::string& name, const std::string& content)
+{
+    return "<IPARAMVALUE NAME=\"" + name + "\">" + content + "</IPARAMVALUE>";
+}
+inline std::string cls(const std::string& name)
+{
+    return param("ClassName", "<CLASSNAME NAME=\"" + name + "\"/>");
+}
+inline std::string value(const std::string& name, const std::string& v)
+{
+    return param(name, "<VALUE>" + v + "</VALUE>");
+}
+
 // An intrinsic method call; ns is the LOCALNAMESPACEPATH's content.
 inline std::string intrinsic(
     const std::string& name, const std::string& params,
