@@ -45,14 +45,8 @@ Array<CIMObjectPath> _viewsOfEndpoint(CIMOMHandle& cimom, const OperationContext
 
 void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(const MethodCall& call)
 {
-    static const char* const allowed[] = {"LUNames",
-                                          "TargetPortIDs",
-                                          "DeviceNumbers",
-                                          "DeviceAccesses",
-                                          "ProtocolControllers",
-                                          "Override",
-                                          "NoVCN",
-                                          0};
+    static const char allowed[] =
+        "LUNames TargetPortIDs DeviceNumbers DeviceAccesses ProtocolControllers Override NoVCN";
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: _exposeDefaultLUs\n");
     MethodResult result;
     Params p;
@@ -116,17 +110,16 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(const MethodC
             Uint32 luCount = p.deviceNumbers.size() != 0 ? p.deviceNumbers.size() : 1;
             for (Uint32 j = 0; j < luCount; j++) {
                 String& lu = p.luNames[j];
-                Uint64 vvHigh, vvLow;
-                Uint32 number;
-                if (readLU(p.luNames, p.deviceNumbers, j, LUN_ARRAY_CHOOSES, vvHigh, vvLow, number,
-                           result) != LUReading::Ok) {
+                LUValues vv;
+                if (readLU(p.luNames, p.deviceNumbers, j, LUN_ARRAY_CHOOSES, vv, result) !=
+                    LUReading::Ok) {
                     end = true;
                     break;
                 }
-                zar_u32 lun = number;
+                zar_u32 lun = vv.number;
                 ExportOutcome outcome =
-                    createExport(call.event, vvHigh, vvLow, &lun, String(), API_WWN_NONE, String(),
-                                 port, p.override, p.noVCN);
+                    createExport(call.event, vv.high, vv.low, &lun, String(), API_WWN_NONE,
+                                 String(), port, p.override, p.noVCN);
                 Item item(lu);
                 item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
                     .add("TargetPortID", id);
@@ -180,8 +173,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeDefaultLUs(const MethodC
 
 void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(const MethodCall& call)
 {
-    static const char* const allowed[] = {
-        "LUNames", "TargetPortIDs", "DeviceNumbers", "ProtocolControllers", "NoVCN", 0};
+    static const char allowed[] = "LUNames TargetPortIDs DeviceNumbers ProtocolControllers NoVCN";
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: _hideDefaultLUs\n");
     MethodResult result;
     Params p;

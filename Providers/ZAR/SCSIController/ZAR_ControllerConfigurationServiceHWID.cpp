@@ -55,10 +55,9 @@ String _givenDeviceNumber(const vlun&, const Params& p)
 void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCollection(
     const MethodCall& call)
 {
-    static const char* const allowed[] = {
-        "LUNames",        "HostNames",       "DeviceNumbers",
-        "DeviceAccesses", "TargetPortLPIDs", "ProtocolControllers",
-        "Override",       "NoVCN",           0};
+    static const char allowed[] =
+        "LUNames HostNames DeviceNumbers DeviceAccesses TargetPortLPIDs ProtocolControllers "
+        "Override NoVCN";
     log_message(4,
                 "--> ZAR_ControllerConfigurationServiceProvider:: "
                 "_exposeLUsToStorageHardwareIDCollection\n");
@@ -75,20 +74,19 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
             String& host = p.hostNames[h];
             for (Uint32 j = 0; j < luCount; j++) {
                 String& lu = p.luNames[j];
-                Uint64 vvHigh, vvLow;
-                Uint32 number;
-                if (readLU(p.luNames, p.deviceNumbers, j, LUN_ARRAY_CHOOSES, vvHigh, vvLow, number,
-                           result) != LUReading::Ok)
+                LUValues vv;
+                if (readLU(p.luNames, p.deviceNumbers, j, LUN_ARRAY_CHOOSES, vv, result) !=
+                    LUReading::Ok)
                     return;
                 Array<Uint16> ports;
                 if (!_targetPorts(p.targetPortLPIDs, ports, result))
                     return;
                 for (Uint32 k = 0; k < ports.size(); k++) {
                     Uint16 port = ports[k];
-                    zar_u32 lun = number;
+                    zar_u32 lun = vv.number;
                     ExportOutcome outcome =
-                        createExport(call.event, vvHigh, vvLow, &lun, host, API_WWN_NONE, String(),
-                                     port, p.override, p.noVCN);
+                        createExport(call.event, vv.high, vv.low, &lun, host, API_WWN_NONE,
+                                     String(), port, p.override, p.noVCN);
                     Item item(lu);
                     item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
                         .add("HostName", host)
@@ -134,8 +132,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposeLUsToStorageHardwareIDCo
 void ZAR_ControllerConfigurationServiceProvider::_hideLUsFromStorageHardwareIDCollection(
     const MethodCall& call)
 {
-    static const char* const allowed[] = {"LUNames", "DeviceNumbers", "ProtocolControllers",
-                                          "NoVCN", 0};
+    static const char allowed[] = "LUNames DeviceNumbers ProtocolControllers NoVCN";
     log_message(4,
                 "--> ZAR_ControllerConfigurationServiceProvider:: "
                 "_hideLUsFromStorageHardwareIDCollection\n");

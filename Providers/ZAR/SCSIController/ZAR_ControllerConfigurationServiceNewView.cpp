@@ -98,10 +98,9 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
     target.iscsiName = initiatorISCSIName;
     for (Uint32 l = 0; l < request.luNames.size(); l++) {
         String& lu = request.luNames[l];
-        Uint64 vvHigh, vvLow;
-        Uint32 number;
-        LUReading reading = readLU(request.luNames, request.deviceNumbers, l, LUN_ARRAY_CHOOSES,
-                                   vvHigh, vvLow, number, result);
+        LUValues vv;
+        LUReading reading =
+            readLU(request.luNames, request.deviceNumbers, l, LUN_ARRAY_CHOOSES, vv, result);
         if (reading == LUReading::BadName)
             continue;
         // A bad number ends the LUs of this host.
@@ -148,9 +147,9 @@ Boolean ZAR_ControllerConfigurationServiceProvider::_exposeLUsOnPorts(
             }
 
             attempted = true;
-            zar_u32 lun = number;
+            zar_u32 lun = vv.number;
             ExportOutcome outcome =
-                createExport(request.event, vvHigh, vvLow, &lun, target.hostName, target.wwn,
+                createExport(request.event, vv.high, vv.low, &lun, target.hostName, target.wwn,
                              target.iscsiName, port, request.override, request.noVCN);
             Item item(lu);
             item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String());
@@ -340,16 +339,8 @@ MethodStatus ZAR_ControllerConfigurationServiceProvider::_addInitIDsToView(
         return MethodStatus::InvalidParameter;
     }
 
-    String wwnFilter;
-    String iscsiFilter;
-    loneInitiator(initiatorIDs, wwnFilter, iscsiFilter);
     ZAR_HostPathList hostPaths;
-    CString wwnText = wwnFilter.getCString();
-    CString iscsiText = iscsiFilter.getCString();
-    Boolean havePaths = underSemaphore([&]() {
-                            return api_getHostPaths((const char*)wwnText, (const char*)iscsiText,
-                                                    NULL, &hostPaths.count, &hostPaths.list, 1);
-                        }) == 0;
+    Boolean havePaths = readInitiatorPaths(initiatorIDs, hostPaths) == 0;
     // A failed lookup counts as no paths at all.
     const api_hardwareID* paths = havePaths ? hostPaths.list : 0;
     zar_u32 count = havePaths ? hostPaths.count : 0;

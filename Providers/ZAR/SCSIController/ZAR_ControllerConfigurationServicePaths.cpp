@@ -41,25 +41,20 @@ Boolean _verifyViews(Array<CIMObjectPath>& views, String& host, const String& sy
 // Reads the parameters in the order given; a ProtocolControllers
 // parameter is checked as soon as it is read, so that a bad reference is
 // reported before anything that follows it.
-Boolean _readRequestCheckingViews(const Array<CIMParamValue>& inParameters,
-                                  const char* const* allowed, String& host,
-                                  const String& systemName, Params& params, MethodResult& result)
+Boolean _readRequestCheckingViews(const Array<CIMParamValue>& inParameters, const char* allowed,
+                                  String& host, const String& systemName, Params& params,
+                                  MethodResult& result)
 {
-    if (inParameters.size() == 0) {
-        result.fail(MethodStatus::InvalidParameter, "Invalid number of parameters");
-        return false;
-    }
-    for (Uint32 i = 0; i < inParameters.size(); i++) {
-        if (!readParam(inParameters[i], allowed, false, params, result))
-            return false;
-        if (String::equalNoCase(inParameters[i].getParameterName(), "ProtocolControllers") &&
-            !inParameters[i].getValue().isNull() &&
-            !_verifyViews(params.protocolControllers, host, systemName)) {
-            result.fail(MethodStatus::InvalidParameter, REF_ERROR);
-            return false;
-        }
-    }
-    return true;
+    return readRequest(
+        inParameters, allowed, false, params, result, [&](const CIMParamValue& param) {
+            if (String::equalNoCase(param.getParameterName(), "ProtocolControllers") &&
+                !param.getValue().isNull() &&
+                !_verifyViews(params.protocolControllers, host, systemName)) {
+                result.fail(MethodStatus::InvalidParameter, REF_ERROR);
+                return false;
+            }
+            return true;
+        });
 }
 
 String _givenDeviceNumber(const vlun&, const Params& p)
@@ -77,13 +72,24 @@ void _decodeView(CIMObjectPath& view, Uint32& type, String& hostName, Uint16& po
                                        view.getClassName().equal(CIMName("ZAR_iSCSINode")));
 }
 
-// True for a view of a host or host set whose host the array could not
-// name (unknown, or not to be asked just now): changing it by an empty
-// host name would address another target.
-Boolean _hostMissing(Uint32 type, const String& hostName)
+// Refuses, before anything changes, a view that cannot take the change:
+// a port-present view when portPresentRefusal is given (with that text),
+// and a view of a host or host set whose host the array could not name
+// (unknown, or not to be asked just now), since changing it by an empty
+// host name would address another target. True when refused.
+Boolean _viewRefused(Uint32 type, const String& hostName, const char* portPresentRefusal,
+                     MethodResult& result)
 {
-    return hostName.size() == 0 && (type == API_VLUN_MATCHED_SET || type == API_VLUN_HOST_SEES ||
-                                    type == API_VLUN_HOST_SET);
+    if (portPresentRefusal && type == API_VLUN_PORT_PRESENT) {
+        result.fail(MethodStatus::InvalidParameter, portPresentRefusal);
+        return true;
+    }
+    if (hostName.size() == 0 &&
+        (type == API_VLUN_MATCHED_SET || type == API_VLUN_HOST_SEES || type == API_VLUN_HOST_SET)) {
+        result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+        return true;
+    }
+    return false;
 }
 
 const char USE_CASE_EXPOSE[] =
@@ -148,15 +154,9 @@ Boolean _checkNewViewVolumes(const Params& p, char* domain, size_t domainSize, M
 
 void ZAR_ControllerConfigurationServiceProvider::_exposePaths(const MethodCall& call)
 {
-    static const char* const allowed[] = {"LUNames",
-                                          "InitiatorPortIDs",
-                                          "TargetPortIDs",
-                                          "DeviceNumbers",
-                                          "DeviceAccesses",
-                                          "ProtocolControllers",
-                                          "Override",
-                                          "NoVCN",
-                                          0};
+    static const char allowed[] =
+        "LUNames InitiatorPortIDs TargetPortIDs DeviceNumbers DeviceAccesses ProtocolControllers "
+        "Override NoVCN";
     Boolean oneHostPerInitiator = (ZAR_Common::getPolicy() & API_POLICY_ONE_HOST_PER_HWID) != 0;
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: exposePaths\n");
     MethodResult result;
@@ -172,14 +172,7 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(const MethodCall& 
         Uint32 hardwareIDs = 1;
         if (p.initiatorPortIDs.size() != 0) {
             hardwareIDs = p.initiatorPortIDs.size();
-            String wwnText, iscsiText;
-            loneInitiator(p.initiatorPortIDs, wwnText, iscsiText);
-            CString w = wwnText.getCString();
-            CString i = iscsiText.getCString();
-            if (underSemaphore([&]() {
-                    return api_getHostPaths((const char*)w, (const char*)i, NULL, &hostPaths.count,
-                                            &hostPaths.list, 1);
-                }) != 0) {
+            if (readInitiatorPaths(p.initiatorPortIDs, hostPaths) != 0) {
                 result.fail(MethodStatus::InvalidInitiator,
                             "There are no hosts connected to any target ports");
                 return;
@@ -201,17 +194,10 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(const MethodCall& 
         String hostName;
         Uint16 port = API_PORT_NONE;
         _decodeView(p.protocolControllers[0], type, hostName, port);
-        if (type == API_VLUN_PORT_PRESENT) {
-            result.fail(MethodStatus::InvalidParameter,
-                        "Cannot add initiatorID to a port present VLUN");
+        // Without the view's host the initiators would first be taken from
+        // their hosts and then find no host to join.
+        if (_viewRefused(type, hostName, "Cannot add initiatorID to a port present VLUN", result))
             return;
-        }
-        // Refused before anything changes: the initiators would first be
-        // taken from their hosts and then find no host to join.
-        if (_hostMissing(type, hostName)) {
-            result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
-            return;
-        }
         result.status = _addInitIDsToView(call.event, p.initiatorPortIDs, type, port, p.override,
                                           hostName, result.descriptions);
         if (result.ok())
@@ -224,22 +210,18 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(const MethodCall& 
         String hostName;
         Uint16 port = API_PORT_NONE;
         _decodeView(p.protocolControllers[0], type, hostName, port);
-        if (_hostMissing(type, hostName)) {
-            result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
+        if (_viewRefused(type, hostName, nullptr, result))
             return;
-        }
         Array<CIMObjectPath> found;
         Boolean attempted = false;
         for (Uint32 l = 0; l < p.luNames.size(); l++) {
             String& lu = p.luNames[l];
-            Uint64 vvHigh, vvLow;
-            Uint32 number;
-            if (readLU(p.luNames, p.deviceNumbers, l, LUN_NOT_GIVEN, vvHigh, vvLow, number,
-                       result) != LUReading::Ok)
+            LUValues vv;
+            if (readLU(p.luNames, p.deviceNumbers, l, LUN_NOT_GIVEN, vv, result) != LUReading::Ok)
                 continue;
             attempted = true;
-            zar_u32 lun = number;
-            ExportOutcome outcome = createExport(call.event, vvHigh, vvLow, &lun, hostName,
+            zar_u32 lun = vv.number;
+            ExportOutcome outcome = createExport(call.event, vv.high, vv.low, &lun, hostName,
                                                  API_WWN_NONE, String(), port, p.override, p.noVCN);
             Item item(lu);
             item.add("DeviceNumber", lun != LUN_NOT_GIVEN ? "0x" + hex(lun) : String())
@@ -294,13 +276,8 @@ void ZAR_ControllerConfigurationServiceProvider::_exposePaths(const MethodCall& 
 
 void ZAR_ControllerConfigurationServiceProvider::_hidePaths(const MethodCall& call)
 {
-    static const char* const allowed[] = {"LUNames",
-                                          "InitiatorPortIDs",
-                                          "TargetPortIDs",
-                                          "DeviceNumbers",
-                                          "ProtocolControllers",
-                                          "NoVCN",
-                                          0};
+    static const char allowed[] =
+        "LUNames InitiatorPortIDs TargetPortIDs DeviceNumbers ProtocolControllers NoVCN";
     log_message(4, "--> ZAR_ControllerConfigurationServiceProvider:: hidePaths\n");
     MethodResult result;
     Params p;
@@ -313,23 +290,10 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(const MethodCall& ca
     // Initiators leaving the view's host: each one's path is removed.
     auto removeInitiators = [&]() {
         Boolean anyPort = type == API_VLUN_HOST_SEES || type == API_VLUN_HOST_SET;
-        if (type == API_VLUN_PORT_PRESENT) {
-            result.fail(MethodStatus::InvalidParameter,
-                        "Cannot remove initiatorID from a port present VLUN");
+        if (_viewRefused(type, hostName, "Cannot remove initiatorID from a port present VLUN",
+                         result))
             return;
-        }
-        if (_hostMissing(type, hostName)) {
-            result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
-            return;
-        }
-        String wwnFilter, iscsiFilter;
-        loneInitiator(p.initiatorPortIDs, wwnFilter, iscsiFilter);
-        CString w = wwnFilter.getCString();
-        CString i = iscsiFilter.getCString();
-        if (underSemaphore([&]() {
-                return api_getHostPaths((const char*)w, (const char*)i, NULL, &hostPaths.count,
-                                        &hostPaths.list, 1);
-            }) != 0) {
+        if (readInitiatorPaths(p.initiatorPortIDs, hostPaths) != 0) {
             result.fail(MethodStatus::InvalidParameter,
                         String("Initiator port ID is invalid") + "\n");
             return;
@@ -383,11 +347,7 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(const MethodCall& ca
 
     // True when every initiator named is one of the view host's paths.
     auto initiatorsOfViewHost = [&]() {
-        CString viewHost = hostName.getCString();
-        if (underSemaphore([&]() {
-                return api_getHostPaths(NULL, NULL, (const char*)viewHost, &hostPaths.count,
-                                        &hostPaths.list, 1);
-            }) != 0) {
+        if (readHostPaths(hostName, hostPaths) != 0) {
             result.fail(MethodStatus::InvalidInitiator,
                         "There are no hosts connected to any target ports");
             return false;

@@ -50,13 +50,18 @@ void finish(MethodResult& result, MethodResultResponseHandler& handler, const ch
 
 namespace {
 
-Boolean _isAllowed(const String& name, const char* const* allowed)
+// True for "Job" (always taken, and ignored) and for each of the names in
+// allowed, which are separated by single spaces; case is ignored.
+Boolean _isAllowed(const String& name, const char* allowed)
 {
     if (String::equalNoCase(name, "Job"))
         return true;
-    for (; *allowed; allowed++) {
-        if (String::equalNoCase(name, *allowed))
+    while (*allowed) {
+        const char* space = strchr(allowed, ' ');
+        Uint32 length = space ? Uint32(space - allowed) : Uint32(strlen(allowed));
+        if (String::equalNoCase(name, String(allowed, length)))
             return true;
+        allowed += space ? length + 1 : length;
     }
     return false;
 }
@@ -87,10 +92,8 @@ void _read(const String& name, const CIMValue& value, Params& params)
         value.get(params.noVCN);
 }
 
-}  // namespace
-
-Boolean readParam(const CIMParamValue& param, const char* const* allowed, Boolean skipNullFirst,
-                  Params& params, MethodResult& result)
+Boolean _readParam(const CIMParamValue& param, const char* allowed, Boolean skipNullFirst,
+                   Params& params, MethodResult& result)
 {
     String name = param.getParameterName();
     CIMValue value = param.getValue();
@@ -113,15 +116,20 @@ Boolean readParam(const CIMParamValue& param, const char* const* allowed, Boolea
     return true;
 }
 
-Boolean readRequest(const Array<CIMParamValue>& inParameters, const char* const* allowed,
-                    Boolean skipNullFirst, Params& params, MethodResult& result)
+}  // namespace
+
+Boolean readRequest(const Array<CIMParamValue>& inParameters, const char* allowed,
+                    Boolean skipNullFirst, Params& params, MethodResult& result,
+                    const std::function<Boolean(const CIMParamValue&)>& check)
 {
     if (inParameters.size() == 0) {
         result.fail(MethodStatus::InvalidParameter, "Invalid number of parameters");
         return false;
     }
     for (Uint32 i = 0; i < inParameters.size(); i++) {
-        if (!readParam(inParameters[i], allowed, skipNullFirst, params, result))
+        if (!_readParam(inParameters[i], allowed, skipNullFirst, params, result))
+            return false;
+        if (check && !check(inParameters[i]))
             return false;
     }
     return true;
@@ -144,19 +152,18 @@ Boolean checkSizes(const Params& p, MethodResult& result, Boolean checkAccesses)
 }
 
 LUReading readLU(const Array<String>& luNames, const Array<String>& deviceNumbers, Uint32 i,
-                 Uint32 defaultNumber, Uint64& vvHigh, Uint64& vvLow, Uint32& number,
-                 MethodResult& result)
+                 Uint32 defaultNumber, LUValues& lu, MethodResult& result)
 {
-    vvHigh = 0;
-    vvLow = API_WWN_NONE;
-    if (!wwnToInt(luNames[i], vvHigh, vvLow)) {
+    lu.high = 0;
+    lu.low = API_WWN_NONE;
+    if (!wwnToInt(luNames[i], lu.high, lu.low)) {
         result.fail(MethodStatus::InvalidLogicalUnit,
                     "LU=" + luNames[i] + ": " + "LUName is invalid" + "\n");
         return LUReading::BadName;
     }
-    number = defaultNumber;
+    lu.number = defaultNumber;
     if (deviceNumbers.size() != 0 && deviceNumbers[i].size() != 0 &&
-        !readHex(deviceNumbers[i], number)) {
+        !readHex(deviceNumbers[i], lu.number)) {
         result.fail(MethodStatus::InvalidParameter,
                     "DeviceNumber=0x" + deviceNumbers[i] + ": " + "DeviceNumber is invalid\n");
         return LUReading::BadNumber;
@@ -164,15 +171,27 @@ LUReading readLU(const Array<String>& luNames, const Array<String>& deviceNumber
     return LUReading::Ok;
 }
 
-void loneInitiator(const Array<String>& ids, String& wwn, String& iscsiName)
+int readInitiatorPaths(const Array<String>& ids, ZAR_HostPathList& paths)
 {
-    if (ids.size() != 1)
-        return;
+    String wwn, iscsiName;
     Uint64 high = 0, low = 0;
-    if (wwnToInt(ids[0], high, low))
+    if (ids.size() == 1 && wwnToInt(ids[0], high, low))
         wwn = ids[0];
-    else
+    else if (ids.size() == 1)
         iscsiName = ids[0];
+    CString w = wwn.getCString();
+    CString i = iscsiName.getCString();
+    return underSemaphore([&]() {
+        return api_getHostPaths((const char*)w, (const char*)i, NULL, &paths.count, &paths.list, 1);
+    });
+}
+
+int readHostPaths(const String& hostName, ZAR_HostPathList& paths)
+{
+    CString host = hostName.getCString();
+    return underSemaphore([&]() {
+        return api_getHostPaths(NULL, NULL, (const char*)host, &paths.count, &paths.list, 1);
+    });
 }
 
 MethodStatus mapCreateError(int rc)

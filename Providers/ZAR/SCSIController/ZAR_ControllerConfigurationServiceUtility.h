@@ -11,6 +11,8 @@
 #ifndef ZAR_ControllerConfigurationServiceUtility_h
 #define ZAR_ControllerConfigurationServiceUtility_h
 
+#include <functional>
+
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/ResponseHandler.h>
@@ -18,6 +20,7 @@
 
 #include <zarapi.h>
 
+#include <ZAR_ArrayOwners.h>
 #include <ZAR_ArraySemaphore.h>
 
 PEGASUS_NAMESPACE_BEGIN
@@ -93,22 +96,28 @@ struct Params {
     Boolean noVCN;
 };
 
-// Reads one in-parameter into params. allowed is a null-terminated list
-// of the names the method takes ("Job" is always taken and ignored). The
-// name is logged as "Param %s\n". With skipNullFirst a parameter whose
-// value is null is passed over before its name is looked at. An unknown
-// name, or a value of another type, adds "Invalid parameter: <name>" with
-// status 5 and returns false.
-Boolean readParam(const CIMParamValue& param, const char* const* allowed, Boolean skipNullFirst,
-                  Params& params, MethodResult& result);
-
 // The request of a method: "Invalid number of parameters" (status 5)
-// without any parameter, else each parameter read in order by readParam.
-Boolean readRequest(const Array<CIMParamValue>& inParameters, const char* const* allowed,
-                    Boolean skipNullFirst, Params& params, MethodResult& result);
+// without any parameter, else each parameter read in order and then, when
+// check is given, passed to it (false ends the reading). allowed holds the
+// names the method takes, separated by spaces ("Job" is always taken and
+// ignored). Each name is logged as "Param %s\n". With
+// skipNullFirst a parameter whose value is null is passed over before its
+// name is looked at. An unknown name, or a value of another type, adds
+// "Invalid parameter: <name>" with status 5 and ends the reading.
+Boolean readRequest(const Array<CIMParamValue>& inParameters, const char* allowed,
+                    Boolean skipNullFirst, Params& params, MethodResult& result,
+                    const std::function<Boolean(const CIMParamValue&)>& check = nullptr);
 
 // How an LU of a request reads.
 enum class LUReading { Ok, BadName, BadNumber };
+
+// An LU of a request as readLU reads it: the volume's WWN values and the
+// device number wanted for it.
+struct LUValues {
+    Uint64 high;
+    Uint64 low;
+    Uint32 number;
+};
 
 // Reads LU i of luNames: its WWN values (a name that is no WWN fails with
 // 4097, "LU=<name>: LUName is invalid") and its device number from
@@ -116,12 +125,15 @@ enum class LUReading { Ok, BadName, BadNumber };
 // no hexadecimal number fails with 5, "DeviceNumber=0x<text>:
 // DeviceNumber is invalid"). The caller decides what a failure ends.
 LUReading readLU(const Array<String>& luNames, const Array<String>& deviceNumbers, Uint32 i,
-                 Uint32 defaultNumber, Uint64& vvHigh, Uint64& vvLow, Uint32& number,
-                 MethodResult& result);
+                 Uint32 defaultNumber, LUValues& lu, MethodResult& result);
 
-// The WWN text or iSCSI name of a lone initiator, by which the array is
-// asked for its paths alone; both empty unless exactly one is given.
-void loneInitiator(const Array<String>& ids, String& wwn, String& iscsiName);
+// The array's host paths of the lone initiator in ids (asked by its WWN or
+// iSCSI name), or of every initiator when ids does not hold exactly one.
+// Returns the array's result (non-zero when nothing was read).
+int readInitiatorPaths(const Array<String>& ids, ZAR_HostPathList& paths);
+
+// The array's host paths of the host named hostName; the array's result.
+int readHostPaths(const String& hostName, ZAR_HostPathList& paths);
 
 // The common size checks of LUNames against DeviceNumbers and, when
 // checkAccesses is set, DeviceAccesses (each may be absent, else of the
