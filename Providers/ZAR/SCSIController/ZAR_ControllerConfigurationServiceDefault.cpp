@@ -195,13 +195,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hideDefaultLUs(const MethodCal
                         "Remove LU's from a View");
             return;
         }
-        if (!checkSizes(p, result))
+        if (!checkLURemoval(p, _systemAddress, result))
             return;
-        if (!isViewReference(p.protocolControllers[0], _systemAddress, ZAR_ISCSI_CONTROLLER,
-                             ZAR_SCSI_CONTROLLER, ZAR_ISCSI_NODE)) {
-            result.status = MethodStatus::InvalidParameter;
-            return;
-        }
         CIMInstance view;
         try {
             view = _cimom.getInstance(call.context, CIMNamespaceName(ZAR_NAMESPACE),

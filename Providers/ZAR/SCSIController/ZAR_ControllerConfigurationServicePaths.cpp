@@ -378,13 +378,8 @@ void ZAR_ControllerConfigurationServiceProvider::_hidePaths(const MethodCall& ca
             result.fail(MethodStatus::InvalidParameter, "Invalid ProtocolControllers");
             return;
         }
-        if (!checkSizes(p, result))
+        if (!checkLURemoval(p, _systemAddress, result))
             return;
-        if (!isViewReference(p.protocolControllers[0], _systemAddress, ZAR_ISCSI_CONTROLLER,
-                             ZAR_SCSI_CONTROLLER, ZAR_ISCSI_NODE)) {
-            result.status = MethodStatus::InvalidParameter;
-            return;
-        }
         if (p.initiatorPortIDs.size() != 0 && hostName.size() != 0 && !initiatorsOfViewHost())
             return;
         if (port != API_PORT_NONE && badPortPosition(port)) {

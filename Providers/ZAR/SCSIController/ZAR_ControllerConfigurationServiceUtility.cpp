@@ -281,6 +281,18 @@ Boolean isViewReference(CIMObjectPath& view, String& host, const char* class1, c
     return ZAR_Common::verifyRefMethodParam(view, CIMNamespaceName(ZAR_NAMESPACE), host, classes);
 }
 
+Boolean checkLURemoval(Params& p, String& host, MethodResult& result)
+{
+    if (!checkSizes(p, result))
+        return false;
+    if (!isViewReference(p.protocolControllers[0], host, ZAR_ISCSI_CONTROLLER, ZAR_SCSI_CONTROLLER,
+                         ZAR_ISCSI_NODE)) {
+        result.status = MethodStatus::InvalidParameter;
+        return false;
+    }
+    return true;
+}
+
 Boolean viewStillExists(CIMOMHandle& cimom, const OperationContext& context,
                         const CIMObjectPath& view)
 {

@@ -218,6 +218,12 @@ Boolean report(MethodResult& result, const Item& item, const ExportOutcome& outc
 Boolean isViewReference(CIMObjectPath& view, String& host, const char* class1, const char* class2,
                         const char* class3 = 0);
 
+// The checks of a request that removes LUs from the one view it names:
+// the sizes (as checkSizes), then the view reference (as isViewReference,
+// with the view classes and the iSCSI node), whose failure sets status 5
+// without a description.
+Boolean checkLURemoval(Params& p, String& host, MethodResult& result);
+
 // True when the server still answers getInstance of the view (a view
 // goes with its last LU). Any exception means it has gone.
 Boolean viewStillExists(CIMOMHandle& cimom, const OperationContext& context,
