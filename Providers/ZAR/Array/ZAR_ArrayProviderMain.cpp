@@ -7,13 +7,12 @@
 #include <Pegasus/Provider/CIMProvider.h>
 
 #include "ZAR_ControllerForUnitProvider.h"
-#include "ZAR_HostedAccessPointProvider.h"
 #include "ZAR_InternalCacheProvider.h"
 #include "ZAR_SAPAvailableForElementProvider.h"
 #include "ZAR_SCSIProtocolFCEndpointProvider.h"
 #include "ZAR_StorageSystemProvider.h"
 #include "ZAR_StorageVolumeProvider.h"
-#include "ZAR_SystemDeviceProvider.h"
+#include "ZAR_SystemPartProvider.h"
 #include "ZAR_iSCSIControllerProvider.h"
 #include "ZAR_iSCSIProtocolEndpointProvider.h"
 
@@ -22,7 +21,8 @@ PEGASUS_USING_PEGASUS;
 namespace {
 
 // The providers of this module by name; the FC and iSCSI variants of an
-// association are one class serving one protocol each.
+// association are one class serving one protocol each, and so are the
+// system's two associations with its parts.
 const struct {
     const char* name;
     CIMProvider* (*create)();
@@ -44,9 +44,12 @@ const struct {
      []() -> CIMProvider* { return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_FC); }},
     {"ZAR_iSCSISAPAvailableForElementProvider",
      []() -> CIMProvider* { return new ZAR_SAPAvailableForElementProvider(PORT_TYPE_ISCSI); }},
-    {"ZAR_SystemDeviceProvider", []() -> CIMProvider* { return new ZAR_SystemDeviceProvider(); }},
+    {"ZAR_SystemDeviceProvider",
+     []() -> CIMProvider* { return new ZAR_SystemPartProvider(ZAR_SystemPartProvider::DEVICES); }},
     {"ZAR_HostedAccessPointProvider",
-     []() -> CIMProvider* { return new ZAR_HostedAccessPointProvider(); }},
+     []() -> CIMProvider* {
+         return new ZAR_SystemPartProvider(ZAR_SystemPartProvider::ACCESS_POINTS);
+     }},
 };
 
 }  // namespace
