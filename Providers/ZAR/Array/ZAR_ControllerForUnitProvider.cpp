@@ -40,8 +40,6 @@ ZAR_ControllerForUnitProvider::ZAR_ControllerForUnitProvider(port_type_t type)
 {
 }
 
-ZAR_ControllerForUnitProvider::~ZAR_ControllerForUnitProvider() {}
-
 Uint16 ZAR_ControllerForUnitProvider::deviceAccess(api_vol_mode_t mode)
 {
     if (mode == VOL_MODE_READWRITE)

@@ -21,7 +21,6 @@ public:
     // type PORT_TYPE_FC serves ZAR_ControllerForUnit, PORT_TYPE_ISCSI
     // ZAR_iSCSIControllerForUnit.
     explicit ZAR_ControllerForUnitProvider(port_type_t type);
-    virtual ~ZAR_ControllerForUnitProvider();
 
     // DeviceAccess of an association for an array volume access mode:
     // 1 (read/write) for read-write, 2 (read-only) for read, else 0.

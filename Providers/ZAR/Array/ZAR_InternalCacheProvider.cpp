@@ -35,8 +35,6 @@ String _field(const char* text, size_t size)
 
 ZAR_InternalCacheProvider::ZAR_InternalCacheProvider() : ZAR_SystemObjectProviderBase(ClassName) {}
 
-ZAR_InternalCacheProvider::~ZAR_InternalCacheProvider() {}
-
 void ZAR_InternalCacheProvider::_checkClass(const CIMObjectPath& path)
 {
     if (!path.getClassName().equal(CIMName(_CLASS))) {

@@ -26,7 +26,6 @@ PEGASUS_NAMESPACE_BEGIN
 class ZAR_InternalCacheProvider : public ZAR_SystemObjectProviderBase, public CIMMethodProvider {
 public:
     ZAR_InternalCacheProvider();
-    virtual ~ZAR_InternalCacheProvider();
 
     // Answers one of the six identity methods (names compared ignoring
     // case); any other name is refused with CIM_ERR_METHOD_NOT_FOUND.

@@ -26,8 +26,6 @@ ZAR_ProtocolEndpointBase::ZAR_ProtocolEndpointBase(const String& providerName,
 {
 }
 
-ZAR_ProtocolEndpointBase::~ZAR_ProtocolEndpointBase() {}
-
 String ZAR_ProtocolEndpointBase::endpointName(const ZAR_PortRecord& port)
 {
     if (port.type == PORT_TYPE_FC)

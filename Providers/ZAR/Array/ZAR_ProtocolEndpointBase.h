@@ -21,7 +21,6 @@ public:
     // served; type the ports' protocol.
     ZAR_ProtocolEndpointBase(const String& providerName, const char* endpointClass,
                              port_type_t type);
-    virtual ~ZAR_ProtocolEndpointBase();
 
     // The endpoint path of a port of either protocol: class
     // ZAR_SCSIProtocolFCEndpoint or ZAR_iSCSIProtocolEndpoint, host `host`.

@@ -34,8 +34,6 @@ ZAR_SAPAvailableForElementProvider::ZAR_SAPAvailableForElementProvider(port_type
 {
 }
 
-ZAR_SAPAvailableForElementProvider::~ZAR_SAPAvailableForElementProvider() {}
-
 Boolean ZAR_SAPAvailableForElementProvider::reachedThrough(const vlun& r, lpid_t port)
 {
     if (r.accessPriority == API_VLUN_HOST_SEES || r.accessPriority == API_VLUN_HOST_SET) {

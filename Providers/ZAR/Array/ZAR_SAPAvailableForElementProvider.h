@@ -23,7 +23,6 @@ public:
     // type PORT_TYPE_FC serves ZAR_SAPAvailableForElement, PORT_TYPE_ISCSI
     // ZAR_iSCSISAPAvailableForElement.
     explicit ZAR_SAPAvailableForElementProvider(port_type_t type);
-    virtual ~ZAR_SAPAvailableForElementProvider();
 
     // True when the view of record r is reached through the port at
     // position `port`.

@@ -13,8 +13,6 @@ ZAR_SCSIProtocolFCEndpointProvider::ZAR_SCSIProtocolFCEndpointProvider()
 {
 }
 
-ZAR_SCSIProtocolFCEndpointProvider::~ZAR_SCSIProtocolFCEndpointProvider() {}
-
 CIMObjectPath ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(const String& className,
                                                                   const String& systemName,
                                                                   const String& /* portDeviceID */,

@@ -21,7 +21,6 @@ PEGASUS_NAMESPACE_BEGIN
 class PEGASUS_EXPORT ZAR_SCSIProtocolFCEndpointProvider : public ZAR_ProtocolEndpointBase {
 public:
     ZAR_SCSIProtocolFCEndpointProvider();
-    virtual ~ZAR_SCSIProtocolFCEndpointProvider();
 
     // The path of the FC protocol endpoint of a port: class className,
     // namespace root/zar, no host, the system keys of systemName and Name =

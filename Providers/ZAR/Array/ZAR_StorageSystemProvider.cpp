@@ -39,8 +39,6 @@ void _set(CIMInstance& instance, const char* name, const CIMValue& value)
 
 ZAR_StorageSystemProvider::ZAR_StorageSystemProvider() : ZAR_SystemObjectProviderBase(ClassName) {}
 
-ZAR_StorageSystemProvider::~ZAR_StorageSystemProvider() {}
-
 CIMObjectPath ZAR_StorageSystemProvider::buildObjectPath(const String& host,
                                                          const String& systemName)
 {

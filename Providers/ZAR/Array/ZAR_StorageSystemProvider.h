@@ -25,7 +25,6 @@ PEGASUS_NAMESPACE_BEGIN
 class ZAR_StorageSystemProvider : public ZAR_SystemObjectProviderBase {
 public:
     ZAR_StorageSystemProvider();
-    virtual ~ZAR_StorageSystemProvider();
 
     // The path of the system instance: host `host`, namespace root/zar,
     // keys CreationClassName "ZAR_StorageSystem" and Name `systemName`.

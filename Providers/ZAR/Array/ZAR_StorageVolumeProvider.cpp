@@ -24,8 +24,6 @@ const Uint64 BLOCK_SIZE = 512;
 
 ZAR_StorageVolumeProvider::ZAR_StorageVolumeProvider() : ZAR_ProviderBase(ClassName) {}
 
-ZAR_StorageVolumeProvider::~ZAR_StorageVolumeProvider() {}
-
 CIMObjectPath ZAR_StorageVolumeProvider::buildObjectPath(const String& host,
                                                          const String& systemName,
                                                          const String& wwn)

@@ -23,7 +23,6 @@ PEGASUS_NAMESPACE_BEGIN
 class ZAR_StorageVolumeProvider : public ZAR_ProviderBase {
 public:
     ZAR_StorageVolumeProvider();
-    virtual ~ZAR_StorageVolumeProvider();
 
     // The path of the volume with WWN text `wwn` (used as given).
     static CIMObjectPath buildObjectPath(const String& host, const String& systemName,

@@ -26,11 +26,7 @@ const Uint32 CHUNK = 200;
 // Each association's provider name, class, roles of the system's end and
 // of the parts' end, and class of the parts' end, by Parts.
 const struct {
-    const char* provider;
-    const char* assocClass;
-    const char* systemRole;
-    const char* partRole;
-    const char* partClass;
+    const char *provider, *assocClass, *systemRole, *partRole, *partClass;
 } SHAPES[] = {
     {"ZAR_SystemDeviceProvider", "ZAR_SystemDevice", "GroupComponent", "PartComponent",
      "CIM_LogicalDevice"},
@@ -51,8 +47,6 @@ ZAR_SystemPartProvider::ZAR_SystemPartProvider(Parts parts)
     else
         _endHolds(PART, {ZAR_FC_ENDPOINT, ZAR_ISCSI_ENDPOINT});
 }
-
-ZAR_SystemPartProvider::~ZAR_SystemPartProvider() {}
 
 void ZAR_SystemPartProvider::_forEachPair(const OperationContext& /* context */, int side,
                                           const CIMObjectPath& from, const String& systemName,

@@ -22,7 +22,6 @@ public:
 
     // DEVICES serves ZAR_SystemDevice, ACCESS_POINTS ZAR_HostedAccessPoint.
     explicit ZAR_SystemPartProvider(Parts parts);
-    virtual ~ZAR_SystemPartProvider();
 
 protected:
     virtual void _forEachPair(const OperationContext& context, int side, const CIMObjectPath& from,

@@ -14,8 +14,6 @@ ZAR_iSCSIControllerProvider::ZAR_iSCSIControllerProvider()
 {
 }
 
-ZAR_iSCSIControllerProvider::~ZAR_iSCSIControllerProvider() {}
-
 CIMObjectPath ZAR_iSCSIControllerProvider::buildObjectPath(const String& systemCreationClassName,
                                                            const String& host,
                                                            const String& deviceID,

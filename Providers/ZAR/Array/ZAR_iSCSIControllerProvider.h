@@ -17,7 +17,6 @@ PEGASUS_NAMESPACE_BEGIN
 class PEGASUS_EXPORT ZAR_iSCSIControllerProvider : public ZAR_ViewProviderBase {
 public:
     ZAR_iSCSIControllerProvider();
-    virtual ~ZAR_iSCSIControllerProvider();
 
     // The path of a ZAR_iSCSIController view: host `host`, namespace
     // root/zar, keys SystemCreationClassName, SystemName, CreationClassName

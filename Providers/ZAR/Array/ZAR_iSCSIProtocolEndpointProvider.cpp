@@ -13,8 +13,6 @@ ZAR_iSCSIProtocolEndpointProvider::ZAR_iSCSIProtocolEndpointProvider()
 {
 }
 
-ZAR_iSCSIProtocolEndpointProvider::~ZAR_iSCSIProtocolEndpointProvider() {}
-
 String ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(const String& targetName)
 {
     return ZAR_Common::extractISCSIName(targetName);

@@ -19,7 +19,6 @@ PEGASUS_NAMESPACE_BEGIN
 class PEGASUS_EXPORT ZAR_iSCSIProtocolEndpointProvider : public ZAR_ProtocolEndpointBase {
 public:
     ZAR_iSCSIProtocolEndpointProvider();
-    virtual ~ZAR_iSCSIProtocolEndpointProvider();
 
     // The iSCSI name part of a target name "<iSCSI name>,t,<portal group
     // tag>" (the text before the first ",t,", case ignored), or targetName
