@@ -18,6 +18,18 @@ namespace {
 
 const Uint16 NO_PORT = 0xFFFC;
 
+// True, after logging it, when the event's control block is missing.
+Boolean _eventBlockMissing(const api_evtparam_t* ev, const char* function)
+{
+    if (ev != 0)
+        return false;
+    log_message(2,
+                "%s: Unable to log event data. The control block pointer (eventp) is "
+                "null.\n",
+                function);
+    return true;
+}
+
 // Copies at most max characters of src (null: nothing) into dst and
 // terminates it.
 void _copyText(char* dst, const char* src, size_t max)
@@ -172,12 +184,8 @@ Uint32 ZAR_Common::getPortIDs(Array<String> ids, Uint16** ports)
 
 int ZAR_Common::setEventOp(api_evtparam_t* ev, const char* op)
 {
-    if (ev == 0) {
-        log_message(2,
-                    "setEventOp: Unable to log event data. The control block "
-                    "pointer (eventp) is null.\n");
+    if (_eventBlockMissing(ev, "setEventOp"))
         return 1;
-    }
     _copyText(ev->inst_op, op, sizeof(ev->inst_op) - 1);
     return 0;
 }
@@ -185,12 +193,8 @@ int ZAR_Common::setEventOp(api_evtparam_t* ev, const char* op)
 int ZAR_Common::setEventParam(api_evtparam_t* ev, const char* className, const char* methodName,
                               const char* op, const char* user, const char* addr)
 {
-    if (ev == 0) {
-        log_message(2,
-                    "setEventParam: Unable to log event data. The control "
-                    "block pointer (eventp) is null.\n");
+    if (_eventBlockMissing(ev, "setEventParam"))
         return 1;
-    }
     _copyText(ev->user, user, sizeof(ev->user) - 1);
     _copyText(ev->addr, addr, sizeof(ev->addr) - 1);
     char method[sizeof(ev->method) * 2];
