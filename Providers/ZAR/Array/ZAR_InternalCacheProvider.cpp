@@ -10,6 +10,7 @@
 #include <Pegasus/Provider/ProviderException.h>
 
 #include <ZAR_ArrayAccess.h>
+#include <ZAR_ArrayRecords.h>
 #include "ZAR_Common.h"
 #include "ZAR_InternalCacheService.h"
 
@@ -24,12 +25,6 @@ const char* const _CLASS = "ZAR_InternalCache";
 const char* const _SUFFIX = "-InternalCache";
 // The system name under which the shared helpers address the object.
 const char* const _LOCAL_NAME = "localhost";
-
-// A fixed-size text field of an array record as a String.
-String _field(const char* text, size_t size)
-{
-    return String(text, (Uint32)strnlen(text, size));
-}
 
 }  // namespace
 
@@ -54,7 +49,7 @@ void ZAR_InternalCacheProvider::_checkInstanceName(const CIMObjectPath& path,
                     (unsigned)keys.size());
         throw CIMInvalidParameterException(ClassName + " Expect only one key.");
     }
-    const String own = _field(info.name, sizeof(info.name)) + _SUFFIX;
+    const String own = ZAR_ArrayRecords::field(info.name, sizeof(info.name)) + _SUFFIX;
     const String local = String(_LOCAL_NAME) + _SUFFIX;
     const String& value = keys[0].getValue();
     if (!keys[0].getName().equal(CIMName("InstanceID")) ||
@@ -66,7 +61,8 @@ void ZAR_InternalCacheProvider::_checkInstanceName(const CIMObjectPath& path,
 CIMObjectPath ZAR_InternalCacheProvider::_buildInstanceName(const api_sysinfo_t& info)
 {
     Array<CIMKeyBinding> keys;
-    keys.append(CIMKeyBinding(CIMName("InstanceID"), _field(info.name, sizeof(info.name)) + _SUFFIX,
+    keys.append(CIMKeyBinding(CIMName("InstanceID"),
+                              ZAR_ArrayRecords::field(info.name, sizeof(info.name)) + _SUFFIX,
                               CIMKeyBinding::STRING));
     return CIMObjectPath(ZAR_ArrayAccess::pathHostName(info), CIMNamespaceName(_NAMESPACE),
                          CIMName(_CLASS), keys);
@@ -84,7 +80,7 @@ CIMInstance ZAR_InternalCacheProvider::_buildInstance(const api_sysinfo_t& info,
     Uint32 pos = instance.findProperty(CIMName("InstanceID"));
     if (pos != PEG_NOT_FOUND) {
         instance.getProperty(pos).setValue(
-            CIMValue(_field(info.name, sizeof(info.name)) + _SUFFIX));
+            CIMValue(ZAR_ArrayRecords::field(info.name, sizeof(info.name)) + _SUFFIX));
     }
     instance.setPath(path);
     return instance;
@@ -106,7 +102,8 @@ void ZAR_InternalCacheProvider::invokeMethod(const OperationContext& context,
 
         CIMParamValue out;
         if (methodName.equal(CIMName("GetSystemName"))) {
-            out = CIMParamValue("SystemName", CIMValue(_field(info.name, sizeof(info.name))));
+            out = CIMParamValue("SystemName",
+                                CIMValue(ZAR_ArrayRecords::field(info.name, sizeof(info.name))));
         } else if (methodName.equal(CIMName("GetSystemID"))) {
             out = CIMParamValue("SystemID", CIMValue(Uint32(info.systemID)));
         } else if (methodName.equal(CIMName("GetSystemType"))) {
@@ -114,8 +111,8 @@ void ZAR_InternalCacheProvider::invokeMethod(const OperationContext& context,
         } else if (methodName.equal(CIMName("IsQuadPortSystem"))) {
             out = CIMParamValue("IsQuadPort", CIMValue(Uint8(info.quadPort != 0 ? 1 : 0)));
         } else if (methodName.equal(CIMName("GetSystemHostName"))) {
-            out = CIMParamValue("SystemHostName",
-                                CIMValue(_field(info.hostName, sizeof(info.hostName))));
+            out = CIMParamValue("SystemHostName", CIMValue(ZAR_ArrayRecords::field(
+                                                      info.hostName, sizeof(info.hostName))));
         } else if (methodName.equal(CIMName("GetSystemAddress"))) {
             api_ipaddr_t addr;
             api_status_t status;

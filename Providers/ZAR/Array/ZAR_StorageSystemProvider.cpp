@@ -10,6 +10,7 @@
 #include <Pegasus/Provider/ProviderException.h>
 
 #include <ZAR_ArrayAccess.h>
+#include <ZAR_ArrayRecords.h>
 #include "ZAR_Common.h"
 #include "ZAR_InternalCacheService.h"
 
@@ -20,11 +21,6 @@ static const String ClassName = "ZAR_StorageSystemProvider";
 namespace {
 
 const char* const _CLASS = ZAR_STORAGE_SYSTEM;
-
-String _field(const char* text, size_t size)
-{
-    return String(text, (Uint32)strnlen(text, size));
-}
 
 // Sets a property that the instance carries; one it lacks (left out by the
 // class or by the property list) is skipped.
@@ -60,15 +56,9 @@ void ZAR_StorageSystemProvider::_checkClass(const CIMObjectPath& path)
 void ZAR_StorageSystemProvider::_checkInstanceName(const CIMObjectPath& path,
                                                    const api_sysinfo_t& info)
 {
+    _checkKeyCount(path, 2, " Expect two keys.");
     const Array<CIMKeyBinding>& keys = path.getKeyBindings();
-    if (keys.size() != 2) {
-        log_message(2,
-                    "ZAR_StorageSystemProvider::getInstance(): Invalid "
-                    "number of keys (%u)\n",
-                    (unsigned)keys.size());
-        throw CIMInvalidParameterException(ClassName + " Expect two keys.");
-    }
-    const String name = _field(info.name, sizeof(info.name));
+    const String name = ZAR_ArrayRecords::field(info.name, sizeof(info.name));
     bool classMatches = false;
     bool nameMatches = false;
     for (Uint32 i = 0; i < keys.size(); i++) {
@@ -84,7 +74,7 @@ void ZAR_StorageSystemProvider::_checkInstanceName(const CIMObjectPath& path,
 CIMObjectPath ZAR_StorageSystemProvider::_buildInstanceName(const api_sysinfo_t& info)
 {
     return buildObjectPath(ZAR_ArrayAccess::pathHostName(info),
-                           _field(info.name, sizeof(info.name)));
+                           ZAR_ArrayRecords::field(info.name, sizeof(info.name)));
 }
 
 CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
@@ -102,10 +92,10 @@ CIMInstance ZAR_StorageSystemProvider::_buildInstance(const api_sysinfo_t& info,
         _fail(operation, "api_getOwnerName", status);
     }
 
-    const String name = _field(info.name, sizeof(info.name));
-    const String model = _field(info.model, sizeof(info.model));
-    const String serial = _field(info.serial, sizeof(info.serial));
-    const String hostName = _field(info.hostName, sizeof(info.hostName));
+    const String name = ZAR_ArrayRecords::field(info.name, sizeof(info.name));
+    const String model = ZAR_ArrayRecords::field(info.model, sizeof(info.model));
+    const String serial = ZAR_ArrayRecords::field(info.serial, sizeof(info.serial));
+    const String hostName = ZAR_ArrayRecords::field(info.hostName, sizeof(info.hostName));
 
     CIMClass cls = ZAR_InternalCacheService::getInstance()->getStoredCIMClass(
         _cimom, OperationContext(), CIMNamespaceName(ZAR_NAMESPACE), CIMName(_CLASS), false,
