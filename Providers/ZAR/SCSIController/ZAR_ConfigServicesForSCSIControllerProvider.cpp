@@ -39,6 +39,20 @@ const ZAR_InstanceListProviderBase::Traces TRACES = {
     "<-- ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames() \n",
 };
 
+// Delivers each instance as an object.
+void _deliverEach(ObjectResponseHandler& handler, const Array<CIMInstance>& instances)
+{
+    for (Uint32 i = 0; i < instances.size(); i++)
+        handler.deliver(CIMObject(instances[i]));
+}
+
+// Delivers each path.
+void _deliverEach(ObjectPathResponseHandler& handler, const Array<CIMObjectPath>& paths)
+{
+    for (Uint32 i = 0; i < paths.size(); i++)
+        handler.deliver(paths[i]);
+}
+
 }  // namespace
 
 ZAR_ConfigServicesForSCSIControllerProvider::ZAR_ConfigServicesForSCSIControllerProvider()
@@ -254,11 +268,9 @@ void ZAR_ConfigServicesForSCSIControllerProvider::_associators(const Association
                                                                ObjectResponseHandler& handler)
 {
     _answer(request, "associators", handler, [&]() {
-        Array<CIMInstance> related =
-            _getRelatedInstances(request.objectName, request.context, request.includeQualifiers,
-                                 request.includeClassOrigin, request.propertyList);
-        for (Uint32 i = 0; i < related.size(); i++)
-            handler.deliver(CIMObject(related[i]));
+        _deliverEach(handler, _getRelatedInstances(
+                                  request.objectName, request.context, request.includeQualifiers,
+                                  request.includeClassOrigin, request.propertyList));
     });
 }
 
@@ -266,10 +278,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::_associatorNames(
     const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
     _answer(request, "associatorNames", handler, [&]() {
-        Array<CIMObjectPath> related =
-            _getRelatedInstanceNames(request.objectName, request.context);
-        for (Uint32 i = 0; i < related.size(); i++)
-            handler.deliver(related[i]);
+        _deliverEach(handler, _getRelatedInstanceNames(request.objectName, request.context));
     });
 }
 
@@ -277,11 +286,9 @@ void ZAR_ConfigServicesForSCSIControllerProvider::_references(const AssociationR
                                                               ObjectResponseHandler& handler)
 {
     _answer(request, "references", handler, [&]() {
-        Array<CIMInstance> instances = _buildAssociationInstances(
-            request.objectName, request.context, request.includeQualifiers,
-            request.includeClassOrigin, request.propertyList);
-        for (Uint32 i = 0; i < instances.size(); i++)
-            handler.deliver(CIMObject(instances[i]));
+        _deliverEach(handler, _buildAssociationInstances(
+                                  request.objectName, request.context, request.includeQualifiers,
+                                  request.includeClassOrigin, request.propertyList));
     });
 }
 
@@ -289,10 +296,7 @@ void ZAR_ConfigServicesForSCSIControllerProvider::_referenceNames(
     const AssociationRequest& request, ObjectPathResponseHandler& handler)
 {
     _answer(request, "referenceNames", handler, [&]() {
-        Array<CIMObjectPath> paths =
-            _buildAssociationInstanceNames(request.objectName, request.context);
-        for (Uint32 i = 0; i < paths.size(); i++)
-            handler.deliver(paths[i]);
+        _deliverEach(handler, _buildAssociationInstanceNames(request.objectName, request.context));
     });
 }
 
