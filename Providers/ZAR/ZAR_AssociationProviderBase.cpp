@@ -46,8 +46,9 @@ Boolean _referenceKey(const CIMObjectPath& path, const String& name, CIMObjectPa
 }  // namespace
 
 ZAR_AssociationProviderBase::ZAR_AssociationProviderBase(const String& providerName,
-                                                         const char* assocClass, const char* role0,
-                                                         const char* role1, const char* endClass0,
+                                                         const String& assocClass,
+                                                         const char* role0, const char* role1,
+                                                         const char* endClass0,
                                                          const char* endClass1)
     : ZAR_ProviderBase(providerName), _assocClass(assocClass)
 {
@@ -105,6 +106,11 @@ void ZAR_AssociationProviderBase::_forEachViewRecord(const api_vlunsInfo_t& quer
 const char* ZAR_AssociationProviderBase::_viewClassOf(port_type_t type)
 {
     return type == PORT_TYPE_FC ? ZAR_SCSI_CONTROLLER : ZAR_ISCSI_CONTROLLER;
+}
+
+String ZAR_AssociationProviderBase::_ofProtocol(port_type_t type, const char* fcName)
+{
+    return type == PORT_TYPE_ISCSI ? String("ZAR_iSCSI") + (fcName + 4) : String(fcName);
 }
 
 CIMObjectPath ZAR_AssociationProviderBase::_viewPath(const vlun& record, const String& host,

@@ -39,7 +39,7 @@ public:
 
     // assocClass is served; roles[i] names end i, endClasses[i] its class
     // (the class that every object at that end is, or derives from).
-    ZAR_AssociationProviderBase(const String& providerName, const char* assocClass,
+    ZAR_AssociationProviderBase(const String& providerName, const String& assocClass,
                                 const char* role0, const char* role1, const char* endClass0,
                                 const char* endClass1);
     virtual ~ZAR_AssociationProviderBase();
@@ -113,6 +113,11 @@ protected:
     // The view class of a protocol: ZAR_SCSIController for FC,
     // ZAR_iSCSIController for iSCSI.
     static const char* _viewClassOf(port_type_t type);
+
+    // The name of the variant of fcName (a class or provider name starting
+    // "ZAR_") that serves protocol `type`: fcName itself for FC, with
+    // "iSCSI" after "ZAR_" for iSCSI.
+    static String _ofProtocol(port_type_t type, const char* fcName);
 
     // The path of the view of a record: ZAR_SCSIController for an FC
     // record, ZAR_iSCSIController for an iSCSI one.

@@ -31,11 +31,9 @@ std::string _volumeKey(const vlun& r)
 }  // namespace
 
 ZAR_ControllerForUnitProvider::ZAR_ControllerForUnitProvider(port_type_t type)
-    : ZAR_AssociationProviderBase(
-          String(type == PORT_TYPE_FC ? "ZAR_ControllerForUnitProvider"
-                                      : "ZAR_iSCSIControllerForUnitProvider"),
-          type == PORT_TYPE_FC ? "ZAR_ControllerForUnit" : "ZAR_iSCSIControllerForUnit",
-          "Antecedent", "Dependent", _viewClassOf(type), ZAR_STORAGE_VOLUME),
+    : ZAR_AssociationProviderBase(_ofProtocol(type, "ZAR_ControllerForUnitProvider"),
+                                  _ofProtocol(type, "ZAR_ControllerForUnit"), "Antecedent",
+                                  "Dependent", _viewClassOf(type), ZAR_STORAGE_VOLUME),
       _type(type)
 {
 }

@@ -25,10 +25,8 @@ const int VIEW = 1;
 
 ZAR_SAPAvailableForElementProvider::ZAR_SAPAvailableForElementProvider(port_type_t type)
     : ZAR_AssociationProviderBase(
-          String(type == PORT_TYPE_FC ? "ZAR_SAPAvailableForElementProvider"
-                                      : "ZAR_iSCSISAPAvailableForElementProvider"),
-          type == PORT_TYPE_FC ? "ZAR_SAPAvailableForElement" : "ZAR_iSCSISAPAvailableForElement",
-          "AvailableSAP", "ManagedElement",
+          _ofProtocol(type, "ZAR_SAPAvailableForElementProvider"),
+          _ofProtocol(type, "ZAR_SAPAvailableForElement"), "AvailableSAP", "ManagedElement",
           type == PORT_TYPE_FC ? ZAR_FC_ENDPOINT : ZAR_ISCSI_ENDPOINT, _viewClassOf(type)),
       _type(type)
 {
