@@ -213,118 +213,79 @@ CIMInstance ZAR_AssociationProviderBase::_assocInstance(CIMClass& cls, const Pai
     return instance;
 }
 
-void ZAR_AssociationProviderBase::_frame(const OperationContext& context, const char* operation,
-                                         const CIMObjectPath& objectName, ResponseHandler& handler,
-                                         const std::function<void()>& body)
+void ZAR_AssociationProviderBase::_answerAssociation(const AssociationRequest& request,
+                                                     AssociationAnswer& answer)
 {
+    const char* operation = request.operationName();
     log_message(4, "-->%s::%s\n\t objectName = %s \n", _traceName(), operation,
-                (const char*)objectName.toString().getCString());
-    ZAR_Common::checkUserAccess(context, __FILE__, __LINE__);
-    handler.processing();
-    body();
-    handler.complete();
+                (const char*)request.objectName.toString().getCString());
+    ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
+    answer.processing();
+    if (request.ofReferences())
+        _deliverReferences(request, answer);
+    else
+        _deliverFarEnds(request, answer);
+    answer.complete();
     log_message(4, "<--%s::%s\n", _traceName(), operation);
 }
 
-void ZAR_AssociationProviderBase::_eachFarEnd(const OperationContext& context,
-                                              const char* operation,
-                                              const CIMObjectPath& objectName,
-                                              const CIMName& resultClass, const String& role,
-                                              const String& resultRole, const FarEndSink& sink)
+void ZAR_AssociationProviderBase::_deliverFarEnds(const AssociationRequest& request,
+                                                  AssociationAnswer& answer)
 {
-    int far = _farSide(objectName, resultClass, role, resultRole);
+    int far = _farSide(request.objectName, request.resultClass, request.role, request.resultRole);
     if (far < 0)
         return;
     String systemName, host;
-    _identity(systemName, host, operation);
+    _identity(systemName, host, request.operationName());
+    // The far end's stored class, fetched at the first end; an end of a
+    // subclass is built from its own.
+    CIMClass cls;
     Seen seen;
-    _forEachPair(context, 1 - far, objectName, systemName, host, [&](const Pair& pair) {
-        if (_selected(pair.ends[far], resultClass) && seen.first(pair.ends[far]))
-            sink(pair, far, systemName, host);
-        return true;
-    });
+    _forEachPair(
+        request.context, 1 - far, request.objectName, systemName, host, [&](const Pair& pair) {
+            const CIMObjectPath& end = pair.ends[far];
+            if (!_selected(end, request.resultClass) || !seen.first(end))
+                return true;
+            if (request.namesOnly()) {
+                answer.deliver(end);
+                return true;
+            }
+            CIMClass farClass;
+            if (end.getClassName().equal(_endClasses[far])) {
+                if (cls.isUninitialized())
+                    cls = _storedClass(_endClasses[far], request.includeQualifiers,
+                                       request.includeClassOrigin, request.propertyList);
+                farClass = cls;
+            } else {
+                farClass = _storedClass(end.getClassName(), request.includeQualifiers,
+                                        request.includeClassOrigin, request.propertyList);
+            }
+            answer.deliver(_endInstance(request.context, pair, far, farClass, systemName, host));
+            return true;
+        });
 }
 
-void ZAR_AssociationProviderBase::_eachReference(
-    const OperationContext& context, const char* operation, const CIMObjectPath& objectName,
-    const CIMName& resultClass, const String& role,
-    const std::function<void(const Pair&, const String&)>& sink)
+void ZAR_AssociationProviderBase::_deliverReferences(const AssociationRequest& request,
+                                                     AssociationAnswer& answer)
 {
-    int near = _nearSide(objectName, resultClass, role);
+    int near = _nearSide(request.objectName, request.resultClass, request.role);
     if (near < 0)
         return;
     String systemName, host;
-    _identity(systemName, host, operation);
-    _forEachPair(context, near, objectName, systemName, host, [&](const Pair& pair) {
-        sink(pair, host);
-        return true;
-    });
-}
-
-void ZAR_AssociationProviderBase::_associators(const AssociationRequest& request,
-                                               ObjectResponseHandler& handler)
-{
-    _frame(request.context, "associators", request.objectName, handler, [&]() {
-        // The far end's stored class, fetched at the first end; an end of
-        // a subclass is built from its own.
-        CIMClass cls;
-        _eachFarEnd(request.context, "associators", request.objectName, request.resultClass,
-                    request.role, request.resultRole,
-                    [&](const Pair& pair, int far, const String& systemName, const String& host) {
-                        CIMClass farClass;
-                        if (pair.ends[far].getClassName().equal(_endClasses[far])) {
-                            if (cls.isUninitialized())
-                                cls =
-                                    _storedClass(_endClasses[far], request.includeQualifiers,
-                                                 request.includeClassOrigin, request.propertyList);
-                            farClass = cls;
-                        } else {
-                            farClass = _storedClass(
-                                pair.ends[far].getClassName(), request.includeQualifiers,
-                                request.includeClassOrigin, request.propertyList);
-                        }
-                        handler.deliver(CIMObject(
-                            _endInstance(request.context, pair, far, farClass, systemName, host)));
-                    });
-    });
-}
-
-void ZAR_AssociationProviderBase::_associatorNames(const AssociationRequest& request,
-                                                   ObjectPathResponseHandler& handler)
-{
-    _frame(request.context, "associatorNames", request.objectName, handler, [&]() {
-        _eachFarEnd(request.context, "associatorNames", request.objectName, request.resultClass,
-                    request.role, request.resultRole,
-                    [&](const Pair& pair, int far, const String&, const String&) {
-                        handler.deliver(pair.ends[far]);
-                    });
-    });
-}
-
-void ZAR_AssociationProviderBase::_references(const AssociationRequest& request,
-                                              ObjectResponseHandler& handler)
-{
-    _frame(request.context, "references", request.objectName, handler, [&]() {
-        CIMClass cls;
-        _eachReference(request.context, "references", request.objectName, request.resultClass,
-                       request.role, [&](const Pair& pair, const String& host) {
-                           if (cls.isUninitialized())
-                               cls = _storedClass(_assocClass, request.includeQualifiers,
-                                                  request.includeClassOrigin, request.propertyList);
-                           handler.deliver(CIMObject(_assocInstance(cls, pair, host)));
-                       });
-    });
-}
-
-void ZAR_AssociationProviderBase::_referenceNames(const AssociationRequest& request,
-                                                  ObjectPathResponseHandler& handler)
-{
-    _frame(request.context, "referenceNames", request.objectName, handler, [&]() {
-        _eachReference(request.context, "referenceNames", request.objectName, request.resultClass,
-                       request.role, [&](const Pair& pair, const String& host) {
-                           handler.deliver(_assocPath(pair, host));
-                       });
-    });
+    _identity(systemName, host, request.operationName());
+    CIMClass cls;
+    _forEachPair(request.context, near, request.objectName, systemName, host,
+                 [&](const Pair& pair) {
+                     if (request.namesOnly()) {
+                         answer.deliver(_assocPath(pair, host));
+                         return true;
+                     }
+                     if (cls.isUninitialized())
+                         cls = _storedClass(_assocClass, request.includeQualifiers,
+                                            request.includeClassOrigin, request.propertyList);
+                     answer.deliver(_assocInstance(cls, pair, host));
+                     return true;
+                 });
 }
 
 void ZAR_AssociationProviderBase::_getInstance(const ReadRequest& request,

@@ -45,20 +45,11 @@ public:
     virtual ~ZAR_AssociationProviderBase();
 
 protected:
-    // The far ends of the pairs whose near end is objectName, as whole
-    // instances built by the subclass.
-    virtual void _associators(const AssociationRequest& request, ObjectResponseHandler& handler);
-
-    // The paths of those far ends.
-    virtual void _associatorNames(const AssociationRequest& request,
-                                  ObjectPathResponseHandler& handler);
-
-    // The association instances of those pairs.
-    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler);
-
-    // Their paths.
-    virtual void _referenceNames(const AssociationRequest& request,
-                                 ObjectPathResponseHandler& handler);
+    // associators: the far ends of the pairs whose near end is objectName,
+    // as whole instances built by the subclass; associatorNames: their
+    // paths; references: the association instances of those pairs;
+    // referenceNames: their paths.
+    virtual void _answerAssociation(const AssociationRequest& request, AssociationAnswer& answer);
 
     // The association whose two reference keys match a pair;
     // CIMInvalidParameterException when a key is missing,
@@ -136,27 +127,14 @@ private:
                          ResponseHandler& handler,
                          const std::function<void(const Pair&, const String&)>& sink);
 
-    // Called for each far end: the pair, the far side, the system's name
-    // and the host of the paths.
-    typedef std::function<void(const Pair&, int, const String&, const String&)> FarEndSink;
+    // Delivers each far end of the request's object once (its instance,
+    // or its path for associatorNames), when the parameters select any.
+    void _deliverFarEnds(const AssociationRequest& request, AssociationAnswer& answer);
 
-    // The frame of the four association operations: the traces, the
-    // user's access check, processing(), body, complete().
-    void _frame(const OperationContext& context, const char* operation,
-                const CIMObjectPath& objectName, ResponseHandler& handler,
-                const std::function<void()>& body);
-
-    // Each far end of objectName once, when the parameters select any.
-    void _eachFarEnd(const OperationContext& context, const char* operation,
-                     const CIMObjectPath& objectName, const CIMName& resultClass,
-                     const String& role, const String& resultRole, const FarEndSink& sink);
-
-    // Each pair whose near end is objectName (with the host of the paths),
-    // when the parameters select any.
-    void _eachReference(const OperationContext& context, const char* operation,
-                        const CIMObjectPath& objectName, const CIMName& resultClass,
-                        const String& role,
-                        const std::function<void(const Pair&, const String&)>& sink);
+    // Delivers the association (instance, or path for referenceNames) of
+    // each pair whose near end is the request's object, when the
+    // parameters select any.
+    void _deliverReferences(const AssociationRequest& request, AssociationAnswer& answer);
 
     CIMObjectPath _assocPath(const Pair& pair, const String& host);
     CIMInstance _assocInstance(CIMClass& cls, const Pair& pair, const String& host);

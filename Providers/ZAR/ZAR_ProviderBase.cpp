@@ -5,6 +5,7 @@
 
 #include <string.h>
 
+#include <Pegasus/Common/PegasusAssert.h>
 #include <Pegasus/Provider/ProviderException.h>
 
 #include <ZAR_Common.h>
@@ -175,15 +176,67 @@ CIMObjectPath ZAR_ProviderBase::_asClass(const CIMObjectPath& path, const CIMNam
     return CIMObjectPath(path.getHost(), ns, className, path.getKeyBindings());
 }
 
+const char* ZAR_AssociationOperations::AssociationRequest::operationName() const
+{
+    static const char* const names[] = {"associators", "associatorNames", "references",
+                                        "referenceNames"};
+    return names[operation];
+}
+
+Boolean ZAR_AssociationOperations::AssociationRequest::namesOnly() const
+{
+    return operation == ASSOCIATOR_NAMES || operation == REFERENCE_NAMES;
+}
+
+Boolean ZAR_AssociationOperations::AssociationRequest::ofReferences() const
+{
+    return operation == REFERENCES || operation == REFERENCE_NAMES;
+}
+
+ZAR_AssociationOperations::AssociationAnswer::AssociationAnswer(ObjectResponseHandler& objects)
+    : _handler(&objects), _objects(&objects), _paths(0)
+{
+}
+
+ZAR_AssociationOperations::AssociationAnswer::AssociationAnswer(ObjectPathResponseHandler& paths)
+    : _handler(&paths), _objects(0), _paths(&paths)
+{
+}
+
+void ZAR_AssociationOperations::AssociationAnswer::deliver(const CIMInstance& instance)
+{
+    PEGASUS_ASSERT(_objects != 0);
+    _objects->deliver(CIMObject(instance));
+}
+
+void ZAR_AssociationOperations::AssociationAnswer::deliverAll(const Array<CIMInstance>& instances)
+{
+    for (Uint32 i = 0; i < instances.size(); i++)
+        deliver(instances[i]);
+}
+
+void ZAR_AssociationOperations::AssociationAnswer::deliver(const CIMObjectPath& path)
+{
+    PEGASUS_ASSERT(_paths != 0);
+    _paths->deliver(path);
+}
+
+void ZAR_AssociationOperations::AssociationAnswer::deliverAll(const Array<CIMObjectPath>& paths)
+{
+    for (Uint32 i = 0; i < paths.size(); i++)
+        deliver(paths[i]);
+}
+
 void ZAR_AssociationOperations::associators(
     const OperationContext& context, const CIMObjectPath& objectName,
     const CIMName& associationClass, const CIMName& resultClass, const String& role,
     const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, ObjectResponseHandler& handler)
 {
-    _associators({context, objectName, associationClass, resultClass, role, resultRole,
-                  includeQualifiers, includeClassOrigin, propertyList},
-                 handler);
+    AssociationAnswer answer(handler);
+    _answerAssociation({ASSOCIATORS, context, objectName, associationClass, resultClass, role,
+                        resultRole, includeQualifiers, includeClassOrigin, propertyList},
+                       answer);
 }
 
 void ZAR_AssociationOperations::associatorNames(const OperationContext& context,
@@ -194,9 +247,10 @@ void ZAR_AssociationOperations::associatorNames(const OperationContext& context,
                                                 ObjectPathResponseHandler& handler)
 {
     const CIMPropertyList all;
-    _associatorNames(
-        {context, objectName, associationClass, resultClass, role, resultRole, false, false, all},
-        handler);
+    AssociationAnswer answer(handler);
+    _answerAssociation({ASSOCIATOR_NAMES, context, objectName, associationClass, resultClass, role,
+                        resultRole, false, false, all},
+                       answer);
 }
 
 void ZAR_AssociationOperations::references(
@@ -206,9 +260,10 @@ void ZAR_AssociationOperations::references(
 {
     const CIMName none;
     const String noRole;
-    _references({context, objectName, none, resultClass, role, noRole, includeQualifiers,
-                 includeClassOrigin, propertyList},
-                handler);
+    AssociationAnswer answer(handler);
+    _answerAssociation({REFERENCES, context, objectName, none, resultClass, role, noRole,
+                        includeQualifiers, includeClassOrigin, propertyList},
+                       answer);
 }
 
 void ZAR_AssociationOperations::referenceNames(const OperationContext& context,
@@ -219,8 +274,10 @@ void ZAR_AssociationOperations::referenceNames(const OperationContext& context,
     const CIMName none;
     const String noRole;
     const CIMPropertyList all;
-    _referenceNames({context, objectName, none, resultClass, role, noRole, false, false, all},
-                    handler);
+    AssociationAnswer answer(handler);
+    _answerAssociation(
+        {REFERENCE_NAMES, context, objectName, none, resultClass, role, noRole, false, false, all},
+        answer);
 }
 
 PEGASUS_NAMESPACE_END

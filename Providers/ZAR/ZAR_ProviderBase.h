@@ -155,12 +155,17 @@ private:
 };
 
 // The four operations of an association provider, which hand their
-// parameters, as one AssociationRequest, to the hooks of the same names.
+// parameters, as one AssociationRequest naming the operation, to one hook,
+// with an AssociationAnswer for what they deliver.
 class ZAR_AssociationOperations : public CIMAssociationProvider {
 public:
+    enum Operation { ASSOCIATORS, ASSOCIATOR_NAMES, REFERENCES, REFERENCE_NAMES };
+
     // associationClass and resultRole are null for the references
-    // operations, whose resultClass names the association class.
+    // operations, whose resultClass names the association class; the names
+    // operations ask for no qualifiers, no class origin and every property.
     struct AssociationRequest {
+        Operation operation;
         const OperationContext& context;
         const CIMObjectPath& objectName;
         const CIMName& associationClass;
@@ -170,6 +175,37 @@ public:
         Boolean includeQualifiers;
         Boolean includeClassOrigin;
         const CIMPropertyList& propertyList;
+
+        // "associators", "associatorNames", "references" or "referenceNames".
+        const char* operationName() const;
+        // True for associatorNames and referenceNames, which answer paths.
+        Boolean namesOnly() const;
+        // True for references and referenceNames.
+        Boolean ofReferences() const;
+    };
+
+    // Where an operation's answer goes: objects for associators and
+    // references, paths for the names operations.
+    class AssociationAnswer {
+    public:
+        explicit AssociationAnswer(ObjectResponseHandler& objects);
+        explicit AssociationAnswer(ObjectPathResponseHandler& paths);
+
+        ResponseHandler& handler() const { return *_handler; }
+        void processing() { _handler->processing(); }
+        void complete() { _handler->complete(); }
+
+        // An object (associators and references only).
+        void deliver(const CIMInstance& instance);
+        void deliverAll(const Array<CIMInstance>& instances);
+        // A path (the names operations only).
+        void deliver(const CIMObjectPath& path);
+        void deliverAll(const Array<CIMObjectPath>& paths);
+
+    private:
+        ResponseHandler* _handler;
+        ObjectResponseHandler* _objects;
+        ObjectPathResponseHandler* _paths;
     };
 
     virtual void associators(const OperationContext& context, const CIMObjectPath& objectName,
@@ -190,13 +226,9 @@ public:
                                 ObjectPathResponseHandler& handler);
 
 protected:
-    virtual void _associators(const AssociationRequest& request,
-                              ObjectResponseHandler& handler) = 0;
-    virtual void _associatorNames(const AssociationRequest& request,
-                                  ObjectPathResponseHandler& handler) = 0;
-    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler) = 0;
-    virtual void _referenceNames(const AssociationRequest& request,
-                                 ObjectPathResponseHandler& handler) = 0;
+    // Answers one of the four operations.
+    virtual void _answerAssociation(const AssociationRequest& request,
+                                    AssociationAnswer& answer) = 0;
 };
 
 PEGASUS_NAMESPACE_END

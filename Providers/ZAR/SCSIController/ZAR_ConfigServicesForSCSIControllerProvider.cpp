@@ -39,20 +39,6 @@ const ZAR_InstanceListProviderBase::Traces TRACES = {
     "<-- ZAR_ConfigServicesForSCSIControllerProvider::enumerateInstanceNames() \n",
 };
 
-// Delivers each instance as an object.
-void _deliverEach(ObjectResponseHandler& handler, const Array<CIMInstance>& instances)
-{
-    for (Uint32 i = 0; i < instances.size(); i++)
-        handler.deliver(CIMObject(instances[i]));
-}
-
-// Delivers each path.
-void _deliverEach(ObjectPathResponseHandler& handler, const Array<CIMObjectPath>& paths)
-{
-    for (Uint32 i = 0; i < paths.size(); i++)
-        handler.deliver(paths[i]);
-}
-
 }  // namespace
 
 ZAR_ConfigServicesForSCSIControllerProvider::ZAR_ConfigServicesForSCSIControllerProvider()
@@ -235,12 +221,11 @@ Boolean ZAR_ConfigServicesForSCSIControllerProvider::_exists(const OperationCont
 // ---------------------------------------------------------------------------
 // Association operations
 
-void ZAR_ConfigServicesForSCSIControllerProvider::_answer(const AssociationRequest& request,
-                                                          const char* operation,
-                                                          ResponseHandler& handler,
-                                                          const std::function<void()>& deliver)
+void ZAR_ConfigServicesForSCSIControllerProvider::_answerAssociation(
+    const AssociationRequest& request, AssociationAnswer& answer)
 {
-    if (strncmp(operation, "associator", 10) == 0) {
+    const char* operation = request.operationName();
+    if (!request.ofReferences()) {
         log_message(4, "-->ZAR_ConfigServicesForSCSIControllerProvider::%s\n", operation);
         log_message(4, "objectName = %s \n associationClass = %s, resultClass = %s \n",
                     _text(request.objectName).c_str(),
@@ -251,53 +236,35 @@ void ZAR_ConfigServicesForSCSIControllerProvider::_answer(const AssociationReque
                     operation, _text(request.objectName).c_str());
     }
     ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
+    answer.processing();
     Boolean invalid = _invalidParms(request.objectName, request.role, request.resultRole,
                                     request.resultClass, operation);
     if (_nothingToAnswer(request.context, request.objectName, invalid, operation,
-                         request.resultClass, handler))
+                         request.resultClass, answer.handler()))
         return;
-    deliver();
+    const CIMObjectPath& from = request.objectName;
+    switch (request.operation) {
+        case ASSOCIATORS:
+            answer.deliverAll(_getRelatedInstances(from, request.context, request.includeQualifiers,
+                                                   request.includeClassOrigin,
+                                                   request.propertyList));
+            break;
+        case ASSOCIATOR_NAMES:
+            answer.deliverAll(_getRelatedInstanceNames(from, request.context));
+            break;
+        case REFERENCES:
+            answer.deliverAll(
+                _buildAssociationInstances(from, request.context, request.includeQualifiers,
+                                           request.includeClassOrigin, request.propertyList));
+            break;
+        case REFERENCE_NAMES:
+            answer.deliverAll(_buildAssociationInstanceNames(from, request.context));
+            break;
+    }
     // associators alone traces no exit line.
-    if (strcmp(operation, "associators") != 0)
+    if (request.operation != ASSOCIATORS)
         log_message(4, "<--ZAR_ConfigServicesForSCSIControllerProvider::%s\n", operation);
-    handler.complete();
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::_associators(const AssociationRequest& request,
-                                                               ObjectResponseHandler& handler)
-{
-    _answer(request, "associators", handler, [&]() {
-        _deliverEach(handler, _getRelatedInstances(
-                                  request.objectName, request.context, request.includeQualifiers,
-                                  request.includeClassOrigin, request.propertyList));
-    });
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::_associatorNames(
-    const AssociationRequest& request, ObjectPathResponseHandler& handler)
-{
-    _answer(request, "associatorNames", handler, [&]() {
-        _deliverEach(handler, _getRelatedInstanceNames(request.objectName, request.context));
-    });
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::_references(const AssociationRequest& request,
-                                                              ObjectResponseHandler& handler)
-{
-    _answer(request, "references", handler, [&]() {
-        _deliverEach(handler, _buildAssociationInstances(
-                                  request.objectName, request.context, request.includeQualifiers,
-                                  request.includeClassOrigin, request.propertyList));
-    });
-}
-
-void ZAR_ConfigServicesForSCSIControllerProvider::_referenceNames(
-    const AssociationRequest& request, ObjectPathResponseHandler& handler)
-{
-    _answer(request, "referenceNames", handler, [&]() {
-        _deliverEach(handler, _buildAssociationInstanceNames(request.objectName, request.context));
-    });
+    answer.complete();
 }
 
 // ---------------------------------------------------------------------------

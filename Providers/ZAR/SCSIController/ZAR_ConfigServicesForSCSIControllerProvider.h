@@ -10,8 +10,6 @@
 #ifndef ZAR_ConfigServicesForSCSIControllerProvider_h
 #define ZAR_ConfigServicesForSCSIControllerProvider_h
 
-#include <functional>
-
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
@@ -32,21 +30,13 @@ public:
     virtual void initialize(CIMOMHandle& cimom);
 
 protected:
-    // From the service: every view; from a view: the service. Parameters
-    // that cannot name this association, and an object that does not
-    // exist, give an empty result.
-    virtual void _associators(const AssociationRequest& request, ObjectResponseHandler& handler);
-
-    // The paths of those far ends, under the same rules.
-    virtual void _associatorNames(const AssociationRequest& request,
-                                  ObjectPathResponseHandler& handler);
-
-    // The association instances (or paths) of either end.
-    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler);
-
-    // Their paths: Antecedent the service, Dependent the view.
-    virtual void _referenceNames(const AssociationRequest& request,
-                                 ObjectPathResponseHandler& handler);
+    // From the service: every view; from a view: the service (the far
+    // ends' instances, or their paths for associatorNames); references:
+    // the associations of either end (instances or paths), Antecedent the
+    // service and Dependent the view. Parameters that cannot name this
+    // association, and an object that does not exist, give an empty
+    // result.
+    virtual void _answerAssociation(const AssociationRequest& request, AssociationAnswer& answer);
 
     // The association instance a path names (hosts ignored; a path
     // without namespace names root/zar), if its view exists.
@@ -56,12 +46,6 @@ protected:
     virtual Array<CIMObjectPath> _listInstanceNames(const OperationContext& context);
 
 private:
-    // The frame of the four association operations: the entry trace, the
-    // user's check, an empty answer when the parameters cannot name this
-    // association, then deliver() and the exit trace.
-    void _answer(const AssociationRequest& request, const char* operation, ResponseHandler& handler,
-                 const std::function<void()>& deliver);
-
     // The far ends of objectName: every view from the service, the service
     // from a view, nothing from another class.
     Array<CIMObjectPath> _getRelatedInstanceNames(const CIMObjectPath& objectName,

@@ -200,12 +200,11 @@ Boolean ZAR_SystemControllerMaskingCapabilitiesProvider::_invalidParms(
 // ---------------------------------------------------------------------------
 // Association operations
 
-void ZAR_SystemControllerMaskingCapabilitiesProvider::_answer(const AssociationRequest& request,
-                                                              const char* operation,
-                                                              ResponseHandler& handler,
-                                                              const std::function<void()>& deliver)
+void ZAR_SystemControllerMaskingCapabilitiesProvider::_answerAssociation(
+    const AssociationRequest& request, AssociationAnswer& answer)
 {
-    if (strncmp(operation, "associator", 10) == 0) {
+    const char* operation = request.operationName();
+    if (!request.ofReferences()) {
         log_message(4,
                     "-->ZAR_SystemControllerMaskingCapabilitiesProvider::%s\n\t objectName = %s \n "
                     "associationClass = %s, resultClass = %s \n",
@@ -218,50 +217,34 @@ void ZAR_SystemControllerMaskingCapabilitiesProvider::_answer(const AssociationR
             operation, (const char*)request.objectName.toString().getCString());
     }
     ZAR_Common::checkUserAccess(request.context, __FILE__, __LINE__);
-    handler.processing();
+    answer.processing();
     Boolean invalid = _invalidParms(request.objectName, request.role, request.resultRole,
                                     request.resultClass, operation);
-    if (_answeredEmpty(invalid, operation, request.resultClass, handler))
+    if (_answeredEmpty(invalid, operation, request.resultClass, answer.handler()))
         return;
-    deliver();
-    handler.complete();
+    switch (request.operation) {
+        case ASSOCIATORS:
+            answer.deliver(_getRelatedInstance(request.objectName, request.context,
+                                               request.includeQualifiers,
+                                               request.includeClassOrigin, request.propertyList));
+            break;
+        case ASSOCIATOR_NAMES: {
+            CIMObjectPath related = _getRelatedInstanceName(request.objectName);
+            // An object of another class has no far end here.
+            if (!related.getClassName().isNull())
+                answer.deliver(related);
+            break;
+        }
+        case REFERENCES:
+            answer.deliver(_buildAssociationInstance(
+                request.includeQualifiers, request.includeClassOrigin, request.propertyList));
+            break;
+        case REFERENCE_NAMES:
+            answer.deliver(_assocInstanceName);
+            break;
+    }
+    answer.complete();
     log_message(4, "<--ZAR_SystemControllerMaskingCapabilitiesProvider::%s\n", operation);
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::_associators(
-    const AssociationRequest& request, ObjectResponseHandler& handler)
-{
-    _answer(request, "associators", handler, [&]() {
-        handler.deliver(CIMObject(
-            _getRelatedInstance(request.objectName, request.context, request.includeQualifiers,
-                                request.includeClassOrigin, request.propertyList)));
-    });
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::_associatorNames(
-    const AssociationRequest& request, ObjectPathResponseHandler& handler)
-{
-    _answer(request, "associatorNames", handler, [&]() {
-        CIMObjectPath related = _getRelatedInstanceName(request.objectName);
-        // An object of another class has no far end here.
-        if (!related.getClassName().isNull())
-            handler.deliver(related);
-    });
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::_references(const AssociationRequest& request,
-                                                                  ObjectResponseHandler& handler)
-{
-    _answer(request, "references", handler, [&]() {
-        handler.deliver(CIMObject(_buildAssociationInstance(
-            request.includeQualifiers, request.includeClassOrigin, request.propertyList)));
-    });
-}
-
-void ZAR_SystemControllerMaskingCapabilitiesProvider::_referenceNames(
-    const AssociationRequest& request, ObjectPathResponseHandler& handler)
-{
-    _answer(request, "referenceNames", handler, [&]() { handler.deliver(_assocInstanceName); });
 }
 
 // ---------------------------------------------------------------------------

@@ -10,8 +10,6 @@
 #ifndef ZAR_SystemControllerMaskingCapProvider_h
 #define ZAR_SystemControllerMaskingCapProvider_h
 
-#include <functional>
-
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
@@ -33,28 +31,13 @@ public:
 
 protected:
     // From the system: the capabilities instance; from the capabilities:
-    // the system. Parameters that cannot name this association give an
-    // empty result (see _invalidParms).
-    virtual void _associators(const AssociationRequest& request, ObjectResponseHandler& handler);
-
-    // The far end's path; none from an object of another class.
-    virtual void _associatorNames(const AssociationRequest& request,
-                                  ObjectPathResponseHandler& handler);
-
-    // The association instance (or its path) for either end.
-    virtual void _references(const AssociationRequest& request, ObjectResponseHandler& handler);
-
-    // The association's fixed path, when the parameters allow it.
-    virtual void _referenceNames(const AssociationRequest& request,
-                                 ObjectPathResponseHandler& handler);
+    // the system (for associatorNames the far end's path, none from an
+    // object of another class); references: the association instance, or
+    // its fixed path, for either end. Parameters that cannot name this
+    // association give an empty result (see _invalidParms).
+    virtual void _answerAssociation(const AssociationRequest& request, AssociationAnswer& answer);
 
 private:
-    // The frame of the four association operations: the entry trace, the
-    // user's check, an empty answer when the parameters cannot name this
-    // association, then deliver() and the exit trace.
-    void _answer(const AssociationRequest& request, const char* operation, ResponseHandler& handler,
-                 const std::function<void()>& deliver);
-
     // The instance operations' builder: the association instance.
     virtual CIMInstance _buildInstance(bool includeQualifiers, bool includeClassOrigin,
                                        const CIMPropertyList& propertyList);
