@@ -80,6 +80,15 @@ Pegasus::CIMException cimErrorOf(F body)
     return Pegasus::CIMException(Pegasus::CIM_ERR_SUCCESS, "nothing thrown");
 }
 
+// Runs `body`, which must throw a CIMException of that code and message.
+template <typename F>
+void expectCIMError(Pegasus::CIMStatusCode code, const std::string& message, F body)
+{
+    Pegasus::CIMException e = cimErrorOf(body);
+    EXPECT_EQ(code, e.getCode()) << message;
+    EXPECT_EQ(message, text(e.getMessage()));
+}
+
 // A fresh in-memory array with one live node for every test.
 class FreshArray : public ::testing::Test {
 protected:

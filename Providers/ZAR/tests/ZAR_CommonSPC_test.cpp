@@ -9,6 +9,7 @@
 
 using namespace Pegasus;
 using zartest::ArrayBuilder;
+using zartest::expectCIMError;
 using zartest::LogCapture;
 
 namespace {
@@ -215,13 +216,12 @@ TEST_F(SPCAssemblyTest, TimedOutChunkThrowsWhileRecordsRemain)
     api_spc_param_data cursor;
     api_initSPCParamData(&cursor);
     Uint32 more = 1;
-    CIMException e = zartest::cimErrorOf([&] {
-        ZAR_Common::buildSPCInstances(handle_, OperationContext(), CIMObjectPath(), system_, host_,
-                                      "ZAR_SCSIController", false, false, CIMPropertyList(), 0, out,
-                                      &cursor, &more, 200);
-    });
-    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, e.getCode());
-    EXPECT_EQ("Failed to retrieve SPC data. Semaphore Timed-Out", zartest::text(e.getMessage()));
+    expectCIMError(
+        CIM_ERR_INVALID_PARAMETER, "Failed to retrieve SPC data. Semaphore Timed-Out", [&] {
+            ZAR_Common::buildSPCInstances(handle_, OperationContext(), CIMObjectPath(), system_,
+                                          host_, "ZAR_SCSIController", false, false,
+                                          CIMPropertyList(), 0, out, &cursor, &more, 200);
+        });
 
     // A whole-list request (chunk 0) just returns.
     zarsim_sem_timeout_next(1);

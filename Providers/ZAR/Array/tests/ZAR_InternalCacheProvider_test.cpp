@@ -10,6 +10,7 @@
 
 PEGASUS_USING_PEGASUS;
 using zartest::cimErrorOf;
+using zartest::expectCIMError;
 using zartest::text;
 
 namespace {
@@ -121,12 +122,10 @@ TEST_F(InternalCacheProviderTest, AnswersUnderBothNamesAndIgnoresCase)
     EXPECT_EQ(std::string(info.name), text(name));
 
     Array<CIMParamValue> in, out;
-    CIMException e = cimErrorOf([&] {
+    expectCIMError(CIM_ERR_NOT_FOUND, "ZAR_InternalCacheProvider CIM Object not found.", [&] {
         server().invokeMethod(as("p1browse"), kInternal, cachePath("otherhost-InternalCache"),
                               CIMName("GetSystemName"), in, out);
     });
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
-    EXPECT_EQ("ZAR_InternalCacheProvider CIM Object not found.", text(e.getMessage()));
 }
 
 TEST_F(InternalCacheProviderTest, RefusesUsersMethodsAndChanges)
@@ -142,21 +141,20 @@ TEST_F(InternalCacheProviderTest, RefusesUsersMethodsAndChanges)
     }
     EXPECT_EQ(0u, out.size());
 
-    CIMException e = cimErrorOf([&] {
-        server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
-                              CIMName("GetSystemSerial"), in, out);
-    });
-    EXPECT_EQ(CIM_ERR_METHOD_NOT_FOUND, e.getCode());
-    EXPECT_EQ("ZAR_InternalCacheProvider Invalid method name GetSystemSerial",
-              text(e.getMessage()));
+    expectCIMError(CIM_ERR_METHOD_NOT_FOUND,
+                   "ZAR_InternalCacheProvider Invalid method name GetSystemSerial", [&] {
+                       server().invokeMethod(as("p1browse"), kInternal,
+                                             cachePath("localhost-InternalCache"),
+                                             CIMName("GetSystemSerial"), in, out);
+                   });
 
     CIMInstance inst(CIMName("ZAR_InternalCache"));
     inst.addProperty(CIMProperty(CIMName("InstanceID"), CIMValue(String("x-InternalCache"))));
     inst.setPath(cachePath("x-InternalCache"));
-    e = cimErrorOf([&] { server().createInstance(as("p1browse"), kInternal, inst); });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    EXPECT_EQ("ZAR_InternalCacheProvider does not support createInstance.", text(e.getMessage()));
-    e = cimErrorOf([&] {
+    expectCIMError(CIM_ERR_NOT_SUPPORTED,
+                   "ZAR_InternalCacheProvider does not support createInstance.",
+                   [&] { server().createInstance(as("p1browse"), kInternal, inst); });
+    CIMException e = cimErrorOf([&] {
         server().deleteInstance(as("p1browse"), kInternal, cachePath("localhost-InternalCache"));
     });
     EXPECT_EQ("ZAR_InternalCacheProvider does not support deleteInstance.", text(e.getMessage()));
@@ -166,17 +164,16 @@ TEST_F(InternalCacheProviderTest, ArrayFailuresBecomeOperationFailures)
 {
     Array<CIMParamValue> in, out;
     zarsim_sem_timeout_next(1);
-    CIMException e = cimErrorOf([&] {
-        server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
-                              CIMName("GetSystemName"), in, out);
-    });
-    EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
-    EXPECT_EQ("ZAR_InternalCacheProvider::invokeMethod - Operation failed: Semaphore Timed-Out",
-              text(e.getMessage()));
+    expectCIMError(
+        CIM_ERR_FAILED,
+        "ZAR_InternalCacheProvider::invokeMethod - Operation failed: Semaphore Timed-Out", [&] {
+            server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
+                                  CIMName("GetSystemName"), in, out);
+        });
 
     // The address call has no status record: its code's text is reported.
     zarsim_fail_next("api_getSystemDualIP", 1, 12, "Out of memory");
-    e = cimErrorOf([&] {
+    CIMException e = cimErrorOf([&] {
         server().invokeMethod(as("p1browse"), kInternal, cachePath("localhost-InternalCache"),
                               CIMName("GetSystemAddress"), in, out);
     });

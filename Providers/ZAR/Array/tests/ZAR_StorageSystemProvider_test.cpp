@@ -7,6 +7,7 @@
 
 PEGASUS_USING_PEGASUS;
 using zartest::cimErrorOf;
+using zartest::expectCIMError;
 using zartest::text;
 
 namespace {
@@ -145,15 +146,13 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
                              false, false, false, CIMPropertyList());
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
 
-    CIMException e = cimErrorOf([&] {
+    expectCIMError(CIM_ERR_NOT_FOUND, "ZAR_StorageSystemProvider CIM Object not found.", [&] {
         server().getInstance(as("p1browse"), kZar,
                              systemPath("ZAR_StorageSystem", String(info.name) + "X"), false, false,
                              false, CIMPropertyList());
     });
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
-    EXPECT_EQ("ZAR_StorageSystemProvider CIM Object not found.", text(e.getMessage()));
 
-    e = cimErrorOf([&] {
+    CIMException e = cimErrorOf([&] {
         server().getInstance(as("p1browse"), kZar, systemPath("CIM_ComputerSystem", info.name),
                              false, false, false, CIMPropertyList());
     });
@@ -161,13 +160,11 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
 
     Array<CIMKeyBinding> one;
     one.append(CIMKeyBinding(CIMName("Name"), String(info.name), CIMKeyBinding::STRING));
-    e = cimErrorOf([&] {
+    expectCIMError(CIM_ERR_INVALID_PARAMETER, "ZAR_StorageSystemProvider Expect two keys.", [&] {
         server().getInstance(as("p1browse"), kZar,
                              CIMObjectPath("", kZar, CIMName("ZAR_StorageSystem"), one), false,
                              false, false, CIMPropertyList());
     });
-    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, e.getCode());
-    EXPECT_EQ("ZAR_StorageSystemProvider Expect two keys.", text(e.getMessage()));
 }
 
 TEST_F(StorageSystemProviderTest, NameIsReadableAsAProperty)
@@ -188,17 +185,15 @@ TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
     api_sysinfo_t info = systemInfo();
     CIMObjectPath path = systemPath("ZAR_StorageSystem", info.name);
     zartest::Paths names;
-    CIMException e = cimErrorOf([&] {
+    expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user", [&] {
         server().enumerateInstanceNames(as("nobody"), kZar, CIMName("ZAR_StorageSystem"), names);
     });
-    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode());
-    EXPECT_EQ("Insufficient privilege for the user", text(e.getMessage()));
     EXPECT_EQ(0u, names.items.size());
 
     CIMInstance changed =
         server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
     changed.setPath(path);
-    e = cimErrorOf(
+    CIMException e = cimErrorOf(
         [&] { server().modifyInstance(as("p1browse"), kZar, changed, false, CIMPropertyList()); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
     EXPECT_EQ("ZAR_StorageSystemProvider does not support modifyInstance.", text(e.getMessage()));

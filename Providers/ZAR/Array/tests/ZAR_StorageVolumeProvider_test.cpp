@@ -134,9 +134,9 @@ TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
     e = cimErrorOf(
         [&] { server().modifyInstance(as("p1browse"), ns(), inst, false, CIMPropertyList()); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    e = cimErrorOf([&] { server().deleteInstance(as("p1browse"), ns(), names.items[0]); });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    EXPECT_EQ("ZAR_StorageVolumeProvider does not support deleteInstance.", text(e.getMessage()));
+    expectCIMError(CIM_ERR_NOT_SUPPORTED,
+                   "ZAR_StorageVolumeProvider does not support deleteInstance.",
+                   [&] { server().deleteInstance(as("p1browse"), ns(), names.items[0]); });
 }
 
 }  // namespace

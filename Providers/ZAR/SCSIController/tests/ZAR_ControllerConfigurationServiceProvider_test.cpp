@@ -6,6 +6,7 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
+using zartest::expectCIMError;
 using zartest::LogCapture;
 using zartest::text;
 
@@ -65,32 +66,31 @@ TEST_F(ServiceTest, InstanceRefusals)
     Array<CIMKeyBinding> three = path.getKeyBindings();
     three.remove(3);
     zartest::Instances out;
-    CIMException e = zartest::cimErrorOf([&] {
-        p->getInstance(as("p1browse"),
-                       CIMObjectPath("h", "root/zar", "ZAR_ControllerConfigurationService", three),
-                       false, false, CIMPropertyList(), out);
-    });
-    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, e.getCode());
-    EXPECT_EQ("ZAR_ControllerConfigurationService Expect four keys.", text(e.getMessage()));
+    expectCIMError(
+        CIM_ERR_INVALID_PARAMETER, "ZAR_ControllerConfigurationService Expect four keys.", [&] {
+            p->getInstance(
+                as("p1browse"),
+                CIMObjectPath("h", "root/zar", "ZAR_ControllerConfigurationService", three), false,
+                false, CIMPropertyList(), out);
+        });
 
     // The class name is tested before the keys.
-    e = zartest::cimErrorOf([&] {
-        p->getInstance(as("p1browse"), CIMObjectPath("h", "root/zar", "CIM_Service", three), false,
-                       false, CIMPropertyList(), out);
-    });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    EXPECT_EQ("ZAR_ControllerConfigurationService Invalid class nameCIM_Service",
-              text(e.getMessage()));
+    expectCIMError(CIM_ERR_NOT_SUPPORTED,
+                   "ZAR_ControllerConfigurationService Invalid class nameCIM_Service", [&] {
+                       p->getInstance(as("p1browse"),
+                                      CIMObjectPath("h", "root/zar", "CIM_Service", three), false,
+                                      false, CIMPropertyList(), out);
+                   });
 
     Array<CIMKeyBinding> wrong = path.getKeyBindings();
     wrong[3].setValue("OTHER_ControllerConfigurationService");
-    e = zartest::cimErrorOf([&] {
-        p->getInstance(as("p1browse"),
-                       CIMObjectPath("h", "root/zar", "ZAR_ControllerConfigurationService", wrong),
-                       false, false, CIMPropertyList(), out);
-    });
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
-    EXPECT_EQ("ZAR_ControllerConfigurationService CIM Object not found.", text(e.getMessage()));
+    expectCIMError(
+        CIM_ERR_NOT_FOUND, "ZAR_ControllerConfigurationService CIM Object not found.", [&] {
+            p->getInstance(
+                as("p1browse"),
+                CIMObjectPath("h", "root/zar", "ZAR_ControllerConfigurationService", wrong), false,
+                false, CIMPropertyList(), out);
+        });
 
     EXPECT_EQ("Insufficient privilege for the user",
               text(zartest::cimErrorOf([&] {
@@ -156,17 +156,15 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder)
     }
 
     // Reads from a client that named no user are refused alike.
-    CIMException anonymousRead = zartest::cimErrorOf(
-        [&] { server().getInstance(as(""), ns(), path, false, false, false, CIMPropertyList()); });
-    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, anonymousRead.getCode());
-    EXPECT_EQ("Insufficient privilege for the user", text(anonymousRead.getMessage()));
+    expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user", [&] {
+        server().getInstance(as(""), ns(), path, false, false, false, CIMPropertyList());
+    });
 
     // The array cannot answer the per-method right: refused.
     zarsim_fail_next("api_authorizeCIMUser", 1, 1, "");
-    CIMException refused = zartest::cimErrorOf(
-        [&] { server().invokeMethod(as("p1super"), ns(), path, "ExposePaths", none, out); });
-    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, refused.getCode());
-    EXPECT_EQ("Insufficient generic privilege", text(refused.getMessage()));
+    expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient generic privilege", [&] {
+        server().invokeMethod(as("p1super"), ns(), path, "ExposePaths", none, out);
+    });
     // A path of another class is not the service.
     CIMObjectPath viaSuper(path.getHost(), path.getNameSpace(),
                            "CIM_ControllerConfigurationService", path.getKeyBindings());

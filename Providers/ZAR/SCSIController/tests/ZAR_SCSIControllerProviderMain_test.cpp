@@ -12,6 +12,7 @@
 #include "ProviderAccess.h"
 
 using namespace Pegasus;
+using zartest::expectCIMError;
 
 namespace {
 
@@ -60,10 +61,9 @@ TEST(Factory, OtherNamesGiveNothing)
 TEST(Factory, PathConstructorsAreRefusedWithTheFilesPrefix)
 {
     CIMObjectPath path("root/zar:ZAR_SCSIController.DeviceID=\"HS:1\"");
-    CIMException scsi = zartest::cimErrorOf([&] { ZAR_SCSIControllerProvider p(path); });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, scsi.getCode());
-    EXPECT_EQ("ZAR_SCSIControllerProvider does not support constructor with object path.",
-              zartest::text(scsi.getMessage()));
+    expectCIMError(CIM_ERR_NOT_SUPPORTED,
+                   "ZAR_SCSIControllerProvider does not support constructor with object path.",
+                   [&] { ZAR_SCSIControllerProvider p(path); });
     CIMException caps =
         zartest::cimErrorOf([&] { ZAR_ProtocolControllerMaskingCapabilitiesProvider p(path); });
     EXPECT_EQ(

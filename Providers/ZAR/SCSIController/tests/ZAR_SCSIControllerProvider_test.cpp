@@ -10,6 +10,7 @@
 
 using namespace Pegasus;
 using zartest::ArrayBuilder;
+using zartest::expectCIMError;
 using zartest::LogCapture;
 
 namespace {
@@ -80,9 +81,8 @@ TEST_F(SCSIControllerTest, EnumerationListsTheDemoViewsWithTraceLines)
 
 TEST_F(SCSIControllerTest, RefusedUserGetsAccessDeniedBeforeAnyHandlerCall)
 {
-    CIMException e = zartest::cimErrorOf([&] { enumerate("p1locked"); });
-    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode());
-    EXPECT_EQ("Insufficient privilege for the user", zartest::text(e.getMessage()));
+    expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user",
+                   [&] { enumerate("p1locked"); });
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED, zartest::cimErrorOf([&] {
                                          server().getInstance(as("p1locked"), ns(),
                                                               viewPath("PP:0:1:1"), false, false,
@@ -103,12 +103,10 @@ TEST_F(SCSIControllerTest, SemaphoreTimeOutFailsTheEnumerationWithItsText)
 {
     enumerate();  // everything started and cached
     zarsim_sem_timeout_next(1);
-    CIMException e = zartest::cimErrorOf([&] { enumerate(); });
-    EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
-    EXPECT_EQ(
-        "ZAR_SCSIControllerProvider::enumerateInstances - Operation failed: "
-        "Failed to retrieve SPC data. Semaphore Timed-Out",
-        zartest::text(e.getMessage()));
+    expectCIMError(CIM_ERR_FAILED,
+                   "ZAR_SCSIControllerProvider::enumerateInstances - Operation failed: "
+                   "Failed to retrieve SPC data. Semaphore Timed-Out",
+                   [&] { enumerate(); });
 
     zarsim_sem_timeout_next(1);
     zartest::Paths names;
@@ -134,12 +132,10 @@ TEST_F(SCSIControllerTest, FailuresOutsideTheArrayHaveTheirOwnTexts)
     zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
     FailingInstances<std::bad_alloc> full{std::bad_alloc()};
     FailingInstances<int> odd{7};
-    CIMException big = zartest::cimErrorOf([&] {
+    expectCIMError(CIM_ERR_FAILED, "Response too big", [&] {
         p->enumerateInstances(as("p1super"), CIMObjectPath("ZAR_SCSIController"), false, false,
                               CIMPropertyList(), full);
     });
-    EXPECT_EQ(CIM_ERR_FAILED, big.getCode());
-    EXPECT_EQ("Response too big", zartest::text(big.getMessage()));
     CIMException unknown = zartest::cimErrorOf([&] {
         p->enumerateInstances(as("p1super"), CIMObjectPath("ZAR_SCSIController"), false, false,
                               CIMPropertyList(), odd);
@@ -215,11 +211,9 @@ TEST_F(SCSIControllerTest, GetInstanceRefusals)
     LogCapture log;
     zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
     zartest::Instances out;
-    CIMException nf = zartest::cimErrorOf(
+    expectCIMError(
+        CIM_ERR_NOT_FOUND, "ZAR_SCSIControllerProvider" + zartest::text(wrong.toString()),
         [&] { p->getInstance(as("p1super"), wrong, false, false, CIMPropertyList(), out); });
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, nf.getCode());
-    EXPECT_EQ("ZAR_SCSIControllerProvider" + zartest::text(wrong.toString()),
-              zartest::text(nf.getMessage()));
     EXPECT_TRUE(log.has("ZAR_SCSIControllerProvider::getInstance, not found = " +
                         zartest::text(wrong.toString()) + "\n"));
     EXPECT_TRUE(log.has("Search deviceID = " + hs + "\n"));
@@ -231,13 +225,11 @@ TEST_F(SCSIControllerTest, GetInstanceRefusals)
                                                     CIMPropertyList(), out);
                                  }).getCode());
 
-    CIMException nokey = zartest::cimErrorOf([&] {
-        p->getInstance(as("p1super"), CIMObjectPath("root/zar:ZAR_SCSIController.Name=\"x\""),
-                       false, false, CIMPropertyList(), out);
-    });
-    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, nokey.getCode());
-    EXPECT_EQ("ZAR_SCSIControllerProvider DeviceID key not found.",
-              zartest::text(nokey.getMessage()));
+    expectCIMError(
+        CIM_ERR_INVALID_PARAMETER, "ZAR_SCSIControllerProvider DeviceID key not found.", [&] {
+            p->getInstance(as("p1super"), CIMObjectPath("root/zar:ZAR_SCSIController.Name=\"x\""),
+                           false, false, CIMPropertyList(), out);
+        });
 }
 
 TEST_F(SCSIControllerTest, CreateAndDeleteAreRefused)
@@ -245,13 +237,11 @@ TEST_F(SCSIControllerTest, CreateAndDeleteAreRefused)
     zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
     zartest::Paths paths;
     zartest::Plain plain;
-    CIMException c = zartest::cimErrorOf([&] {
-        p->createInstance(as("p1super"), viewPath("HS:1"), CIMInstance("ZAR_SCSIController"),
-                          paths);
-    });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, c.getCode());
-    EXPECT_EQ("ZAR_SCSIControllerProvider does not support createInstance.",
-              zartest::text(c.getMessage()));
+    expectCIMError(CIM_ERR_NOT_SUPPORTED,
+                   "ZAR_SCSIControllerProvider does not support createInstance.", [&] {
+                       p->createInstance(as("p1super"), viewPath("HS:1"),
+                                         CIMInstance("ZAR_SCSIController"), paths);
+                   });
     CIMException d =
         zartest::cimErrorOf([&] { p->deleteInstance(as("p1super"), viewPath("HS:1"), plain); });
     EXPECT_EQ("ZAR_SCSIControllerProvider does not support deleteInstance.",
@@ -281,14 +271,12 @@ TEST_F(SCSIControllerTest, ModifyRefusals)
 
     CIMInstance two = renameTo("zzz");
     two.addProperty(CIMProperty("Name", CIMValue(String("n"))));
-    CIMException other = zartest::cimErrorOf([&] { modify("p1super", hs, two); });
-    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, other.getCode());
-    EXPECT_EQ("Invalid parameter: Name", zartest::text(other.getMessage()));
+    expectCIMError(CIM_ERR_INVALID_PARAMETER, "Invalid parameter: Name",
+                   [&] { modify("p1super", hs, two); });
     EXPECT_EQ("db01", ArrayBuilder::hostNameByID(db01)) << "nothing changed";
 
-    CIMException browse = zartest::cimErrorOf([&] { modify("p1browse", hs, renameTo("b")); });
-    EXPECT_EQ(CIM_ERR_ACCESS_DENIED, browse.getCode());
-    EXPECT_EQ("Insufficient generic privilege", zartest::text(browse.getMessage()));
+    expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient generic privilege",
+                   [&] { modify("p1browse", hs, renameTo("b")); });
     CIMException locked = zartest::cimErrorOf([&] { modify("p1locked", hs, renameTo("b")); });
     EXPECT_EQ("Insufficient privilege for the user", zartest::text(locked.getMessage()));
 
@@ -304,11 +292,10 @@ TEST_F(SCSIControllerTest, ModifyRefusals)
 
     zarsim_fail_next("api_setHost", 1, 21, "Host name already in use");
     LogCapture log;
-    CIMException failed = zartest::cimErrorOf([&] { modify("p1super", hs, renameTo("esx01")); });
-    EXPECT_EQ(CIM_ERR_FAILED, failed.getCode());
-    EXPECT_EQ(
+    expectCIMError(
+        CIM_ERR_FAILED,
         "ZAR_SCSIController::modifyInstance of SPC returned an error - Host name already in use",
-        zartest::text(failed.getMessage()));
+        [&] { modify("p1super", hs, renameTo("esx01")); });
     EXPECT_TRUE(log.has("api_setHost returned an error: Host name already in use\n"));
 }
 
@@ -354,20 +341,16 @@ TEST_F(SCSIControllerTest, OperationNameIsLowerCaseAndUnknownOnesAreNotSupported
     EXPECT_TRUE(asked);
 
     CIMObjectPath unknown("//testhost/root/zar:ZAR_Unheard.DeviceID=\"HS:1\"");
-    CIMException e = zartest::cimErrorOf([&] {
+    expectCIMError(CIM_ERR_NOT_SUPPORTED, "Does not support in generic!", [&] {
         p->modifyInstance(as("p1super"), unknown, renameTo("y"), false, CIMPropertyList(), plain);
     });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    EXPECT_EQ("Does not support in generic!", zartest::text(e.getMessage()));
 
-    CIMException nodev = zartest::cimErrorOf([&] {
-        p->modifyInstance(as("p1super"),
-                          CIMObjectPath("//testhost/root/zar:ZAR_SCSIController.Name=\"x\""),
-                          renameTo("y"), false, CIMPropertyList(), plain);
-    });
-    EXPECT_EQ(CIM_ERR_FAILED, nodev.getCode());
-    EXPECT_EQ("ZAR_SCSIController::modifyInstance of SPC error: invalid deviceID",
-              zartest::text(nodev.getMessage()));
+    expectCIMError(
+        CIM_ERR_FAILED, "ZAR_SCSIController::modifyInstance of SPC error: invalid deviceID", [&] {
+            p->modifyInstance(as("p1super"),
+                              CIMObjectPath("//testhost/root/zar:ZAR_SCSIController.Name=\"x\""),
+                              renameTo("y"), false, CIMPropertyList(), plain);
+        });
 }
 
 }  // namespace
