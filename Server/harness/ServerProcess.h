@@ -1,7 +1,7 @@
 // ServerProcess: runs zar-cimserver as a child process for end-to-end tests
 // and benchmarks, on free loopback ports, and stops it again.
-#ifndef ZAR_SERVER_TESTS_E2E_SERVERPROCESS_H
-#define ZAR_SERVER_TESTS_E2E_SERVERPROCESS_H
+#ifndef ZAR_SERVER_HARNESS_SERVERPROCESS_H
+#define ZAR_SERVER_HARNESS_SERVERPROCESS_H
 
 #include <sys/types.h>
 

@@ -2,8 +2,8 @@
 // the wire: one keep-alive connection (reopened when the server closed
 // it), requests written as given, answers read to their end (content-length,
 // chunked or the connection's end) without decoding the XML.
-#ifndef ZAR_SERVER_TESTS_E2E_WIRECLIENT_H
-#define ZAR_SERVER_TESTS_E2E_WIRECLIENT_H
+#ifndef ZAR_SERVER_HARNESS_WIRECLIENT_H
+#define ZAR_SERVER_HARNESS_WIRECLIENT_H
 
 #include <functional>
 #include <string>

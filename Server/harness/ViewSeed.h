@@ -1,7 +1,7 @@
 // ViewSeed: fills an open simulated array with views, for tests and benches
 // that need many.
-#ifndef ZAR_SERVER_TESTS_E2E_VIEWSEED_H
-#define ZAR_SERVER_TESTS_E2E_VIEWSEED_H
+#ifndef ZAR_SERVER_HARNESS_VIEWSEED_H
+#define ZAR_SERVER_HARNESS_VIEWSEED_H
 
 namespace zare2e {
 
