@@ -75,7 +75,7 @@ protected:
         }
     };
 
-    // Invokes a method that is expected to succeed.
+    // Invokes a method that must succeed: it returns 0.
     Outcome call(const char* method, const Pegasus::Array<Pegasus::CIMParamValue>& in,
                  const char* user = "p1super")
     {
@@ -83,6 +83,7 @@ protected:
         Pegasus::CIMValue rc =
             server().invokeMethod(as(user, "192.0.2.77"), ns(), service(), method, in, o.out);
         rc.get(o.rc);
+        EXPECT_EQ(0u, o.rc) << method;
         return o;
     }
 

@@ -47,7 +47,6 @@ TEST_F(ExposePathsTest, NewViewPutsAllInitiatorsIntoOneNewHost)
     Outcome o =
         call("ExposePaths", params({strings("LUNames", {lu}),
                                     strings("InitiatorPortIDs", {SPARE_FC, "10000000C9A0FF02"})}));
-    EXPECT_EQ(0u, o.rc);
     const std::string host = std::string("host-") + SPARE_FC;
     EXPECT_EQ(host, hostOf(SPARE_FC));
     EXPECT_EQ(host, hostOf("10000000C9A0FF02"));
@@ -59,11 +58,11 @@ TEST_F(ExposePathsTest, NewViewPutsAllInitiatorsIntoOneNewHost)
     EXPECT_EQ("", made[0].port);
 
     std::vector<std::string> d = o.descriptions();
-    ASSERT_EQ(2u, d.size());
-    EXPECT_EQ("InitiatorID added to " + host, d[0]);
-    EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x" + hex(made[0].lun) +
-                  ",InitiatorID=10000000C9A0FF01,10000000C9A0FF02: Success\n",
-              d[1]);
+    EXPECT_EQ(
+        (std::vector<std::string>{"InitiatorID added to " + host,
+                                  "LU=" + lu + ",DeviceNumber=0x" + hex(made[0].lun) +
+                                      ",InitiatorID=10000000C9A0FF01,10000000C9A0FF02: Success\n"}),
+        d);
     Array<CIMObjectPath> views = o.views();
     ASSERT_EQ(1u, views.size());
     EXPECT_EQ("HS:" + std::to_string(hostID(host)), deviceIDOf(views[0]));
@@ -79,7 +78,6 @@ TEST_F(ExposePathsTest, NewViewThroughTargetPortsWithGivenNumbers)
         call("ExposePaths", params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1a"}),
                                     strings("InitiatorPortIDs", {SPARE_FC}),
                                     strings("TargetPortIDs", {port1, port2})}));
-    EXPECT_EQ(0u, o.rc);
     std::vector<Export> made = exports(std::string("host-") + SPARE_FC);
     ASSERT_EQ(2u, made.size());
     for (const Export& e : made) {
@@ -88,13 +86,11 @@ TEST_F(ExposePathsTest, NewViewThroughTargetPortsWithGivenNumbers)
     }
     // The host was made with the initiator as its path: none was added.
     std::vector<std::string> d = o.descriptions();
-    ASSERT_EQ(2u, d.size());
-    EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC +
-                  ",TargetPortID=0:1:1: Success\n",
-              d[0]);
-    EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC +
-                  ",TargetPortID=0:1:2: Success\n",
-              d[1]);
+    EXPECT_EQ((std::vector<std::string>{"LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC +
+                                            ",TargetPortID=0:1:1: Success\n",
+                                        "LU=" + lu + ",DeviceNumber=0x1A,InitiatorID=" + SPARE_FC +
+                                            ",TargetPortID=0:1:2: Success\n"}),
+              d);
     // The initiator is logged in on 0:1:1 only: that matched set is the
     // active view; both are returned.
     EXPECT_EQ(2u, o.views().size());
@@ -168,7 +164,6 @@ TEST_F(ExposePathsTest, ISCSIInitiatorThroughISCSITargetPortsOnly)
         call("ExposePaths",
              params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_ISCSI}),
                      strings("TargetPortIDs", {fcPortWWN("0:1:1"), target + ",t,0x0011"})}));
-    EXPECT_EQ(0u, o.rc);
     std::vector<Export> made = exportsOf("eng-07");
     ASSERT_EQ(1u, made.size());
     EXPECT_EQ("0:2:1", made[0].port);
@@ -185,7 +180,6 @@ TEST_F(ExposePathsTest, PortsOnlyGiveOneVLUNPerLUAndPort)
     Outcome o = call("ExposePaths",
                      params({strings("LUNames", {lu}),
                              strings("TargetPortIDs", {fcPortWWN("1:1:1"), fcPortWWN("1:1:2")})}));
-    EXPECT_EQ(0u, o.rc);
     std::vector<Export> made = exportsOf("finance-08");
     ASSERT_EQ(2u, made.size());
     EXPECT_EQ(API_VLUN_PORT_PRESENT, made[0].kind);
@@ -200,7 +194,6 @@ TEST_F(ExposePathsTest, OneHostPerInitiatorUnderThePolicy)
     Outcome o =
         call("ExposePaths", params({strings("LUNames", {lu}),
                                     strings("InitiatorPortIDs", {SPARE_FC, "", SPARE_ISCSI})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_EQ(2u, exportsOf("eng-08").size());
     std::string fcHost = hostOf(SPARE_FC), iscsiHost = hostOf(SPARE_ISCSI);
     EXPECT_EQ(std::string("host-") + SPARE_FC, fcHost);
@@ -222,7 +215,6 @@ TEST_F(ExposePathsTest, OneHostPerInitiatorServesAHostReachedTwiceOnce)
         call("ExposePaths",
              params({strings("LUNames", {wwnOf("finance-08")}),
                      strings("InitiatorPortIDs", {"10000000C9A00101", "10000000C9A00102"})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_EQ(1u, exportsOf("finance-08").size());
     EXPECT_EQ(1u, o.descriptions().size());
 }
@@ -232,7 +224,6 @@ TEST_F(ExposePathsTest, InitiatorOfADashedHostMovesToTheTrimmedName)
     ASSERT_EQ(0, zartest::ArrayBuilder::host("-olddash-", "5000000000000A01"));
     Outcome o = call("ExposePaths", params({strings("LUNames", {wwnOf("eng-09")}),
                                             strings("InitiatorPortIDs", {"5000000000000A01"})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_EQ("olddash", hostOf("5000000000000A01"));
     EXPECT_EQ(0u, host("-olddash-").hostID);
     EXPECT_EQ(1u, exports("olddash").size());
@@ -244,19 +235,16 @@ TEST_F(ExposePathsTest, InitiatorsJoinAViewTakingThePersonaAlong)
     // backup01 (persona 11) keeps its exports, so its path is moved alone.
     Outcome o = call("ExposePaths", params({strings("InitiatorPortIDs", {"21000024FF300101"}),
                                             refs("ProtocolControllers", {db01})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_EQ("db01", hostOf("21000024FF300101"));
     EXPECT_EQ(11u, host("db01").persona);
     EXPECT_NE(0u, host("backup01").hostID);
-    ASSERT_EQ(1u, o.descriptions().size());
-    EXPECT_EQ("InitiatorID added to db01", o.descriptions()[0]);
+    EXPECT_EQ((std::vector<std::string>{"InitiatorID added to db01"}), o.descriptions());
     ASSERT_EQ(1u, o.views().size());
     EXPECT_EQ(deviceIDOf(db01), deviceIDOf(o.views()[0]));
 
     // Already there: success without the "added" line.
     Outcome again = call("ExposePaths", params({strings("InitiatorPortIDs", {"21000024FF300101"}),
                                                 refs("ProtocolControllers", {db01})}));
-    EXPECT_EQ(0u, again.rc);
     EXPECT_TRUE(again.descriptions().empty());
 }
 
@@ -276,19 +264,16 @@ TEST_F(ExposePathsTest, AnISCSIInitiatorLeavesOnlyItsOwnHost)
     }
     CIMObjectPath build01 = view("HS:" + std::to_string(hostID("build01")), "ZAR_iSCSIController");
     // Two initiators: the array is asked for every host's paths.
-    EXPECT_EQ(0u,
-              call("ExposePaths", params({strings("InitiatorPortIDs", {second, "10000000C9A0FF07"}),
-                                          refs("ProtocolControllers", {build01})}))
-                  .rc);
+    call("ExposePaths", params({strings("InitiatorPortIDs", {second, "10000000C9A0FF07"}),
+                                refs("ProtocolControllers", {build01})}));
     EXPECT_EQ("build01", hostOf(second));
     EXPECT_EQ("idle01", hostOf(first));
 }
 
 TEST_F(ExposePathsTest, HostSeesViewTakesAnInitiatorUnknownToTheArray)
 {
-    EXPECT_EQ(0u, call("ExposePaths", params({strings("InitiatorPortIDs", {"10000000C9A0FF07"}),
-                                              refs("ProtocolControllers", {hostSees("db01")})}))
-                      .rc);
+    call("ExposePaths", params({strings("InitiatorPortIDs", {"10000000C9A0FF07"}),
+                                refs("ProtocolControllers", {hostSees("db01")})}));
     EXPECT_EQ("db01", hostOf("10000000C9A0FF07"));
 }
 
@@ -315,7 +300,6 @@ TEST_F(ExposePathsTest, LUsJoinAView)
     Outcome o =
         call("ExposePaths",
              params({strings("LUNames", {lu}), refs("ProtocolControllers", {hostSees("db01")})}));
-    EXPECT_EQ(0u, o.rc);
     std::vector<Export> made = exportsOf("finance-08");
     ASSERT_EQ(1u, made.size());
     EXPECT_EQ("db01", made[0].host);
@@ -327,7 +311,6 @@ TEST_F(ExposePathsTest, LUsJoinAView)
     Outcome pp = call("ExposePaths", params({strings("LUNames", {wwnOf("finance-10")}),
                                              strings("DeviceNumbers", {"3F"}),
                                              refs("ProtocolControllers", {view("PP:0:1:1")})}));
-    EXPECT_EQ(0u, pp.rc);
     std::vector<Export> present = exportsOf("finance-10");
     ASSERT_EQ(1u, present.size());
     EXPECT_EQ(API_VLUN_PORT_PRESENT, present[0].kind);
@@ -482,7 +465,7 @@ TEST_F(ExposePathsTest, ParameterNamesIgnoreCaseAndJobIsIgnored)
     Array<CIMParamValue> in = params({strings("lunames", {wwnOf("finance-08")}),
                                       refs("protocolcontrollers", {hostSees("db01")})});
     in.append(CIMParamValue("job", CIMValue(String("anything"))));
-    EXPECT_EQ(0u, call("exposepaths", in).rc);
+    call("exposepaths", in);
     EXPECT_EQ(1u, exportsOf("finance-08").size());
 }
 
@@ -508,10 +491,9 @@ TEST_F(HidePathsTest, RemovingTheLastLUOfAViewReturnsNoView)
     Outcome o =
         call("HidePaths",
              params({strings("LUNames", {lu}), refs("ProtocolControllers", {hostSees("db01")})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_TRUE(exportsOf("finance-02").empty());
-    ASSERT_EQ(1u, o.descriptions().size());
-    EXPECT_EQ("LU=" + lu + ",HostCollection=db01: Success\n", o.descriptions()[0]);
+    EXPECT_EQ((std::vector<std::string>{"LU=" + lu + ",HostCollection=db01: Success\n"}),
+              o.descriptions());
     EXPECT_TRUE(o.all("ProtocolControllers").empty());
 }
 
@@ -522,7 +504,6 @@ TEST_F(HidePathsTest, RemovingOneLUOfAHostSetKeepsTheView)
     Outcome o = call("HidePaths", params({strings("LUNames", {lu, wwnOf("finance-04")}),
                                           strings("DeviceNumbers", {"A", "B"}),
                                           refs("ProtocolControllers", {set})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_TRUE(exportsOf("finance-03").empty());
     EXPECT_TRUE(exportsOf("finance-04").empty());
     EXPECT_EQ(1u, exportsOf("finance-05").size());
@@ -548,18 +529,15 @@ TEST_F(HidePathsTest, FullPathsCheckTheInitiatorsOfTheHost)
     Outcome o = call("HidePaths", params({strings("LUNames", {lu}),
                                           strings("InitiatorPortIDs", {"21000024FF300001"}),
                                           refs("ProtocolControllers", {ms})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_EQ("LU=" + lu + ",HostCollection=db01,TargetPortID=2:1:1: Success\n",
               o.descriptions()[0]);
     EXPECT_TRUE(exportsOf("finance-01").empty());
 
     // An iSCSI initiator of the host is one of its paths alike.
     CIMObjectPath iscsi = view("HS:" + std::to_string(hostID("build01")), "ZAR_iSCSIController");
-    EXPECT_EQ(0u, call("HidePaths",
-                       params({strings("LUNames", {wwnOf("eng-02")}),
-                               strings("InitiatorPortIDs", {"iqn.1994-05.com.example:build01"}),
-                               refs("ProtocolControllers", {iscsi})}))
-                      .rc);
+    call("HidePaths", params({strings("LUNames", {wwnOf("eng-02")}),
+                              strings("InitiatorPortIDs", {"iqn.1994-05.com.example:build01"}),
+                              refs("ProtocolControllers", {iscsi})}));
     EXPECT_TRUE(exportsOf("eng-02").empty());
 }
 
@@ -569,7 +547,6 @@ TEST_F(HidePathsTest, InitiatorsLeaveTheViewsHost)
     Outcome o = call("HidePaths",
                      params({strings("InitiatorPortIDs", {"10000000C9A00101", "10000000C9A00102"}),
                              refs("ProtocolControllers", {hostSees("esx01")})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_EQ("", hostOf("10000000C9A00101"));
     EXPECT_EQ("", hostOf("10000000C9A00102"));
     // One ProtocolControllers parameter per initiator removed.
@@ -581,16 +558,14 @@ TEST_F(HidePathsTest, InitiatorsLeaveAMatchedSetThroughItsPort)
 {
     // An FC and an iSCSI initiator, each found on its view's own port.
     CIMObjectPath fc = view("MS:2:1:1:" + std::to_string(hostID("db01")));
-    EXPECT_EQ(0u, call("HidePaths", params({strings("InitiatorPortIDs", {"21000024FF300001"}),
-                                            refs("ProtocolControllers", {fc})}))
-                      .rc);
+    call("HidePaths", params({strings("InitiatorPortIDs", {"21000024FF300001"}),
+                              refs("ProtocolControllers", {fc})}));
     EXPECT_EQ("", hostOf("21000024FF300001"));
     const char* iqn = "iqn.1994-05.com.example:backup01";
     CIMObjectPath iscsi =
         view("MS:2:2:1:" + std::to_string(hostID("backup01")), "ZAR_iSCSIController");
-    EXPECT_EQ(0u, call("HidePaths", params({strings("InitiatorPortIDs", {iqn}),
-                                            refs("ProtocolControllers", {iscsi})}))
-                      .rc);
+    call("HidePaths",
+         params({strings("InitiatorPortIDs", {iqn}), refs("ProtocolControllers", {iscsi})}));
     EXPECT_EQ("", hostOf(iqn));
     EXPECT_EQ("backup01", hostOf("21000024FF300101"));
 }
@@ -688,7 +663,6 @@ TEST_F(HidePathsTest, PortPresentViewLosesItsLU)
     Outcome o =
         call("HidePaths",
              params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:1:1")})}));
-    EXPECT_EQ(0u, o.rc);
     EXPECT_TRUE(exportsOf("finance-06").empty());
     EXPECT_EQ("LU=" + lu + ",TargetPortID=0:1:1: Success\n", o.descriptions()[0]);
 }
