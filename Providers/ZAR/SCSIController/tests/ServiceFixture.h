@@ -183,6 +183,43 @@ protected:
         return wwn;
     }
 
+    // The WWN of the FC target port at "N:S:P", and the iSCSI name of the
+    // iSCSI target port there ("" when there is none).
+    static std::string fcPortWWN(const char* position)
+    {
+        lpid_t p = API_PORT_NONE;
+        api_convertStrLPIDtoPortID(position, &p);
+        api_FCPort_t* ports = nullptr;
+        EXPECT_EQ(0, cim_sem_wait());
+        int n = api_getFCPorts(0, 0, 0, &ports);
+        cim_sem_post();
+        std::string wwn;
+        for (int i = 0; i < n; i++) {
+            if (ports[i].portPos == p) {
+                char b[17];
+                snprintf(b, sizeof b, "%016llX", (unsigned long long)ports[i].portWWN);
+                wwn = b;
+            }
+        }
+        api_freeFCPorts(ports, n > 0 ? n : 0);
+        return wwn;
+    }
+    static std::string iscsiPortName(const char* position)
+    {
+        lpid_t p = API_PORT_NONE;
+        api_convertStrLPIDtoPortID(position, &p);
+        api_iSCSIPort_t* ports = nullptr;
+        EXPECT_EQ(0, cim_sem_wait());
+        int n = api_getISCSIPorts(&ports);
+        cim_sem_post();
+        std::string name;
+        for (int i = 0; i < n; i++)
+            if (ports[i].portID == p)
+                name = ports[i].iscsiName;
+        api_freeISCSIPorts(ports);
+        return name;
+    }
+
     static std::string hex(unsigned v)
     {
         char b[16];

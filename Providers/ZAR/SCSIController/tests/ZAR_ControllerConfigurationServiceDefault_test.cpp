@@ -7,45 +7,7 @@ using zartest::text;
 
 namespace {
 
-class DefaultLUsTest : public zartest::ServiceFixture {
-protected:
-    static std::string fcPortWWN(const char* position)
-    {
-        lpid_t p = API_PORT_NONE;
-        api_convertStrLPIDtoPortID(position, &p);
-        api_FCPort_t* ports = nullptr;
-        EXPECT_EQ(0, cim_sem_wait());
-        int n = api_getFCPorts(0, 0, 0, &ports);
-        cim_sem_post();
-        std::string wwn;
-        for (int i = 0; i < n; i++)
-            if (ports[i].portPos == p)
-                wwn = hex16(ports[i].portWWN);
-        api_freeFCPorts(ports, n > 0 ? n : 0);
-        return wwn;
-    }
-    static std::string iscsiPortName(const char* position)
-    {
-        lpid_t p = API_PORT_NONE;
-        api_convertStrLPIDtoPortID(position, &p);
-        api_iSCSIPort_t* ports = nullptr;
-        EXPECT_EQ(0, cim_sem_wait());
-        int n = api_getISCSIPorts(&ports);
-        cim_sem_post();
-        std::string name;
-        for (int i = 0; i < n; i++)
-            if (ports[i].portID == p)
-                name = ports[i].iscsiName;
-        api_freeISCSIPorts(ports);
-        return name;
-    }
-    static std::string hex16(unsigned long long v)
-    {
-        char b[17];
-        snprintf(b, sizeof b, "%016llX", v);
-        return b;
-    }
-};
+using DefaultLUsTest = zartest::ServiceFixture;
 
 TEST_F(DefaultLUsTest, WithoutNumbersOnlyTheFirstLUIsExposedOnEachPort)
 {
@@ -71,6 +33,12 @@ TEST_F(DefaultLUsTest, WithoutNumbersOnlyTheFirstLUIsExposedOnEachPort)
     remove.append(CIMParamValue("ProtocolController", CIMValue(views[0])));
     call("DeleteProtocolController", remove);
     EXPECT_TRUE(exportsOf("finance-08").empty());
+
+    // A read-only volume takes access 3.
+    call("ExposeDefaultLUs",
+         params({strings("LUNames", {wwnOf("finance-09")}), strings("TargetPortIDs", {port}),
+                 uint16s("DeviceAccesses", {3})}));
+    EXPECT_EQ(1u, exportsOf("finance-09").size());
 }
 
 TEST_F(DefaultLUsTest, NumberedLUsOnFibreChannelAndISCSIPorts)

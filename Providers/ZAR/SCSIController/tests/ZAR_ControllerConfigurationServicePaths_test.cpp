@@ -18,26 +18,6 @@ protected:
         ZAR_Common::setPolicy(0);
         ServiceFixture::TearDown();
     }
-    // The WWN of the FC target port at "N:S:P".
-    static std::string fcPortWWN(const char* position)
-    {
-        lpid_t p = API_PORT_NONE;
-        api_convertStrLPIDtoPortID(position, &p);
-        api_FCPort_t* ports = nullptr;
-        EXPECT_EQ(0, cim_sem_wait());
-        int n = api_getFCPorts(0, 0, 0, &ports);
-        cim_sem_post();
-        std::string wwn;
-        for (int i = 0; i < n; i++) {
-            if (ports[i].portPos == p) {
-                char b[17];
-                snprintf(b, sizeof b, "%016llX", (unsigned long long)ports[i].portWWN);
-                wwn = b;
-            }
-        }
-        api_freeFCPorts(ports, n > 0 ? n : 0);
-        return wwn;
-    }
     CIMObjectPath hostSees(const char* host) { return view("HS:" + std::to_string(hostID(host))); }
 };
 
@@ -140,15 +120,7 @@ TEST_F(ExposePathsTest, NewViewPassesOverUnknownAndBadPortsAndStopsAtABadNumber)
 TEST_F(ExposePathsTest, ISCSIInitiatorThroughISCSITargetPortsOnly)
 {
     std::string lu = wwnOf("eng-07");
-    std::string target;
-    api_iSCSIPort_t* ports = nullptr;
-    ASSERT_EQ(0, cim_sem_wait());
-    int n = api_getISCSIPorts(&ports);
-    cim_sem_post();
-    for (int i = 0; i < n; i++)
-        if (portOf(ports[i].portID) == "0:2:1")
-            target = ports[i].iscsiName;
-    api_freeISCSIPorts(ports);
+    std::string target = iscsiPortName("0:2:1");
     ASSERT_FALSE(target.empty());
 
     // A Fibre Channel port is passed over for an iSCSI initiator; with
