@@ -153,6 +153,14 @@ protected:
         server().referenceNames(as("p1browse"), ns(), from, name(resultClass), role, out);
         return out.items;
     }
+    // getInstance through the server, without qualifiers, class origin or
+    // property list.
+    static Pegasus::CIMInstance get(const Pegasus::CIMObjectPath& path,
+                                    const char* user = "p1browse")
+    {
+        return server().getInstance(as(user), ns(), path, false, false, false,
+                                    Pegasus::CIMPropertyList());
+    }
     static Pegasus::CIMName name(const char* cls)
     {
         return cls ? Pegasus::CIMName(cls) : Pegasus::CIMName();

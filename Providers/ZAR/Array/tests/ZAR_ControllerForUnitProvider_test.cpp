@@ -132,8 +132,7 @@ TEST_F(ControllerForUnitProviderTest, ReferencesCarryTheLUNInHexAndTheAccess)
             for (Uint32 j = 0; j < fromVolume.size(); j++)
                 found = found || key(refKey(fromVolume[j], "Antecedent"), "DeviceID") == view;
             EXPECT_TRUE(found) << view << " " << wwn;
-            CIMInstance again = server().getInstance(as("p1browse"), ns(), a.getPath(), false,
-                                                     false, false, CIMPropertyList());
+            CIMInstance again = get(a.getPath());
             EXPECT_EQ(prop(a, "DeviceNumber"), prop(again, "DeviceNumber"));
         }
     }

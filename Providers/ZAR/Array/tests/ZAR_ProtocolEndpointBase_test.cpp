@@ -34,8 +34,7 @@ TEST_F(ProtocolEndpointTest, OneFCEndpointPerFCPortNamedByItsWWN)
         EXPECT_EQ("3", prop(got[i], "Role"));
         EXPECT_EQ(name, key(got[i].getPath(), "Name"));
         // Fetched again by its path.
-        CIMInstance again = server().getInstance(as("p1browse"), ns(), got[i].getPath(), false,
-                                                 false, false, CIMPropertyList());
+        CIMInstance again = get(got[i].getPath());
         EXPECT_EQ(name, prop(again, "Name"));
     }
 }
@@ -108,10 +107,7 @@ TEST_F(ProtocolEndpointTest, FCPathBuilderNamesTheEnumeratedEndpoint)
     CIMObjectPath none = ZAR_SCSIProtocolFCEndpointProvider::buildObjectPath(
         "ZAR_SCSIProtocolFCEndpoint", info.name, "0:1:1", "not-a-wwn");
     EXPECT_EQ("not-a-wwn", key(none, "Name"));
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("p1browse"), ns(), none, false, false,
-                                                          false, CIMPropertyList());
-                                 }).getCode());
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] { get(none); }).getCode());
 }
 
 TEST_F(ProtocolEndpointTest, ISCSIViewPathBuilderTakesItsTextsInItsOwnOrder)
@@ -146,10 +142,7 @@ TEST_F(ProtocolEndpointTest, PortFailuresAndUnknownPaths)
                 text(ZAR_iSCSIProtocolEndpointProvider::extractISCSIName(kb[i].getValue())).c_str(),
                 CIMKeyBinding::STRING);
     CIMObjectPath bare("", ns(), CIMName("ZAR_iSCSIProtocolEndpoint"), kb);
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                     server().getInstance(as("p1browse"), ns(), bare, false, false,
-                                                          false, CIMPropertyList());
-                                 }).getCode())
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] { get(bare); }).getCode())
         << "the endpoint is named by its whole target name";
 }
 

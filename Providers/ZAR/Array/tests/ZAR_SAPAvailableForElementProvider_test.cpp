@@ -118,8 +118,7 @@ TEST_F(SAPAvailableForElementProviderTest, FiltersReferencesAndInstances)
         for (Uint32 i = 0; i < endpoints.size(); i++)
             total += assocNames(endpoints[i].getPath(), p.assoc, nullptr, "", "").size();
         EXPECT_EQ(total, all.items.size());
-        CIMInstance one = server().getInstance(as("p1browse"), ns(), all.items[0], false, false,
-                                               false, CIMPropertyList());
+        CIMInstance one = get(all.items[0]);
         EXPECT_FALSE(prop(one, "ManagedElement").empty());
     }
 }

@@ -74,9 +74,7 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
     ASSERT_EQ(0, api_getSystemContact(contact, sizeof(contact)));
     cim_sem_post();
 
-    CIMInstance inst =
-        server().getInstance(as("p1browse"), kZar, systemPath("ZAR_StorageSystem", info.name),
-                             false, false, false, CIMPropertyList());
+    CIMInstance inst = get(systemPath("ZAR_StorageSystem", info.name));
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
     EXPECT_EQ(std::string(info.hostName), text(inst.getPath().getHost()))
         << "the array's own host, not the server's";
@@ -129,9 +127,7 @@ TEST_F(StorageSystemProviderTest, InstanceDescribesTheArray)
 
     // Without an IPv6 address there is no IPv6 entry.
     ASSERT_EQ(0, zarsim_set_config("ipv6", ""));
-    CIMInstance v4 =
-        server().getInstance(as("p1browse"), kZar, systemPath("ZAR_StorageSystem", info.name),
-                             false, false, false, CIMPropertyList());
+    CIMInstance v4 = get(systemPath("ZAR_StorageSystem", info.name));
     std::vector<std::string> v4what =
         strings(valueOf<Array<String>>(v4, "IdentifyingDescriptions"));
     EXPECT_EQ(v4what.end(), std::find(v4what.begin(), v4what.end(), "Ipv6 Address"));
@@ -141,9 +137,7 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
 {
     api_sysinfo_t info = systemInfo();
     // The class key is compared ignoring case, the host not at all.
-    CIMInstance inst =
-        server().getInstance(as("p1browse"), kZar, systemPath("zar_storagesystem", info.name),
-                             false, false, false, CIMPropertyList());
+    CIMInstance inst = get(systemPath("zar_storagesystem", info.name));
     EXPECT_EQ(std::string(info.name), text(valueOf<String>(inst, "Name")));
 
     expectCIMError(CIM_ERR_NOT_FOUND, "ZAR_StorageSystemProvider CIM Object not found.", [&] {
@@ -152,10 +146,7 @@ TEST_F(StorageSystemProviderTest, PathsMustNameTheSystem)
                              false, CIMPropertyList());
     });
 
-    CIMException e = cimErrorOf([&] {
-        server().getInstance(as("p1browse"), kZar, systemPath("CIM_ComputerSystem", info.name),
-                             false, false, false, CIMPropertyList());
-    });
+    CIMException e = cimErrorOf([&] { get(systemPath("CIM_ComputerSystem", info.name)); });
     EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
 
     Array<CIMKeyBinding> one;
@@ -190,8 +181,7 @@ TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
     });
     EXPECT_EQ(0u, names.items.size());
 
-    CIMInstance changed =
-        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
+    CIMInstance changed = get(path);
     changed.setPath(path);
     CIMException e = cimErrorOf(
         [&] { server().modifyInstance(as("p1browse"), kZar, changed, false, CIMPropertyList()); });
@@ -201,17 +191,13 @@ TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
     EXPECT_EQ("ZAR_StorageSystemProvider does not support deleteInstance.", text(e.getMessage()));
 
     zarsim_sem_timeout_next(1);
-    e = cimErrorOf([&] {
-        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
-    });
+    e = cimErrorOf([&] { get(path); });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
     EXPECT_EQ("ZAR_StorageSystemProvider::getInstance - Operation failed: Semaphore Timed-Out",
               text(e.getMessage()));
 
     zarsim_fail_next("api_getOwnerName", 1, 1, "owner record unreadable");
-    e = cimErrorOf([&] {
-        server().getInstance(as("p1browse"), kZar, path, false, false, false, CIMPropertyList());
-    });
+    e = cimErrorOf([&] { get(path); });
     EXPECT_EQ(CIM_ERR_FAILED, e.getCode());
 }
 

@@ -84,8 +84,7 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
             path = names.items[i];
     ASSERT_EQ(wwn, key(path, "DeviceID"));
 
-    CIMInstance inst =
-        server().getInstance(as("p1browse"), ns(), path, false, false, false, CIMPropertyList());
+    CIMInstance inst = get(path);
     EXPECT_EQ("ro-vol", prop(inst, "ElementName"));
     EXPECT_EQ("1", prop(inst, "Access"));  // readable only
     EXPECT_EQ(std::to_string(2048ull * 2048),
@@ -101,10 +100,7 @@ TEST_F(StorageVolumeProviderTest, FetchedByPathAndNotFoundOtherwise)
                     CIMKeyBinding(kb[i].getName(), changed[name].c_str(), CIMKeyBinding::STRING);
         }
         CIMObjectPath p(path.getHost(), ns(), path.getClassName(), kb);
-        return cimErrorOf([&] {
-                   server().getInstance(as("p1browse"), ns(), p, false, false, false,
-                                        CIMPropertyList());
-               }).getCode() == CIM_ERR_NOT_FOUND;
+        return cimErrorOf([&] { get(p); }).getCode() == CIM_ERR_NOT_FOUND;
     };
     EXPECT_TRUE(notFound({{"DeviceID", "ro-vol"}}));
     EXPECT_TRUE(notFound({{"DeviceID", "60002AC0000000000000000000FFFFFF"}}))
@@ -128,8 +124,7 @@ TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
     Paths names;
     server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_StorageVolume"), names);
     ASSERT_GT(names.items.size(), 0u);
-    CIMInstance inst = server().getInstance(as("p1browse"), ns(), names.items[0], false, false,
-                                            false, CIMPropertyList());
+    CIMInstance inst = get(names.items[0]);
     inst.setPath(names.items[0]);
     e = cimErrorOf(
         [&] { server().modifyInstance(as("p1browse"), ns(), inst, false, CIMPropertyList()); });

@@ -32,8 +32,7 @@ TEST_F(ISCSIControllerProviderTest, EveryISCSIViewOnceAndNoFCView)
     server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_iSCSIController"), names);
     EXPECT_EQ(expected, keys(names.items, "DeviceID"));
     for (Uint32 i = 0; i < names.items.size(); i++) {
-        CIMInstance one = server().getInstance(as("p1browse"), ns(), names.items[i], false, false,
-                                               false, CIMPropertyList());
+        CIMInstance one = get(names.items[i]);
         EXPECT_EQ(key(names.items[i], "DeviceID"), prop(one, "DeviceID"));
     }
 }
@@ -55,11 +54,7 @@ TEST_F(ISCSIControllerProviderTest, AnFCViewOrAnotherSystemIsNotFound)
                                           : "OTHER",
                                       CIMKeyBinding::STRING);
         CIMObjectPath p("", ns(), CIMName("ZAR_iSCSIController"), kb);
-        EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
-                                         server().getInstance(as("p1browse"), ns(), p, false, false,
-                                                              false, CIMPropertyList());
-                                     }).getCode())
-            << which;
+        EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] { get(p); }).getCode()) << which;
     }
     Array<CIMKeyBinding> none;
     none.append(CIMKeyBinding(CIMName("SystemName"), "ZAR-DEMO", CIMKeyBinding::STRING));
@@ -91,8 +86,7 @@ TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
         }
     ASSERT_FALSE(hostName.empty()) << "the demo array has an iSCSI host-sees view";
     ASSERT_EQ(0, zarsim_add_user("editor", "editor-pw", "edit"));
-    CIMInstance view =
-        server().getInstance(as("p1browse"), ns(), hsView, false, false, false, CIMPropertyList());
+    CIMInstance view = get(hsView);
     view.getProperty(view.findProperty(CIMName("ElementName")))
         .setValue(CIMValue(String("renamed01")));
     view.setPath(hsView);
@@ -103,8 +97,7 @@ TEST_F(ISCSIControllerProviderTest, RenamingAViewRenamesItsHostAndNeedsEdit)
                                                                  CIMPropertyList(only));
                                      }).getCode());
     server().modifyInstance(as("editor"), ns(), view, false, CIMPropertyList(only));
-    CIMInstance after =
-        server().getInstance(as("p1browse"), ns(), hsView, false, false, false, CIMPropertyList());
+    CIMInstance after = get(hsView);
     EXPECT_EQ("renamed01", prop(after, "ElementName"));
 }
 

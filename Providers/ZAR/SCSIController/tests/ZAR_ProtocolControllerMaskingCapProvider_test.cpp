@@ -20,11 +20,6 @@ protected:
         keys.append(CIMKeyBinding("InstanceID", String(id), CIMKeyBinding::STRING));
         return CIMObjectPath("testhost", "root/zar", cls, keys);
     }
-    CIMInstance get(const CIMObjectPath& p)
-    {
-        return server().getInstance(as("p1browse"), ns(), p, false, false, false,
-                                    CIMPropertyList());
-    }
     static std::string prop(const CIMInstance& i, const char* name)
     {
         return zartest::text(ZAR_Common::getPropertyValue(i, name).toString());
@@ -118,10 +113,7 @@ TEST_F(MaskingCapTest, Refusals)
         [&] { get(capPath("ZAR_ProtocolControllerMaskingCapabilities", "KESTREL:OTHER")); });
 
     EXPECT_EQ("Insufficient privilege for the user",
-              zartest::text(zartest::cimErrorOf([&] {
-                                server().getInstance(as("p1locked"), ns(), capPath(), false, false,
-                                                     false, CIMPropertyList());
-                            }).getMessage()));
+              zartest::text(zartest::cimErrorOf([&] { get(capPath(), "p1locked"); }).getMessage()));
 
     zartest::Paths paths;
     zartest::Plain plain;

@@ -189,8 +189,7 @@ TEST_F(SystemCapAssocTest, GetInstanceIgnoresHostsOfTheEnds)
     EXPECT_TRUE(out.items[0].getPath() == assoc_) << "the instance carries the fixed path";
     EXPECT_TRUE(log.has("<-- ZAR_SystemControllerMaskingCapabilitiesProvider::getInstance()\n\n"));
 
-    CIMInstance viaServer =
-        server().getInstance(as("p1browse"), ns(), wanted, false, false, false, CIMPropertyList());
+    CIMInstance viaServer = get(wanted);
     EXPECT_EQ("ZAR_SystemControllerMaskingCapabilities",
               zartest::text(viaServer.getClassName().getString()));
 }
