@@ -174,20 +174,28 @@ struct ArrayBuilder {
         return rc;
     }
 
-    // The name of a host as the array lists it now ("" when gone).
-    static std::string hostNameByID(unsigned id)
+    // The array's record of the first host that match picks (hostID 0 and
+    // no name when none does).
+    template <class Match>
+    static api_host_t findHost(Match match)
     {
+        api_host_t found{};
         api_host_t* hosts = nullptr;
         zar_u32 count = 0;
         EXPECT_EQ(0, cim_sem_wait());
         EXPECT_EQ(0, api_getHosts(&hosts, &count));
         cim_sem_post();
-        std::string name;
-        for (zar_u32 i = 0; i < count; i++)
-            if (hosts[i].hostID == id)
-                name = hosts[i].name;
+        for (zar_u32 i = 0; i < count && found.hostID == 0; i++)
+            if (match(hosts[i]))
+                found = hosts[i];
         api_freeHosts(hosts);
-        return name;
+        return found;
+    }
+
+    // The name of a host as the array lists it now ("" when gone).
+    static std::string hostNameByID(unsigned id)
+    {
+        return findHost([&](const api_host_t& h) { return h.hostID == id; }).name;
     }
 };
 

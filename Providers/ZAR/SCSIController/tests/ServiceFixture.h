@@ -183,41 +183,34 @@ protected:
         return wwn;
     }
 
-    // The WWN of the FC target port at "N:S:P", and the iSCSI name of the
-    // iSCSI target port there ("" when there is none).
-    static std::string fcPortWWN(const char* position)
+    // The name of the target port at "N:S:P" as a client gives it: the
+    // WWN of an FC port, the iSCSI name of an iSCSI one ("" for no port).
+    static std::string portName(const char* position)
     {
         lpid_t p = API_PORT_NONE;
         api_convertStrLPIDtoPortID(position, &p);
-        api_FCPort_t* ports = nullptr;
+        api_FCPort_t* fc = nullptr;
+        api_iSCSIPort_t* iscsi = nullptr;
         EXPECT_EQ(0, cim_sem_wait());
-        int n = api_getFCPorts(0, 0, 0, &ports);
-        cim_sem_post();
-        std::string wwn;
-        for (int i = 0; i < n; i++) {
-            if (ports[i].portPos == p) {
-                char b[17];
-                snprintf(b, sizeof b, "%016llX", (unsigned long long)ports[i].portWWN);
-                wwn = b;
-            }
-        }
-        api_freeFCPorts(ports, n > 0 ? n : 0);
-        return wwn;
-    }
-    static std::string iscsiPortName(const char* position)
-    {
-        lpid_t p = API_PORT_NONE;
-        api_convertStrLPIDtoPortID(position, &p);
-        api_iSCSIPort_t* ports = nullptr;
-        EXPECT_EQ(0, cim_sem_wait());
-        int n = api_getISCSIPorts(&ports);
+        int fcCount = api_getFCPorts(0, 0, 0, &fc);
+        int iscsiCount = api_getISCSIPorts(&iscsi);
         cim_sem_post();
         std::string name;
-        for (int i = 0; i < n; i++)
-            if (ports[i].portID == p)
-                name = ports[i].iscsiName;
-        api_freeISCSIPorts(ports);
+        for (int i = 0; i < fcCount; i++)
+            if (fc[i].portPos == p)
+                name = hex16(fc[i].portWWN);
+        for (int i = 0; i < iscsiCount; i++)
+            if (iscsi[i].portID == p)
+                name = iscsi[i].iscsiName;
+        api_freeFCPorts(fc, fcCount > 0 ? fcCount : 0);
+        api_freeISCSIPorts(iscsi);
         return name;
+    }
+    static std::string hex16(unsigned long long v)
+    {
+        char b[17];
+        snprintf(b, sizeof b, "%016llX", v);
+        return b;
     }
 
     static std::string hex(unsigned v)
@@ -287,18 +280,7 @@ protected:
     // A host's record (hostID 0 when there is none).
     static api_host_t host(const std::string& name)
     {
-        api_host_t result;
-        memset(&result, 0, sizeof result);
-        api_host_t* hosts = nullptr;
-        zar_u32 count = 0;
-        EXPECT_EQ(0, cim_sem_wait());
-        EXPECT_EQ(0, api_getHosts(&hosts, &count));
-        cim_sem_post();
-        for (zar_u32 i = 0; i < count; i++)
-            if (name == hosts[i].name)
-                result = hosts[i];
-        api_freeHosts(hosts);
-        return result;
+        return ArrayBuilder::findHost([&](const api_host_t& h) { return name == h.name; });
     }
 
     static std::string deviceIDOf(const Pegasus::CIMObjectPath& p)

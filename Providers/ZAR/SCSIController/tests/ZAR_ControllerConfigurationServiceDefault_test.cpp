@@ -11,7 +11,7 @@ using DefaultLUsTest = zartest::ServiceFixture;
 
 TEST_F(DefaultLUsTest, WithoutNumbersOnlyTheFirstLUIsExposedOnEachPort)
 {
-    std::string a = wwnOf("finance-08"), port = fcPortWWN("1:1:1");
+    std::string a = wwnOf("finance-08"), port = portName("1:1:1");
     Outcome o = call("ExposeDefaultLUs",
                      params({strings("LUNames", {a, wwnOf("finance-10")}),
                              strings("TargetPortIDs", {port}), uint16s("DeviceAccesses", {2, 2})}));
@@ -46,7 +46,7 @@ TEST_F(DefaultLUsTest, NumberedLUsOnFibreChannelAndISCSIPorts)
     std::string a = wwnOf("eng-06"), b = wwnOf("eng-07");
     // An iSCSI target port by its target name, as its endpoint is named
     // (portal group tag: the position 1:2:1 = 0x91).
-    std::string fc = fcPortWWN("1:1:2"), iscsi = iscsiPortName("1:2:1") + ",t,0x0091";
+    std::string fc = portName("1:1:2"), iscsi = portName("1:2:1") + ",t,0x0091";
     Outcome o =
         call("ExposeDefaultLUs",
              params({strings("LUNames", {a, b}), strings("DeviceNumbers", {"40", "41"}),
@@ -73,10 +73,10 @@ TEST_F(DefaultLUsTest, ABadPortPositionIsReportedAndTheOtherPortsServed)
     // An unknown WWN whose top bits say node 0, slot 1, port 5.
     std::string bad = "20150002AC000099";
     std::string a = wwnOf("finance-08");
-    CIMException e = failure(
-        "ExposeDefaultLUs",
-        params({strings("LUNames", {a}), strings("TargetPortIDs", {bad, fcPortWWN("2:1:1")}),
-                uint16s("DeviceAccesses", {2})}));
+    CIMException e =
+        failure("ExposeDefaultLUs",
+                params({strings("LUNames", {a}), strings("TargetPortIDs", {bad, portName("2:1:1")}),
+                        uint16s("DeviceAccesses", {2})}));
     EXPECT_EQ(5, (int)e.getCode());
     EXPECT_EQ(0u, text(e.getMessage()).find("Port=0:1:5: Target port ID is invalid\n; LU=" + a));
     std::vector<Export> made = exportsOf("finance-08");
@@ -86,7 +86,7 @@ TEST_F(DefaultLUsTest, ABadPortPositionIsReportedAndTheOtherPortsServed)
 
 TEST_F(DefaultLUsTest, ExposeRefusals)
 {
-    std::string a = wwnOf("finance-08"), port = fcPortWWN("1:1:1");
+    std::string a = wwnOf("finance-08"), port = portName("1:1:1");
     expectRefusals(
         "ExposeDefaultLUs",
         {

@@ -52,7 +52,7 @@ TEST_F(ExposePathsTest, NewViewPutsAllInitiatorsIntoOneNewHost)
 TEST_F(ExposePathsTest, NewViewThroughTargetPortsWithGivenNumbers)
 {
     std::string lu = wwnOf("eng-07");
-    std::string port1 = fcPortWWN("0:1:1"), port2 = fcPortWWN("0:1:2");
+    std::string port1 = portName("0:1:1"), port2 = portName("0:1:2");
     ASSERT_FALSE(port1.empty());
     Outcome o =
         call("ExposePaths", params({strings("LUNames", {lu}), strings("DeviceNumbers", {"1a"}),
@@ -98,11 +98,10 @@ TEST_F(ExposePathsTest, NewViewPassesOverUnknownAndBadPortsAndStopsAtABadNumber)
     std::string lu = wwnOf("eng-07"), second = wwnOf("eng-08");
     // An iSCSI name that is no port of the array is passed over; a WWN whose
     // position has port number 5 is reported; the good port is served.
-    CIMException e =
-        failure("ExposePaths",
-                params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_FC}),
-                        strings("TargetPortIDs", {"iqn.2000-01.com.example:nothere",
-                                                  "2005000000000000", fcPortWWN("0:1:1")})}));
+    CIMException e = failure(
+        "ExposePaths", params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_FC}),
+                               strings("TargetPortIDs", {"iqn.2000-01.com.example:nothere",
+                                                         "2005000000000000", portName("0:1:1")})}));
     EXPECT_EQ(5, (int)e.getCode());
     EXPECT_EQ(0u, text(e.getMessage()).find("Port=0:0:5: Target port ID is invalid\n; LU=" + lu));
     ASSERT_EQ(1u, exportsOf("eng-07").size());
@@ -120,22 +119,21 @@ TEST_F(ExposePathsTest, NewViewPassesOverUnknownAndBadPortsAndStopsAtABadNumber)
 TEST_F(ExposePathsTest, ISCSIInitiatorThroughISCSITargetPortsOnly)
 {
     std::string lu = wwnOf("eng-07");
-    std::string target = iscsiPortName("0:2:1");
+    std::string target = portName("0:2:1");
     ASSERT_FALSE(target.empty());
 
     // A Fibre Channel port is passed over for an iSCSI initiator; with
     // nothing else, nothing is attempted (the host stays made).
     CIMException e = failure(
         "ExposePaths", params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_ISCSI}),
-                               strings("TargetPortIDs", {fcPortWWN("0:1:1")})}));
+                               strings("TargetPortIDs", {portName("0:1:1")})}));
     EXPECT_EQ(5, (int)e.getCode());
     EXPECT_EQ("Invalid initiator and target port combinations\n", text(e.getMessage()));
     EXPECT_TRUE(exportsOf("eng-07").empty());
 
-    Outcome o =
-        call("ExposePaths",
-             params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_ISCSI}),
-                     strings("TargetPortIDs", {fcPortWWN("0:1:1"), target + ",t,0x0011"})}));
+    Outcome o = call("ExposePaths",
+                     params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_ISCSI}),
+                             strings("TargetPortIDs", {portName("0:1:1"), target + ",t,0x0011"})}));
     std::vector<Export> made = exportsOf("eng-07");
     ASSERT_EQ(1u, made.size());
     EXPECT_EQ("0:2:1", made[0].port);
@@ -151,7 +149,7 @@ TEST_F(ExposePathsTest, PortsOnlyGiveOneVLUNPerLUAndPort)
     std::string lu = wwnOf("finance-08");
     Outcome o = call("ExposePaths",
                      params({strings("LUNames", {lu}),
-                             strings("TargetPortIDs", {fcPortWWN("1:1:1"), fcPortWWN("1:1:2")})}));
+                             strings("TargetPortIDs", {portName("1:1:1"), portName("1:1:2")})}));
     std::vector<Export> made = exportsOf("finance-08");
     ASSERT_EQ(2u, made.size());
     EXPECT_EQ(API_VLUN_PORT_PRESENT, made[0].kind);
