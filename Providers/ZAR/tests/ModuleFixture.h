@@ -14,6 +14,7 @@
 #include <zarframework/CIMOperationHost.h>
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Common/ResponseHandler.h>
+#include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <ServerCore.h>
 
 #include "CommonTestSupport.h"
@@ -153,6 +154,19 @@ protected:
         server().referenceNames(as("p1browse"), ns(), from, name(resultClass), role, out);
         return out.items;
     }
+    // associatorNames straight into an association provider, by the browse
+    // user; the provider must complete the handler once.
+    static Pegasus::Array<Pegasus::CIMObjectPath> providerAssocNames(
+        Pegasus::CIMAssociationProvider& provider, const Pegasus::CIMObjectPath& from,
+        const char* assoc, const char* resultClass, const char* role, const char* resultRole)
+    {
+        Paths out;
+        provider.associatorNames(as("p1browse"), from, name(assoc), name(resultClass), role,
+                                 resultRole, out);
+        EXPECT_EQ(1, out.completeCalls);
+        return out.items;
+    }
+
     // getInstance through the server, without qualifiers, class origin or
     // property list.
     static Pegasus::CIMInstance get(const Pegasus::CIMObjectPath& path,

@@ -27,11 +27,8 @@ protected:
     Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* resultClass = nullptr,
                                     const char* role = "", const char* resultRole = "")
     {
-        zartest::Paths out;
-        p()->associatorNames(as("p1browse"), from, "ZAR_ConfigServicesForSCSIController",
-                             resultClass ? CIMName(resultClass) : CIMName(), role, resultRole, out);
-        EXPECT_EQ(1, out.completeCalls);
-        return out.items;
+        return providerAssocNames(*p(), from, "ZAR_ConfigServicesForSCSIController", resultClass,
+                                  role, resultRole);
     }
     std::unique_ptr<zartest::ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>> provider_;
 };

@@ -39,11 +39,8 @@ protected:
     Array<CIMObjectPath> assocNames(const CIMObjectPath& from, const char* resultClass,
                                     const char* role = "", const char* resultRole = "")
     {
-        zartest::Paths out;
-        p()->associatorNames(as("p1browse"), from, "ZAR_SystemControllerMaskingCapabilities",
-                             resultClass ? CIMName(resultClass) : CIMName(), role, resultRole, out);
-        EXPECT_EQ(1, out.completeCalls);
-        return out.items;
+        return providerAssocNames(*p(), from, "ZAR_SystemControllerMaskingCapabilities",
+                                  resultClass, role, resultRole);
     }
     std::unique_ptr<zartest::ProviderObject<ZAR_SystemControllerMaskingCapabilitiesProvider>>
         provider_;
