@@ -90,7 +90,6 @@ TEST_F(DefaultLUsTest, ExposeRefusals)
     expectRefusals(
         "ExposeDefaultLUs",
         {
-            {params({}), 5, "Invalid number of parameters"},
             {params({strings("LUNames", {a}), strings("TargetPortIDs", {port}),
                      uint16s("DeviceAccesses", {2}),
                      refs("ProtocolControllers", {view("PP:0:1:1")})}),

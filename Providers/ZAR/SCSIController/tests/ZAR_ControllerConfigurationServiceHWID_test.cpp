@@ -62,7 +62,6 @@ TEST_F(HardwareIDCollectionTest, ExposeRefusals)
     expectRefusals(
         "ExposeLUsToStorageHardwareIDCollection",
         {
-            {params({}), 5, "Invalid number of parameters"},
             {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"})}), 1,
              "Use case not supported: Only 1 use case is supported: Create a New View"},
             {params({strings("LUNames", {lu}), strings("HostNames", {"esx01"}),

@@ -339,7 +339,6 @@ TEST_F(ExposePathsTest, Refusals)
     expectRefusals(
         "ExposePaths",
         {
-            {params({}), 5, "Invalid number of parameters"},
             {params({strings("LUNames", {lu}), strings("Bogus", {"x"})}), 5,
              "Invalid parameter: Bogus"},
             {params({strings("LUNames", {lu}), strings("TargetPortIDs", {"0:1:1"}),
@@ -557,7 +556,6 @@ TEST_F(HidePathsTest, Refusals)
     expectRefusals(
         "HidePaths",
         {
-            {params({}), 5, "Invalid number of parameters"},
             {params({strings("LUNames", {lu}), refs("ProtocolControllers", {hs, hs})}), 1,
              "Use case not supported: Only 3 use cases are supported: Remove LU's from a View, "
              "Hide "

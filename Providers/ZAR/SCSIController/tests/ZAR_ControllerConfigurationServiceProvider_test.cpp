@@ -66,31 +66,22 @@ TEST_F(ServiceTest, InstanceRefusals)
     Array<CIMKeyBinding> three = path.getKeyBindings();
     three.remove(3);
     zartest::Instances out;
-    expectCIMError(
-        CIM_ERR_INVALID_PARAMETER, "ZAR_ControllerConfigurationService Expect four keys.", [&] {
-            p->getInstance(
-                as("p1browse"),
-                CIMObjectPath("h", "root/zar", "ZAR_ControllerConfigurationService", three), false,
-                false, CIMPropertyList(), out);
-        });
-
+    auto getAs = [&](const char* cls, const Array<CIMKeyBinding>& keys) {
+        p->getInstance(as("p1browse"), CIMObjectPath("h", "root/zar", cls, keys), false, false,
+                       CIMPropertyList(), out);
+    };
+    const char* own = "ZAR_ControllerConfigurationService";
+    expectCIMError(CIM_ERR_INVALID_PARAMETER,
+                   "ZAR_ControllerConfigurationService Expect four keys.",
+                   [&] { getAs(own, three); });
     // The class name is tested before the keys.
     expectCIMError(CIM_ERR_NOT_SUPPORTED,
-                   "ZAR_ControllerConfigurationService Invalid class nameCIM_Service", [&] {
-                       p->getInstance(as("p1browse"),
-                                      CIMObjectPath("h", "root/zar", "CIM_Service", three), false,
-                                      false, CIMPropertyList(), out);
-                   });
-
+                   "ZAR_ControllerConfigurationService Invalid class nameCIM_Service",
+                   [&] { getAs("CIM_Service", three); });
     Array<CIMKeyBinding> wrong = path.getKeyBindings();
     wrong[3].setValue("OTHER_ControllerConfigurationService");
-    expectCIMError(
-        CIM_ERR_NOT_FOUND, "ZAR_ControllerConfigurationService CIM Object not found.", [&] {
-            p->getInstance(
-                as("p1browse"),
-                CIMObjectPath("h", "root/zar", "ZAR_ControllerConfigurationService", wrong), false,
-                false, CIMPropertyList(), out);
-        });
+    expectCIMError(CIM_ERR_NOT_FOUND, "ZAR_ControllerConfigurationService CIM Object not found.",
+                   [&] { getAs(own, wrong); });
 
     EXPECT_EQ("Insufficient privilege for the user",
               text(zartest::cimErrorOf([&] {
@@ -146,6 +137,10 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder)
         // Any letter case reaches the handler, which finds no parameters.
         {"p1super", path, "exposepaths", (CIMStatusCode)5, "Invalid number of parameters"},
         {"p1super", path, "DELETEPROTOCOLCONTROLLER", (CIMStatusCode)5,
+         "Invalid number of parameters"},
+        {"p1super", path, "HidePaths", (CIMStatusCode)5, "Invalid number of parameters"},
+        {"p1super", path, "ExposeDefaultLUs", (CIMStatusCode)5, "Invalid number of parameters"},
+        {"p1super", path, "ExposeLUsToStorageHardwareIDCollection", (CIMStatusCode)5,
          "Invalid number of parameters"},
     };
     for (Case& c : cases) {
