@@ -454,7 +454,7 @@ protected:
     CIMObjectPath hostSees(const char* host) { return view("HS:" + std::to_string(hostID(host))); }
 };
 
-TEST_F(HidePathsTest, RemovingTheLastLUOfAViewReturnsNoView)
+TEST_F(HidePathsTest, RemovingTheLastLUOfAHostOrPortViewReturnsNoView)
 {
     std::string lu = wwnOf("finance-02");
     Outcome o =
@@ -464,6 +464,13 @@ TEST_F(HidePathsTest, RemovingTheLastLUOfAViewReturnsNoView)
     EXPECT_EQ((std::vector<std::string>{"LU=" + lu + ",HostCollection=db01: Success\n"}),
               o.descriptions());
     EXPECT_TRUE(o.all("ProtocolControllers").empty());
+
+    // A port-present view loses its LU alike.
+    std::string pp = wwnOf("finance-06");
+    o = call("HidePaths",
+             params({strings("LUNames", {pp}), refs("ProtocolControllers", {view("PP:0:1:1")})}));
+    EXPECT_TRUE(exportsOf("finance-06").empty());
+    EXPECT_EQ("LU=" + pp + ",TargetPortID=0:1:1: Success\n", o.descriptions()[0]);
 }
 
 TEST_F(HidePathsTest, RemovingOneLUOfAHostSetKeepsTheView)
@@ -623,16 +630,6 @@ TEST_F(HidePathsTest, OnlyTheCanonicalViewIdentifierNamesAView)
                                                    refs("ProtocolControllers", {other})}))
                      .getCode());
     EXPECT_EQ(1u, exportsOf("finance-02").size());
-}
-
-TEST_F(HidePathsTest, PortPresentViewLosesItsLU)
-{
-    std::string lu = wwnOf("finance-06");
-    Outcome o =
-        call("HidePaths",
-             params({strings("LUNames", {lu}), refs("ProtocolControllers", {view("PP:0:1:1")})}));
-    EXPECT_TRUE(exportsOf("finance-06").empty());
-    EXPECT_EQ("LU=" + lu + ",TargetPortID=0:1:1: Success\n", o.descriptions()[0]);
 }
 
 }  // namespace
