@@ -23,6 +23,16 @@ protected:
         zarsim_fail_next(operation, 1, code, INJECTED);
         return failure(method, in);
     }
+    // The same, checking the status and, when given, the message.
+    void expectFault(const char* operation, int code, const char* method,
+                     const Array<CIMParamValue>& in, int status, const std::string& message = "")
+    {
+        CIMException e = failWith(operation, code, method, in);
+        EXPECT_EQ(status, (int)e.getCode()) << operation;
+        if (!message.empty()) {
+            EXPECT_EQ(message, text(e.getMessage()));
+        }
+    }
 };
 
 TEST_F(FaultsTest, AddingLUsToAView)
@@ -73,14 +83,11 @@ TEST_F(FaultsTest, CreatingANewView)
         params({strings("LUNames", {lu}), strings("InitiatorPortIDs", {SPARE_FC})});
     const std::string host = std::string("host-") + SPARE_FC;
 
-    CIMException e = failWith("api_getHostPaths", API_E_FAILED, "ExposePaths", in);
-    EXPECT_EQ(4098, (int)e.getCode());
+    expectFault("api_getHostPaths", API_E_FAILED, "ExposePaths", in, 4098);
     // The array's text comes with its line break.
-    e = failWith("api_createHost", API_E_EXISTS, "ExposePaths", in);
-    EXPECT_EQ(5, (int)e.getCode());
-    EXPECT_EQ("Cannot create Host " + host + " - " + INJECTED + "\n\n", text(e.getMessage()));
-    e = failWith("api_createHost", API_E_FAILED, "ExposePaths", in);
-    EXPECT_EQ(4, (int)e.getCode());
+    expectFault("api_createHost", API_E_EXISTS, "ExposePaths", in, 5,
+                "Cannot create Host " + host + " - " + INJECTED + "\n\n");
+    expectFault("api_createHost", API_E_FAILED, "ExposePaths", in, 4);
     EXPECT_EQ(0u, this->host(host).hostID);
     EXPECT_EQ("", hostOf(SPARE_FC));
 
@@ -96,9 +103,8 @@ TEST_F(FaultsTest, CreatingANewView)
     Array<CIMParamValue> other =
         params({strings("LUNames", {wwnOf("eng-07")}),
                 strings("InitiatorPortIDs", {"10000000C9A0FF02", "10000000C9A0FF03"})});
-    e = failWith("api_addPath", API_E_FAILED, "ExposePaths", other);
-    EXPECT_EQ(4, (int)e.getCode());
-    EXPECT_EQ(std::string(INJECTED) + "\n/n", text(e.getMessage()));
+    expectFault("api_addPath", API_E_FAILED, "ExposePaths", other, 4,
+                std::string(INJECTED) + "\n/n");
     EXPECT_EQ("host-10000000C9A0FF02", hostOf("10000000C9A0FF02"));
     EXPECT_EQ("?", hostOf("10000000C9A0FF03"));
     EXPECT_TRUE(exportsOf("eng-07").empty());
@@ -112,25 +118,20 @@ TEST_F(FaultsTest, HidingLUsAndInitiators)
     std::string lu = wwnOf("finance-02");
     Array<CIMParamValue> luIn =
         params({strings("LUNames", {lu}), refs("ProtocolControllers", {hostSees("db01")})});
-    CIMException e = failWith("api_getVLUNTemplates", API_E_FAILED, "HidePaths", luIn);
-    EXPECT_EQ(4100, (int)e.getCode());
-    e = failWith("api_removeVLUN", API_E_LUN_INVALID, "HidePaths", luIn);
-    EXPECT_EQ(5, (int)e.getCode());
-    EXPECT_EQ("LU=" + lu + ",HostCollection=db01: " + INJECTED + "\n", text(e.getMessage()));
-    e = failWith("api_removeVLUN", API_E_FAILED, "HidePaths", luIn);
-    EXPECT_EQ(4, (int)e.getCode());
+    expectFault("api_getVLUNTemplates", API_E_FAILED, "HidePaths", luIn, 4100);
+    expectFault("api_removeVLUN", API_E_LUN_INVALID, "HidePaths", luIn, 5,
+                "LU=" + lu + ",HostCollection=db01: " + INJECTED + "\n");
+    expectFault("api_removeVLUN", API_E_FAILED, "HidePaths", luIn, 4);
     EXPECT_EQ(1u, exportsOf("finance-02").size());
 
     Array<CIMParamValue> initIn = params({strings("InitiatorPortIDs", {"21000024FF300001"}),
                                           refs("ProtocolControllers", {hostSees("db01")})});
-    e = failWith("api_getHostPaths", API_E_FAILED, "HidePaths", initIn);
-    EXPECT_EQ(5, (int)e.getCode());
-    EXPECT_EQ("Initiator port ID is invalid\n", text(e.getMessage()));
-    e = failWith("api_removePath", API_E_FAILED, "HidePaths", initIn);
-    EXPECT_EQ(5, (int)e.getCode());
-    EXPECT_EQ(std::string(INJECTED) + "\n", text(e.getMessage()));
+    expectFault("api_getHostPaths", API_E_FAILED, "HidePaths", initIn, 5,
+                "Initiator port ID is invalid\n");
+    expectFault("api_removePath", API_E_FAILED, "HidePaths", initIn, 5,
+                std::string(INJECTED) + "\n");
     zarsim_sem_timeout_next(1);  // naming the view's host
-    e = failure("HidePaths", initIn);
+    CIMException e = failure("HidePaths", initIn);
     EXPECT_EQ("Invalid ProtocolControllers", text(e.getMessage()));
     EXPECT_EQ("db01", hostOf("21000024FF300001"));
 }
@@ -149,16 +150,15 @@ TEST_F(FaultsTest, HardwareIDCollections)
     Array<CIMParamValue> again =
         params({strings("LUNames", {wwnOf("finance-10")}), strings("HostNames", {"esx01"}),
                 uint16s("DeviceAccesses", {2})});
-    CIMException e = failWith("api_createVLUN", API_E_PORT_INVALID,
-                              "ExposeLUsToStorageHardwareIDCollection", again);
-    EXPECT_EQ(4099, (int)e.getCode());
+    expectFault("api_createVLUN", API_E_PORT_INVALID, "ExposeLUsToStorageHardwareIDCollection",
+                again, 4099);
     // A time-out ends the ports of that LU and host only: the next host is
     // still served.
     Array<CIMParamValue> twoHosts =
         params({strings("LUNames", {wwnOf("finance-10")}), strings("HostNames", {"esx01", "esx02"}),
                 uint16s("DeviceAccesses", {2}), strings("TargetPortLPIDs", {"0:1:2", "1:1:2"})});
     zarsim_sem_timeout_next(2);  // the access check (passed over), the first export
-    e = failure("ExposeLUsToStorageHardwareIDCollection", twoHosts);
+    CIMException e = failure("ExposeLUsToStorageHardwareIDCollection", twoHosts);
     EXPECT_EQ(4, (int)e.getCode());
     EXPECT_EQ(0u, text(e.getMessage())
                       .find("LU=" + wwnOf("finance-10") +
@@ -173,8 +173,7 @@ TEST_F(FaultsTest, HardwareIDCollections)
     e = failWith("api_getVLUNTemplates", API_E_FAILED, "HideLUsFromStorageHardwareIDCollection",
                  hide);
     EXPECT_EQ("InitiatorPort is not part of SPC.\n", text(e.getMessage()));
-    e = failWith("api_removeVLUN", API_E_FAILED, "HideLUsFromStorageHardwareIDCollection", hide);
-    EXPECT_EQ(4, (int)e.getCode());
+    expectFault("api_removeVLUN", API_E_FAILED, "HideLUsFromStorageHardwareIDCollection", hide, 4);
     EXPECT_EQ(1u, exportsOf("finance-08").size());
 }
 
@@ -187,16 +186,14 @@ TEST_F(FaultsTest, DefaultLUs)
     zarsim_fail_next("api_getSCSIProtocolControllers", 1, API_E_FAILED, INJECTED);
     Outcome o = call("HideDefaultLUs", hide);
     EXPECT_TRUE(o.descriptions().empty());
-    CIMException e = failWith("api_removeVLUN", API_E_FAILED, "HideDefaultLUs", hide);
-    EXPECT_EQ(4, (int)e.getCode());
-    EXPECT_EQ("LU=" + lu + ",DeviceNumber=0x1E,TargetPortID=: " + INJECTED + "\n",
-              text(e.getMessage()));
+    expectFault("api_removeVLUN", API_E_FAILED, "HideDefaultLUs", hide, 4,
+                "LU=" + lu + ",DeviceNumber=0x1E,TargetPortID=: " + INJECTED + "\n");
     EXPECT_EQ(1u, exportsOf("finance-06").size());
 
     Array<CIMParamValue> expose =
         params({strings("LUNames", {wwnOf("finance-08")}),
                 strings("TargetPortIDs", {"2011000000000001"}), uint16s("DeviceAccesses", {2})});
-    e = failWith("api_createVLUN", API_E_LUN_INVALID, "ExposeDefaultLUs", expose);
+    CIMException e = failWith("api_createVLUN", API_E_LUN_INVALID, "ExposeDefaultLUs", expose);
     EXPECT_EQ(5, (int)e.getCode());
     EXPECT_EQ("LU=" + wwnOf("finance-08") +
                   ",DeviceNumber=0xFFFFFF,TargetPortID=2011000000000001: " + INJECTED + "\n",
