@@ -147,17 +147,6 @@ TEST_F(InternalCacheProviderTest, RefusesUsersMethodsAndChanges)
                                              cachePath("localhost-InternalCache"),
                                              CIMName("GetSystemSerial"), in, out);
                    });
-
-    CIMInstance inst(CIMName("ZAR_InternalCache"));
-    inst.addProperty(CIMProperty(CIMName("InstanceID"), CIMValue(String("x-InternalCache"))));
-    inst.setPath(cachePath("x-InternalCache"));
-    expectCIMError(CIM_ERR_NOT_SUPPORTED,
-                   "ZAR_InternalCacheProvider does not support createInstance.",
-                   [&] { server().createInstance(as("p1browse"), kInternal, inst); });
-    CIMException e = cimErrorOf([&] {
-        server().deleteInstance(as("p1browse"), kInternal, cachePath("localhost-InternalCache"));
-    });
-    EXPECT_EQ("ZAR_InternalCacheProvider does not support deleteInstance.", text(e.getMessage()));
 }
 
 TEST_F(InternalCacheProviderTest, ArrayFailuresBecomeOperationFailures)

@@ -120,18 +120,6 @@ TEST_F(StorageVolumeProviderTest, RefusalsAndArrayFailures)
               text(e.getMessage()).find("ZAR_StorageVolumeProvider::enumerateInstances"));
     // The listing call gives only its code: the message has the code's text.
     EXPECT_NE(std::string::npos, text(e.getMessage()).find(api_errorCodeText(1)));
-
-    Paths names;
-    server().enumerateInstanceNames(as("p1browse"), ns(), CIMName("ZAR_StorageVolume"), names);
-    ASSERT_GT(names.items.size(), 0u);
-    CIMInstance inst = get(names.items[0]);
-    inst.setPath(names.items[0]);
-    e = cimErrorOf(
-        [&] { server().modifyInstance(as("p1browse"), ns(), inst, false, CIMPropertyList()); });
-    EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, e.getCode());
-    expectCIMError(CIM_ERR_NOT_SUPPORTED,
-                   "ZAR_StorageVolumeProvider does not support deleteInstance.",
-                   [&] { server().deleteInstance(as("p1browse"), ns(), names.items[0]); });
 }
 
 }  // namespace

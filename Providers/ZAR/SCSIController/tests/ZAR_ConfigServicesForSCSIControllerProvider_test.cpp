@@ -134,11 +134,6 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
                        p()->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Dependency"),
                                                false, false, CIMPropertyList(), one);
                    }).getMessage()));
-    zartest::Plain plain;
-    EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider does not support deleteInstance.",
-              text(zartest::cimErrorOf([&] {
-                       p()->deleteInstance(as("p1super"), assoc.getPath(), plain);
-                   }).getMessage()));
 }
 
 }  // namespace

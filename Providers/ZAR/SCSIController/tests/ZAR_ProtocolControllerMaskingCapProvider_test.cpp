@@ -114,23 +114,6 @@ TEST_F(MaskingCapTest, Refusals)
 
     EXPECT_EQ("Insufficient privilege for the user",
               zartest::text(zartest::cimErrorOf([&] { get(capPath(), "p1locked"); }).getMessage()));
-
-    zartest::Paths paths;
-    zartest::Plain plain;
-    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support modifyInstance.",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p->modifyInstance(as("p1super"), capPath(), CIMInstance("X"), false,
-                                                  CIMPropertyList(), plain);
-                            }).getMessage()));
-    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support createInstance.",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p->createInstance(as("p1super"), capPath(), CIMInstance("X"),
-                                                  paths);
-                            }).getMessage()));
-    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities does not support deleteInstance.",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p->deleteInstance(as("p1super"), capPath(), plain);
-                            }).getMessage()));
 }
 
 TEST_F(MaskingCapTest, EnumerationsDeliverTheOneInstance)

@@ -225,22 +225,6 @@ TEST_F(SCSIControllerTest, GetInstanceRefusals)
         });
 }
 
-TEST_F(SCSIControllerTest, CreateAndDeleteAreRefused)
-{
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
-    zartest::Paths paths;
-    zartest::Plain plain;
-    expectCIMError(CIM_ERR_NOT_SUPPORTED,
-                   "ZAR_SCSIControllerProvider does not support createInstance.", [&] {
-                       p->createInstance(as("p1super"), viewPath("HS:1"),
-                                         CIMInstance("ZAR_SCSIController"), paths);
-                   });
-    CIMException d =
-        zartest::cimErrorOf([&] { p->deleteInstance(as("p1super"), viewPath("HS:1"), plain); });
-    EXPECT_EQ("ZAR_SCSIControllerProvider does not support deleteInstance.",
-              zartest::text(d.getMessage()));
-}
-
 TEST_F(SCSIControllerTest, ModifyRenamesTheHostOfHostSeesAndMatchedSetViews)
 {
     unsigned db01 = ArrayBuilder::hostID("db01");

@@ -226,21 +226,6 @@ TEST_F(SystemCapAssocTest, InstanceRefusals)
                                                         CIMObjectPath("CIM_ElementCapabilities"),
                                                         false, false, CIMPropertyList(), out);
                             }).getMessage()));
-    zartest::Plain plain;
-    zartest::Paths paths;
-    EXPECT_EQ("ZAR_SystemControllerMaskingCapabilitiesProvider does not support deleteInstance.",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p()->deleteInstance(as("p1super"), assoc_, plain);
-                            }).getMessage()));
-    EXPECT_EQ("ZAR_SystemControllerMaskingCapabilitiesProvider does not support createInstance.",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p()->createInstance(as("p1super"), assoc_, CIMInstance("X"), paths);
-                            }).getMessage()));
-    EXPECT_EQ("ZAR_SystemControllerMaskingCapabilitiesProvider does not support modifyInstance.",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p()->modifyInstance(as("p1super"), assoc_, CIMInstance("X"), false,
-                                                    CIMPropertyList(), plain);
-                            }).getMessage()));
 }
 
 }  // namespace
