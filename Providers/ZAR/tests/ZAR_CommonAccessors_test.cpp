@@ -4,11 +4,11 @@
 #include "CommonTestSupport.h"
 
 using namespace Pegasus;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
-class AccessorsTest : public zartest::FreshArray {
+class AccessorsTest : public FreshArray {
 protected:
     // A class with a property of each kind the readers and writers handle.
     static CIMClass testClass()
@@ -85,17 +85,17 @@ TEST_F(AccessorsTest, StringReadersOfInstancesAndPaths)
     CIMInstance i = skeleton();
     ZAR_Common::setPropertyValue(i, "Name", String("alpha"));
     LogCapture log;
-    EXPECT_EQ("alpha", zartest::text(ZAR_Common::getStringProperty(i, "name")));
-    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "Nested")));  // null
-    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "Missing")));
-    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(i, "")));
+    EXPECT_EQ("alpha", text(ZAR_Common::getStringProperty(i, "name")));
+    EXPECT_EQ("", text(ZAR_Common::getStringProperty(i, "Nested")));  // null
+    EXPECT_EQ("", text(ZAR_Common::getStringProperty(i, "Missing")));
+    EXPECT_EQ("", text(ZAR_Common::getStringProperty(i, "")));
     EXPECT_TRUE(log.has("\tInvalid property name.\n"));
-    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(CIMInstance(), "Name")));
+    EXPECT_EQ("", text(ZAR_Common::getStringProperty(CIMInstance(), "Name")));
     EXPECT_THROW(ZAR_Common::getStringProperty(i, "Count"), TypeMismatchException);
 
     CIMObjectPath p("root/zar:ZAR_Thing.DeviceID=\"HS:1\",Name=\"n\"");
-    EXPECT_EQ("HS:1", zartest::text(ZAR_Common::getStringProperty(p, "deviceid")));
-    EXPECT_EQ("", zartest::text(ZAR_Common::getStringProperty(p, "Absent")));
+    EXPECT_EQ("HS:1", text(ZAR_Common::getStringProperty(p, "deviceid")));
+    EXPECT_EQ("", text(ZAR_Common::getStringProperty(p, "Absent")));
 }
 
 TEST_F(AccessorsTest, GetPropertyValueDistinguishesEmptyNameFromUnknownName)
@@ -128,7 +128,7 @@ TEST_F(AccessorsTest, GetParameterTreatsNullLikeAbsentAndIgnoresCase)
 
     String s("kept");
     EXPECT_EQ(3, ZAR_Common::getParameter(in, "OnlyNull", s));
-    EXPECT_EQ("kept", zartest::text(s));
+    EXPECT_EQ("kept", text(s));
     EXPECT_EQ(3, ZAR_Common::getParameter(in, "Absent", s));
     Array<String> got;
     EXPECT_EQ(0, ZAR_Common::getParameter(in, "InitiatorPortIDs", got));

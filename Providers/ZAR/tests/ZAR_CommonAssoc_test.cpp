@@ -4,10 +4,11 @@
 #include "CommonTestSupport.h"
 
 using namespace Pegasus;
+using namespace zartest;
 
 namespace {
 
-class AssocTest : public zartest::FreshArray {
+class AssocTest : public FreshArray {
 protected:
     static CIMClass assocClass(bool withDependent = true)
     {
@@ -38,22 +39,22 @@ TEST_F(AssocTest, EndsTakeTheChosenHosts)
 {
     CIMObjectPath p = ZAR_Common::buildAssocPath("ZAR_Assoc", "Antecedent", "Dependent", sys_, vol_,
                                                  "h1", "", "ah", "root/zar");
-    EXPECT_EQ("ah", zartest::text(p.getHost()));
-    EXPECT_EQ("root/zar", zartest::text(p.getNameSpace().getString()));
+    EXPECT_EQ("ah", text(p.getHost()));
+    EXPECT_EQ("root/zar", text(p.getNameSpace().getString()));
     ASSERT_EQ(2u, p.getKeyBindings().size());
-    EXPECT_EQ("h1", zartest::text(keyPath(p, "Antecedent").getHost()));
-    EXPECT_EQ("", zartest::text(keyPath(p, "Dependent").getHost()));
-    EXPECT_EQ("farhost", zartest::text(sys_.getHost())) << "the caller's path is unchanged";
+    EXPECT_EQ("h1", text(keyPath(p, "Antecedent").getHost()));
+    EXPECT_EQ("", text(keyPath(p, "Dependent").getHost()));
+    EXPECT_EQ("farhost", text(sys_.getHost())) << "the caller's path is unchanged";
 
     CIMObjectPath one =
         ZAR_Common::buildAssocPath("ZAR_Assoc", "A", "B", sys_, vol_, "h", "root/zar");
-    EXPECT_EQ("h", zartest::text(keyPath(one, "A").getHost()));
-    EXPECT_EQ("h", zartest::text(keyPath(one, "B").getHost()));
+    EXPECT_EQ("h", text(keyPath(one, "A").getHost()));
+    EXPECT_EQ("h", text(keyPath(one, "B").getHost()));
 
     CIMObjectPath three =
         ZAR_Common::buildAssocPath("ZAR_Assoc", "A", "B", "C", sys_, vol_, sys_, "h3", "root/zar");
     ASSERT_EQ(3u, three.getKeyBindings().size());
-    EXPECT_EQ("h3", zartest::text(keyPath(three, "C").getHost()));
+    EXPECT_EQ("h3", text(keyPath(three, "C").getHost()));
 }
 
 TEST_F(AssocTest, InstanceHasEndPropertiesAndThePath)
@@ -62,7 +63,7 @@ TEST_F(AssocTest, InstanceHasEndPropertiesAndThePath)
                                                    vol_, assocClass(), "h", "root/zar");
     CIMObjectPath ante;
     ASSERT_EQ(0, ZAR_Common::getProperty(i, "Antecedent", ante));
-    EXPECT_EQ("h", zartest::text(ante.getHost()));
+    EXPECT_EQ("h", text(ante.getHost()));
     EXPECT_TRUE(i.getPath() == ZAR_Common::buildAssocPath("ZAR_Assoc", "Antecedent", "Dependent",
                                                           sys_, vol_, "h", "root/zar"));
 
@@ -78,9 +79,9 @@ TEST_F(AssocTest, DependencyBuildersKeepEndHostsAndUseRootZar)
 {
     CIMObjectPath elsewhere("//x/root/other:ZAR_StorageVolume.DeviceID=\"v2\"");
     CIMObjectPath p = ZAR_Common::buildDepAssocPath("h", "ZAR_Assoc", sys_, elsewhere);
-    EXPECT_EQ("root/zar", zartest::text(p.getNameSpace().getString()));
-    EXPECT_EQ("farhost", zartest::text(keyPath(p, "Antecedent").getHost()));
-    EXPECT_EQ("root/other", zartest::text(keyPath(p, "Dependent").getNameSpace().getString()));
+    EXPECT_EQ("root/zar", text(p.getNameSpace().getString()));
+    EXPECT_EQ("farhost", text(keyPath(p, "Antecedent").getHost()));
+    EXPECT_EQ("root/other", text(keyPath(p, "Dependent").getNameSpace().getString()));
     CIMInstance i =
         ZAR_Common::buildDepAssocInstance("h", "ZAR_Assoc", sys_, elsewhere, assocClass());
     CIMObjectPath dep;

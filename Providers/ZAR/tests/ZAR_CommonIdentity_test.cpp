@@ -5,11 +5,11 @@
 #include "ModuleFixture.h"
 
 using namespace Pegasus;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
-class IdentityTest : public zartest::ModuleFixture {
+class IdentityTest : public ModuleFixture {
 protected:
     CIMOMHandle handle_;
 };
@@ -28,24 +28,24 @@ TEST_F(IdentityTest, QueriesAnswerFromTheArray)
     ASSERT_EQ(0, cim_sem_wait());
     ASSERT_EQ(0, api_getSystemInfo(&info));
     cim_sem_post();
-    EXPECT_EQ(info.name, zartest::text(ZAR_Common::getSystemName(handle_)));
-    EXPECT_EQ(info.name, zartest::text(ZAR_Common::getSystemName()));
-    EXPECT_EQ(info.hostName, zartest::text(ZAR_Common::getSystemHostName(handle_)));
+    EXPECT_EQ(info.name, text(ZAR_Common::getSystemName(handle_)));
+    EXPECT_EQ(info.name, text(ZAR_Common::getSystemName()));
+    EXPECT_EQ(info.hostName, text(ZAR_Common::getSystemHostName(handle_)));
     EXPECT_EQ(info.systemID, ZAR_Common::getSystemID());
     EXPECT_EQ(info.systemType, ZAR_Common::getSystemType());
     EXPECT_EQ(info.quadPort != 0, ZAR_Common::isQuadPortSystem(handle_));
     // An all-digit host name is given a leading "_".
     ASSERT_EQ(0, zarsim_set_config("host-name", "20481"));
-    EXPECT_EQ("_20481", zartest::text(ZAR_Common::getSystemHostName(handle_)));
+    EXPECT_EQ("_20481", text(ZAR_Common::getSystemHostName(handle_)));
 }
 
 TEST_F(IdentityTest, SystemPathCarriesTheHostNameAndRootZar)
 {
     CIMObjectPath p = ZAR_Common::getSystemObjectPath(handle_);
-    EXPECT_EQ("ZAR_StorageSystem", zartest::text(p.getClassName().getString()));
-    EXPECT_EQ("zar-demo", zartest::text(p.getHost()));
-    EXPECT_EQ("root/zar", zartest::text(p.getNameSpace().getString()));
-    EXPECT_EQ("ZAR-DEMO", zartest::text(ZAR_Common::getStringProperty(p, "Name")));
+    EXPECT_EQ("ZAR_StorageSystem", text(p.getClassName().getString()));
+    EXPECT_EQ("zar-demo", text(p.getHost()));
+    EXPECT_EQ("root/zar", text(p.getNameSpace().getString()));
+    EXPECT_EQ("ZAR-DEMO", text(ZAR_Common::getStringProperty(p, "Name")));
 }
 
 TEST_F(IdentityTest, RefusedLocalConnectionFallsBackThroughTheHandleWhereAllowed)
@@ -55,7 +55,7 @@ TEST_F(IdentityTest, RefusedLocalConnectionFallsBackThroughTheHandleWhereAllowed
     // through the handle still gets through; without a handle, or refused
     // both ways, the call fails.
     zarsim_fail_next("api_zarOpenForCimserver", 1, API_E_ACCESS_DENIED, "Access denied");
-    EXPECT_EQ("ZAR-DEMO", zartest::text(ZAR_Common::getSystemName(handle_)));
+    EXPECT_EQ("ZAR-DEMO", text(ZAR_Common::getSystemName(handle_)));
     zarsim_fail_next("api_zarOpenForCimserver", 1, API_E_ACCESS_DENIED, "Access denied");
     EXPECT_THROW(ZAR_Common::getSystemName(), Exception);
     zarsim_fail_next("api_zarOpenForCimserver", 1000, API_E_ACCESS_DENIED, "Access denied");

@@ -6,7 +6,7 @@
 #include "CommonTestSupport.h"
 
 using namespace Pegasus;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
@@ -54,11 +54,11 @@ TEST(MatchObjectPath, StringKeyHoldingAPathMatchesReferenceKey)
         s, path("root/zar:ZAR_A.Ref=\"root/zar:ZAR_X.Name=\\\"a\\\"\"")));
 }
 
-class VerifyRefTest : public zartest::FreshArray {
+class VerifyRefTest : public FreshArray {
 protected:
     void SetUp() override
     {
-        zartest::FreshArray::SetUp();
+        FreshArray::SetUp();
         ASSERT_EQ(0, zarsim_seed_demo());
         ASSERT_EQ(0, cim_sem_wait());
         ASSERT_EQ(0, api_getSystemDualIP(&addr_));
@@ -72,12 +72,12 @@ TEST_F(VerifyRefTest, NamespaceIsSetWhenMissingAndChecked)
     String host("array1");
     CIMObjectPath ref = path("ZAR_StorageVolume.DeviceID=\"v1\"");
     EXPECT_TRUE(ZAR_Common::verifyRefMethodParam(ref, "root/zar", host));
-    EXPECT_EQ("root/zar", zartest::text(ref.getNameSpace().getString()));
+    EXPECT_EQ("root/zar", text(ref.getNameSpace().getString()));
 
     LogCapture log;
     CIMObjectPath other = path("root/other:ZAR_StorageVolume.DeviceID=\"v1\"");
     EXPECT_FALSE(ZAR_Common::verifyRefMethodParam(other, "root/zar", host));
-    EXPECT_TRUE(log.has("The ref param " + zartest::text(other.toString()) +
+    EXPECT_TRUE(log.has("The ref param " + text(other.toString()) +
                         " contains the wrong name space root/other\n"));
 }
 
@@ -126,14 +126,14 @@ TEST_F(VerifyRefTest, SystemAddressesComeFromTheArray)
 {
     char v4[INET_ADDRSTRLEN];
     ASSERT_TRUE(inet_ntop(AF_INET, &addr_.ipv4_addr, v4, sizeof(v4)));
-    EXPECT_EQ(v4, zartest::text(ZAR_Common::getSystemIPAddr(ZAR_Common::IP_TYPE_V4)));
+    EXPECT_EQ(v4, text(ZAR_Common::getSystemIPAddr(ZAR_Common::IP_TYPE_V4)));
     if (addr_.dual_flag > 2) {
         char v6[INET6_ADDRSTRLEN];
         ASSERT_TRUE(inet_ntop(AF_INET6, addr_.ipv6_addr, v6, sizeof(v6)));
-        EXPECT_EQ(v6, zartest::text(ZAR_Common::getSystemIPAddr(ZAR_Common::IP_TYPE_V6)));
+        EXPECT_EQ(v6, text(ZAR_Common::getSystemIPAddr(ZAR_Common::IP_TYPE_V6)));
     }
     LogCapture log;
-    EXPECT_EQ("", zartest::text(ZAR_Common::getSystemIPAddr(3)));
+    EXPECT_EQ("", text(ZAR_Common::getSystemIPAddr(3)));
     EXPECT_TRUE(log.has("ZAR_Common, getSystemIPAddr: Invalid IP type parameter!\n"));
 }
 
@@ -176,9 +176,9 @@ TEST(AssociationFilters, ReferenceNamesFollowClassAndRole)
     EXPECT_EQ(0u, ZAR_Common::filterReferenceNames(all, s1, "ZAR_Other", "").size());
     EXPECT_EQ(0u, ZAR_Common::filterReferenceNames(all, s1, CIMName(), "Capabilities").size());
     CIMException e =
-        zartest::cimErrorOf([&] { ZAR_Common::filterReferenceNames(all, s1, CIMName(), "Note"); });
+        cimErrorOf([&] { ZAR_Common::filterReferenceNames(all, s1, CIMName(), "Note"); });
     EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, e.getCode());
-    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, zartest::cimErrorOf([&] {
+    EXPECT_EQ(CIM_ERR_INVALID_PARAMETER, cimErrorOf([&] {
                                              ZAR_Common::filterReferenceNames(all, s1, CIMName(),
                                                                               "NoSuchRole");
                                          }).getCode());
@@ -191,7 +191,7 @@ TEST(AssociationFilters, TargetPathsSkipTheNearEndAndRepeatPerClassEntry)
     Array<CIMName> none;
     Array<CIMObjectPath> far = ZAR_Common::filterAssocInstanceToTargetPaths(a, near, none, "");
     ASSERT_EQ(1u, far.size());
-    EXPECT_EQ("ZAR_Cap", zartest::text(far[0].getClassName().getString()));
+    EXPECT_EQ("ZAR_Cap", text(far[0].getClassName().getString()));
 
     Array<CIMName> twice;
     twice.append("ZAR_Cap");
@@ -239,7 +239,7 @@ TEST(MembershipTests, StringsExactlyNamesIgnoringCasePathsByMatch)
 TEST(FCEndpointPath, NameIsTheWWNInUpperCaseOrTheTextAsGiven)
 {
     auto name = [](const char* wwn) {
-        return zartest::text(ZAR_Common::getStringProperty(
+        return text(ZAR_Common::getStringProperty(
             ZAR_Common::buildFCEndpointPath("ZAR_SCSIProtocolFCEndpoint", "S", wwn), "Name"));
     };
     EXPECT_EQ("20110002AC13D621", name("20110002ac13d621"));

@@ -4,15 +4,15 @@
 #include "CommonTestSupport.h"
 
 using namespace Pegasus;
-using zartest::ArrayBuilder;
+using namespace zartest;
 
 namespace {
 
-class SPCIdTest : public zartest::FreshArray {
+class SPCIdTest : public FreshArray {
 protected:
     void SetUp() override
     {
-        zartest::FreshArray::SetUp();
+        FreshArray::SetUp();
         ArrayBuilder::ports({"0:1:2", "1:2:3"});
         ASSERT_EQ(0, ArrayBuilder::host("alpha", "10000000C9000001"));
         ASSERT_EQ(0, ArrayBuilder::host("beta", "10000000C9000002"));
@@ -31,7 +31,7 @@ protected:
         Decoded d{initialType, "untouched", 1};
         String host("untouched");
         ZAR_Common::deReferenceSPCDeviceID(deviceID, d.type, host, d.port, false);
-        d.host = zartest::text(host);
+        d.host = text(host);
         return d;
     }
     static Uint16 lpid(const char* text)
@@ -146,7 +146,7 @@ TEST_F(SPCIdTest, ISCSIFormIsAPortName)
     ZAR_Common::deReferenceSPCDeviceID(name, type, host, port, true);
     EXPECT_EQ(4u, type);
     EXPECT_EQ(expected, port);
-    EXPECT_EQ("", zartest::text(host));
+    EXPECT_EQ("", text(host));
 
     String unknown("iqn.2004-07.net.zararray:00000000000000ff");
     ZAR_Common::deReferenceSPCDeviceID(unknown, type, host, port, true);
@@ -157,8 +157,8 @@ TEST(SPCObjectPath, KeysAndPlace)
 {
     CIMObjectPath p = ZAR_Common::buildSPCObjectPath("ZAR_StorageSystem", "arrayhost", "S1", "HS:4",
                                                      "ZAR_SCSIController");
-    EXPECT_EQ("arrayhost", zartest::text(p.getHost()));
-    EXPECT_EQ("root/zar", zartest::text(p.getNameSpace().getString()));
+    EXPECT_EQ("arrayhost", text(p.getHost()));
+    EXPECT_EQ("root/zar", text(p.getNameSpace().getString()));
     EXPECT_EQ(CIMObjectPath("//arrayhost/root/zar:ZAR_SCSIController."
                             "CreationClassName=\"ZAR_SCSIController\",DeviceID=\"HS:4\","
                             "SystemCreationClassName=\"ZAR_StorageSystem\",SystemName=\"S1\""),

@@ -8,13 +8,11 @@
 #include "ModuleFixture.h"
 
 using namespace Pegasus;
-using zartest::ArrayBuilder;
-using zartest::expectCIMError;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
-class SPCAssemblyTest : public zartest::ModuleFixture {
+class SPCAssemblyTest : public ModuleFixture {
 protected:
     // Runs buildSPCInstances chunk by chunk until the array says no more.
     Array<CIMInstance> all(const char* className, Uint32 chunk = 200, int* calls = nullptr,
@@ -42,13 +40,13 @@ protected:
     {
         std::map<std::string, CIMInstance> m;
         for (Uint32 i = 0; i < a.size(); i++)
-            m[zartest::text(ZAR_Common::getStringProperty(a[i], "DeviceID"))] = a[i];
+            m[text(ZAR_Common::getStringProperty(a[i], "DeviceID"))] = a[i];
         return m;
     }
 
     static std::string prop(const CIMInstance& i, const char* name)
     {
-        return zartest::text(ZAR_Common::getPropertyValue(i, name).toString());
+        return text(ZAR_Common::getPropertyValue(i, name).toString());
     }
 
     CIMOMHandle handle_;
@@ -202,7 +200,7 @@ TEST_F(SPCAssemblyTest, EmptyPropertyListGivesTheSamePathsWithoutProperties)
         ASSERT_EQ(full.size(), named.size()) << cls;
         for (Uint32 i = 0; i < full.size(); i++) {
             EXPECT_TRUE(full[i].getPath() == named[i].getPath())
-                << zartest::text(named[i].getPath().toString());
+                << text(named[i].getPath().toString());
             EXPECT_EQ(0u, named[i].getPropertyCount());
             EXPECT_TRUE(named[i].getClassName().equal(cls));
         }

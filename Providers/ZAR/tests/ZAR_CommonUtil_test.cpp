@@ -10,8 +10,7 @@
 #include "CommonTestSupport.h"
 
 using namespace Pegasus;
-using zartest::ArrayBuilder;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
@@ -55,7 +54,7 @@ TEST(MethodStatus, ReturnCodesMapToCIMStatusCodes)
     EXPECT_EQ(CIM_ERR_FAILED, ZAR_Common::methodToCIMStatusCode(4099));
 }
 
-class UtilArrayTest : public zartest::FreshArray {};
+class UtilArrayTest : public FreshArray {};
 
 TEST_F(UtilArrayTest, EventBlockFieldsAreFilledAndBounded)
 {

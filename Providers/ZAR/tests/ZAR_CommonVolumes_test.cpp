@@ -10,8 +10,7 @@
 #include "CommonTestSupport.h"
 
 using namespace Pegasus;
-using zartest::ArrayBuilder;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
@@ -25,7 +24,7 @@ void countWait(unsigned seconds)
         zarsim_set_volume_busy(freeAfter, 0);
 }
 
-class VolumesTest : public zartest::FreshArray {
+class VolumesTest : public FreshArray {
 protected:
     void SetUp() override
     {

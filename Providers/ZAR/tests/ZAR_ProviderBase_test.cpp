@@ -4,11 +4,11 @@
 #include "ModuleFixture.h"
 
 using namespace Pegasus;
-using zartest::expectCIMError;
+using namespace zartest;
 
 namespace {
 
-using ProviderBaseTest = zartest::ModuleFixture;
+using ProviderBaseTest = ModuleFixture;
 
 TEST_F(ProviderBaseTest, ChangesAProviderDoesNotMakeAreRefusedInItsName)
 {
@@ -35,7 +35,7 @@ TEST_F(ProviderBaseTest, ChangesAProviderDoesNotMakeAreRefusedInItsName)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.cls);
-        zartest::Paths all;
+        Paths all;
         server().enumerateInstanceNames(as("p1browse"), c.nameSpace, c.cls, all);
         ASSERT_NE(0u, all.items.size());
         CIMObjectPath path = all.items[0];

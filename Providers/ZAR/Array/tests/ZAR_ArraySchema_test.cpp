@@ -9,7 +9,7 @@
 #include "ModuleFixture.h"
 
 PEGASUS_USING_PEGASUS;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
@@ -46,7 +46,7 @@ const std::vector<Prop> kSystemProps = {
 
 const std::vector<Prop> kAssocProps = {{"ManagedElement", R, false}, {"Capabilities", R, false}};
 
-class ArraySchemaTest : public zartest::ModuleFixture {
+class ArraySchemaTest : public ModuleFixture {
 protected:
     CIMClass cls(const char* ns, const char* name)
     {

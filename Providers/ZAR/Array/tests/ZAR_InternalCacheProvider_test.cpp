@@ -9,9 +9,7 @@
 #include "ModuleFixture.h"
 
 PEGASUS_USING_PEGASUS;
-using zartest::cimErrorOf;
-using zartest::expectCIMError;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
@@ -24,7 +22,7 @@ CIMObjectPath cachePath(const String& id)
     return CIMObjectPath("localhost", kInternal, CIMName("ZAR_InternalCache"), keys);
 }
 
-class InternalCacheProviderTest : public zartest::ModuleFixture {
+class InternalCacheProviderTest : public ModuleFixture {
 protected:
     // Invokes `method` on the object as `user` and returns its one output
     // parameter, checking the return value 0.
@@ -181,7 +179,7 @@ TEST_F(InternalCacheProviderTest, TheObjectIsEnumerableAndGettable)
     api_sysinfo_t info = systemInfo();
     const std::string id = std::string(info.name) + "-InternalCache";
 
-    zartest::Paths names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), kInternal, CIMName("ZAR_InternalCache"), names);
     ASSERT_EQ(1u, names.items.size());
     const Array<CIMKeyBinding>& keys = names.items[0].getKeyBindings();

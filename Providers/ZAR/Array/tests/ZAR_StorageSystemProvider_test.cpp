@@ -6,9 +6,7 @@
 #include "ModuleFixture.h"
 
 PEGASUS_USING_PEGASUS;
-using zartest::cimErrorOf;
-using zartest::expectCIMError;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
@@ -43,13 +41,13 @@ std::vector<std::string> strings(const Array<String>& a)
     return v;
 }
 
-using StorageSystemProviderTest = zartest::ModuleFixture;
+using StorageSystemProviderTest = ModuleFixture;
 
 TEST_F(StorageSystemProviderTest, EnumeratesTheOneSystemByItsName)
 {
     api_sysinfo_t info = systemInfo();
     for (const OperationContext& context : {as("p1browse"), OperationContext()}) {
-        zartest::Paths names;
+        Paths names;
         server().enumerateInstanceNames(context, kZar, CIMName("ZAR_StorageSystem"), names);
         ASSERT_EQ(1u, names.items.size());
         CIMObjectPath p = names.items[0];
@@ -162,7 +160,7 @@ TEST_F(StorageSystemProviderTest, NameIsReadableAsAProperty)
 {
     // The masking capabilities read the system's Name this way.
     api_sysinfo_t info = systemInfo();
-    zartest::Paths names;
+    Paths names;
     server().enumerateInstanceNames(OperationContext(), kZar, CIMName("ZAR_StorageSystem"), names);
     ASSERT_EQ(1u, names.items.size());
     CIMValue v = server().getProperty(OperationContext(), kZar, names.items[0], CIMName("Name"));
@@ -175,7 +173,7 @@ TEST_F(StorageSystemProviderTest, RefusesUsersChangesAndFailedReads)
 {
     api_sysinfo_t info = systemInfo();
     CIMObjectPath path = systemPath("ZAR_StorageSystem", info.name);
-    zartest::Paths names;
+    Paths names;
     expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user", [&] {
         server().enumerateInstanceNames(as("nobody"), kZar, CIMName("ZAR_StorageSystem"), names);
     });

@@ -16,12 +16,13 @@
 #include <zarsim_test.h>
 
 PEGASUS_USING_PEGASUS;
+using namespace zartest;
 
 namespace {
 
 // A server that holds a few classes and counts the getClass calls that reach
 // it.
-class CountingHost : public zartest::TestOperationHost {
+class CountingHost : public TestOperationHost {
 public:
     CountingHost()
     {

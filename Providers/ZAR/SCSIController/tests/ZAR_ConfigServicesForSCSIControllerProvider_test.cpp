@@ -4,23 +4,22 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
-using zartest::LogCapture;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
-class ConfigServicesTest : public zartest::ServiceFixture {
+class ConfigServicesTest : public ServiceFixture {
 protected:
     void SetUp() override
     {
         ServiceFixture::SetUp();
-        provider_.reset(new zartest::ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>(
+        provider_.reset(new ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>(
             "ZAR_ConfigServicesForSCSIControllerProvider"));
     }
     ZAR_ConfigServicesForSCSIControllerProvider* p() { return provider_->get(); }
     Array<CIMObjectPath> viewNames()
     {
-        zartest::Paths out;
+        Paths out;
         server().enumerateInstanceNames(as("p1browse"), ns(), "ZAR_SCSIController", out);
         return out.items;
     }
@@ -30,7 +29,7 @@ protected:
         return providerAssocNames(*p(), from, "ZAR_ConfigServicesForSCSIController", resultClass,
                                   role, resultRole);
     }
-    std::unique_ptr<zartest::ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>> provider_;
+    std::unique_ptr<ProviderObject<ZAR_ConfigServicesForSCSIControllerProvider>> provider_;
 };
 
 TEST_F(ConfigServicesTest, TheServiceConfiguresEveryFibreChannelView)
@@ -44,7 +43,7 @@ TEST_F(ConfigServicesTest, TheServiceConfiguresEveryFibreChannelView)
     ASSERT_EQ(1u, fromView.size());
     EXPECT_TRUE(ZAR_Common::matchObjectPath(fromView[0], service()));
 
-    zartest::Paths names;
+    Paths names;
     p()->enumerateInstanceNames(as("p1browse"),
                                 CIMObjectPath("ZAR_ConfigServicesForSCSIController"), names);
     ASSERT_EQ(views.size(), names.items.size());
@@ -52,7 +51,7 @@ TEST_F(ConfigServicesTest, TheServiceConfiguresEveryFibreChannelView)
     EXPECT_EQ("ZAR_SCSIController", text(dependent.getClassName().getString()));
 
     // The association follows the array: a new view, one more.
-    ASSERT_EQ(0, zartest::ArrayBuilder::exportTo(wwnOf("finance-08"), "esx01", nullptr));
+    ASSERT_EQ(0, ArrayBuilder::exportTo(wwnOf("finance-08"), "esx01", nullptr));
     EXPECT_EQ(views.size() + 1, assocNames(service()).size());
 }
 
@@ -67,7 +66,7 @@ TEST_F(ConfigServicesTest, ParametersThatCannotNameTheAssociationGiveNothing)
 
     LogCapture log;
     CIMObjectPath gone = view("HS:999");
-    zartest::Objects objects;
+    Objects objects;
     p()->associators(as("p1browse"), gone, "ZAR_ConfigServicesForSCSIController", CIMName(), "", "",
                      false, false, CIMPropertyList(), objects);
     EXPECT_EQ(0u, objects.items.size());
@@ -79,7 +78,7 @@ TEST_F(ConfigServicesTest, ParametersThatCannotNameTheAssociationGiveNothing)
 TEST_F(ConfigServicesTest, ReferencesAndInstances)
 {
     Array<CIMObjectPath> views = viewNames();
-    zartest::Objects refs;
+    Objects refs;
     p()->references(as("p1browse"), views[0], CIMName("CIM_ConcreteDependency"), "Dependent", false,
                     false, CIMPropertyList(), refs);
     ASSERT_EQ(1u, refs.items.size());
@@ -88,7 +87,7 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
     ASSERT_EQ(0, ZAR_Common::getProperty(assoc, "Antecedent", antecedent));
     EXPECT_TRUE(ZAR_Common::matchObjectPath(antecedent, service()));
 
-    zartest::Instances one;
+    Instances one;
     p()->getInstance(as("p1browse"), assoc.getPath(), false, false, CIMPropertyList(), one);
     ASSERT_EQ(1u, one.items.size());
     // A path without namespace names root/zar.
@@ -96,19 +95,19 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
     noNamespace.setNameSpace(CIMNamespaceName());
     p()->getInstance(as("p1browse"), noNamespace, false, false, CIMPropertyList(), one);
     ASSERT_EQ(2u, one.items.size());
-    zartest::Objects services;
+    Objects services;
     p()->associators(as("p1browse"), views[0], CIMName(), CIMName(), "", "", false, false,
                      CIMPropertyList(), services);
     ASSERT_EQ(1u, services.items.size());
     EXPECT_EQ("ZAR_ControllerConfigurationService",
               text(services.items[0].getClassName().getString()));
-    zartest::Paths refNames;
+    Paths refNames;
     p()->referenceNames(as("p1browse"), views[0], CIMName(), "", refNames);
     ASSERT_EQ(1u, refNames.items.size());
     EXPECT_TRUE(ZAR_Common::matchObjectPath(refNames.items[0], assoc.getPath()));
 
     // Through the dispatcher, from the service's side.
-    zartest::Paths viaServer;
+    Paths viaServer;
     server().associatorNames(as("p1browse"), ns(), service(), "ZAR_ConfigServicesForSCSIController",
                              CIMName(), "", "", viaServer);
     EXPECT_EQ(views.size(), viaServer.items.size());
@@ -116,13 +115,13 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
     Array<CIMKeyBinding> keys = assoc.getPath().getKeyBindings();
     CIMObjectPath oneKey("", "root/zar", "ZAR_ConfigServicesForSCSIController",
                          Array<CIMKeyBinding>());
-    CIMException e = zartest::cimErrorOf(
+    CIMException e = cimErrorOf(
         [&] { p()->getInstance(as("p1browse"), oneKey, false, false, CIMPropertyList(), one); });
     EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider Expect two keys.", text(e.getMessage()));
     for (Uint32 i = 0; i < keys.size(); i++)
         if (keys[i].getName().equal("Dependent"))
             keys[i].setValue(view("HS:999").toString());
-    e = zartest::cimErrorOf([&] {
+    e = cimErrorOf([&] {
         p()->getInstance(as("p1browse"),
                          CIMObjectPath("", "root/zar", "ZAR_ConfigServicesForSCSIController", keys),
                          false, false, CIMPropertyList(), one);
@@ -130,7 +129,7 @@ TEST_F(ConfigServicesTest, ReferencesAndInstances)
     EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider CIM Object not found.",
               text(e.getMessage()));
     EXPECT_EQ("ZAR_ConfigServicesForSCSIControllerProvider Invalid class nameCIM_Dependency",
-              text(zartest::cimErrorOf([&] {
+              text(cimErrorOf([&] {
                        p()->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Dependency"),
                                                false, false, CIMPropertyList(), one);
                    }).getMessage()));
@@ -144,9 +143,9 @@ TEST_F(ConfigServicesTest, EveryOperationChecksTheUserAndTheClass)
 {
     const CIMObjectPath view = viewNames()[0];
     const CIMObjectPath assocClass("ZAR_ConfigServicesForSCSIController");
-    zartest::Objects objects;
-    zartest::Paths paths;
-    zartest::Instances instances;
+    Objects objects;
+    Paths paths;
+    Instances instances;
     const std::vector<std::function<void(const OperationContext&)>> calls = {
         [&](const OperationContext& c) {
             p()->associators(c, view, "ZAR_ConfigServicesForSCSIController", CIMName(), "", "",
@@ -172,14 +171,14 @@ TEST_F(ConfigServicesTest, EveryOperationChecksTheUserAndTheClass)
         },
     };
     for (size_t i = 0; i < calls.size(); i++) {
-        CIMException e = zartest::cimErrorOf([&] { calls[i](as("p1locked")); });
+        CIMException e = cimErrorOf([&] { calls[i](as("p1locked")); });
         EXPECT_EQ(CIM_ERR_ACCESS_DENIED, e.getCode()) << "operation " << i;
         EXPECT_EQ("Insufficient privilege for the user", text(e.getMessage())) << "operation " << i;
     }
     EXPECT_TRUE(objects.items.size() == 0 && paths.items.size() == 0 &&
                 instances.items.size() == 0);
 
-    CIMException e = zartest::cimErrorOf([&] {
+    CIMException e = cimErrorOf([&] {
         p()->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Dependency"), false, false,
                                 CIMPropertyList(), instances);
     });

@@ -2,12 +2,11 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
-using zartest::Export;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
-using DefaultLUsTest = zartest::ServiceFixture;
+using DefaultLUsTest = ServiceFixture;
 
 TEST_F(DefaultLUsTest, WithoutNumbersOnlyTheFirstLUIsExposedOnEachPort)
 {

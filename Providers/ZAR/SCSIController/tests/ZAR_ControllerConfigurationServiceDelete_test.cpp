@@ -3,7 +3,7 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
@@ -13,7 +13,7 @@ void countWait(unsigned seconds)
     waits.push_back(seconds);
 }
 
-class DeleteTest : public zartest::ServiceFixture {
+class DeleteTest : public ServiceFixture {
 protected:
     void SetUp() override
     {

@@ -5,14 +5,14 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
 const char SPARE_FC[] = "10000000C9A0FF01";
 const char INJECTED[] = "Injected failure";
 
-class FaultsTest : public zartest::ServiceFixture {
+class FaultsTest : public ServiceFixture {
 protected:
     CIMObjectPath hostSees(const char* host) { return view("HS:" + std::to_string(hostID(host))); }
     // The CIM error of a call after making the next call of operation fail
@@ -165,7 +165,7 @@ TEST_F(FaultsTest, HardwareIDCollections)
                             ",DeviceNumber=0xFFFFFF,HostName=esx01,Port=0:1:2: "
                             "Semaphore Timed-Out\n; LU="));
     EXPECT_EQ(2u, exportsOf("finance-10").size());
-    for (const zartest::Export& x : exportsOf("finance-10"))
+    for (const Export& x : exportsOf("finance-10"))
         EXPECT_EQ("esx02", x.host);
 
     Array<CIMParamValue> hide =

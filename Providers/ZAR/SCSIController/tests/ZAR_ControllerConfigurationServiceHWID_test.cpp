@@ -3,12 +3,11 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
-using zartest::Export;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
-class HardwareIDCollectionTest : public zartest::ServiceFixture {
+class HardwareIDCollectionTest : public ServiceFixture {
 protected:
     Outcome expose(std::initializer_list<CIMParamValue> extra)
     {

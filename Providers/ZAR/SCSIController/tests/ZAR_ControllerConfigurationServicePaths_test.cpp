@@ -3,15 +3,14 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
-using zartest::Export;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
 const char SPARE_FC[] = "10000000C9A0FF01";                    // logged in on 0:1:1, no host
 const char SPARE_ISCSI[] = "iqn.1994-05.com.example:spare01";  // on 0:2:1, no host
 
-class ExposePathsTest : public zartest::ServiceFixture {
+class ExposePathsTest : public ServiceFixture {
 protected:
     void TearDown() override
     {
@@ -191,7 +190,7 @@ TEST_F(ExposePathsTest, OneHostPerInitiatorServesAHostReachedTwiceOnce)
 
 TEST_F(ExposePathsTest, InitiatorOfADashedHostMovesToTheTrimmedName)
 {
-    ASSERT_EQ(0, zartest::ArrayBuilder::host("-olddash-", "5000000000000A01"));
+    ASSERT_EQ(0, ArrayBuilder::host("-olddash-", "5000000000000A01"));
     Outcome o = call("ExposePaths", params({strings("LUNames", {wwnOf("eng-09")}),
                                             strings("InitiatorPortIDs", {"5000000000000A01"})}));
     EXPECT_EQ("olddash", hostOf("5000000000000A01"));
@@ -449,7 +448,7 @@ TEST_F(ExposePathsTest, NoHostPathsMeansNoHostConnected)
 
 // ---------------------------------------------------------------------------
 
-class HidePathsTest : public zartest::ServiceFixture {
+class HidePathsTest : public ServiceFixture {
 protected:
     CIMObjectPath hostSees(const char* host) { return view("HS:" + std::to_string(hostID(host))); }
 };
@@ -519,7 +518,7 @@ TEST_F(HidePathsTest, FullPathsCheckTheInitiatorsOfTheHost)
 
 TEST_F(HidePathsTest, InitiatorsLeaveTheViewsHost)
 {
-    ASSERT_EQ(0, zartest::ArrayBuilder::exportTo(wwnOf("finance-08"), "esx01", nullptr));
+    ASSERT_EQ(0, ArrayBuilder::exportTo(wwnOf("finance-08"), "esx01", nullptr));
     Outcome o = call("HidePaths",
                      params({strings("InitiatorPortIDs", {"10000000C9A00101", "10000000C9A00102"}),
                              refs("ProtocolControllers", {hostSees("esx01")})}));

@@ -6,13 +6,11 @@
 #include "ServiceFixture.h"
 
 using namespace Pegasus;
-using zartest::expectCIMError;
-using zartest::LogCapture;
-using zartest::text;
+using namespace zartest;
 
 namespace {
 
-class ServiceTest : public zartest::ServiceFixture {};
+class ServiceTest : public ServiceFixture {};
 
 TEST_F(ServiceTest, TheOneInstanceCarriesTheArraysOwnerTexts)
 {
@@ -27,15 +25,15 @@ TEST_F(ServiceTest, TheOneInstanceCarriesTheArraysOwnerTexts)
               text(ZAR_Common::getStringProperty(path, "Name")));
 
     // Asked through the CIM superclass, with another host in the path.
-    zartest::LogCapture log;
-    zartest::ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
+    LogCapture log;
+    ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
         "ZAR_ControllerConfigurationServiceProvider");
     EXPECT_EQ(-1, log.indexOf("ZAR_ControllerConfigurationServiceProvider::initialize(): "
                               "api_zarOpenForCimserver failed\n"))
         << "an open that worked is not reported as failed";
     CIMObjectPath viaSuper("elsewhere", "root/zar", "CIM_ControllerConfigurationService",
                            path.getKeyBindings());
-    zartest::Instances got;
+    Instances got;
     p->getInstance(as("p1browse"), viaSuper, false, false, CIMPropertyList(), got);
     ASSERT_EQ(1u, got.items.size());
     EXPECT_EQ(1, got.completeCalls);
@@ -50,7 +48,7 @@ TEST_F(ServiceTest, TheOneInstanceCarriesTheArraysOwnerTexts)
 
     // The contact cannot be read: an empty text, not an error.
     zarsim_fail_next("api_getSystemContact", 1, 1, "Internal error of the array");
-    zartest::Instances all;
+    Instances all;
     server().enumerateInstances(as("p1browse"), ns(), "ZAR_ControllerConfigurationService", true,
                                 false, false, false, CIMPropertyList(), all);
     ASSERT_EQ(1u, all.items.size());
@@ -60,12 +58,12 @@ TEST_F(ServiceTest, TheOneInstanceCarriesTheArraysOwnerTexts)
 
 TEST_F(ServiceTest, InstanceRefusals)
 {
-    zartest::ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
+    ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
         "ZAR_ControllerConfigurationServiceProvider");
     CIMObjectPath path = service();
     Array<CIMKeyBinding> three = path.getKeyBindings();
     three.remove(3);
-    zartest::Instances out;
+    Instances out;
     auto getAs = [&](const char* cls, const Array<CIMKeyBinding>& keys) {
         p->getInstance(as("p1browse"), CIMObjectPath("h", "root/zar", cls, keys), false, false,
                        CIMPropertyList(), out);
@@ -84,13 +82,12 @@ TEST_F(ServiceTest, InstanceRefusals)
                    [&] { getAs(own, wrong); });
 
     EXPECT_EQ("Insufficient privilege for the user",
-              text(zartest::cimErrorOf([&] {
+              text(cimErrorOf([&] {
                        p->getInstance(as("p1locked"), path, false, false, CIMPropertyList(), out);
                    }).getMessage()));
-    EXPECT_EQ("ZAR_ControllerConfigurationService does not support constructor with object path.",
-              text(zartest::cimErrorOf([&] {
-                       ZAR_ControllerConfigurationServiceProvider x(path);
-                   }).getMessage()));
+    EXPECT_EQ(
+        "ZAR_ControllerConfigurationService does not support constructor with object path.",
+        text(cimErrorOf([&] { ZAR_ControllerConfigurationServiceProvider x(path); }).getMessage()));
 }
 
 TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder)
@@ -129,7 +126,7 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder)
          "Invalid number of parameters"},
     };
     for (Case& c : cases) {
-        CIMException e = zartest::cimErrorOf(
+        CIMException e = cimErrorOf(
             [&] { server().invokeMethod(as(c.user), ns(), c.target, c.method, none, out); });
         EXPECT_EQ(c.code, e.getCode()) << c.method;
         EXPECT_EQ(c.message, text(e.getMessage()));
@@ -147,7 +144,7 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder)
     // A path of another class is not the service.
     CIMObjectPath viaSuper(path.getHost(), path.getNameSpace(),
                            "CIM_ControllerConfigurationService", path.getKeyBindings());
-    zartest::ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
+    ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
         "ZAR_ControllerConfigurationServiceProvider");
     struct Results : MethodResultResponseHandler {
         void processing() override {}
@@ -156,14 +153,14 @@ TEST_F(ServiceTest, DispatchChecksUserPathMethodAndRightInThatOrder)
         void deliverParamValue(const Array<CIMParamValue>&) override {}
         void deliver(const CIMValue&) override {}
     } results;
-    CIMException e = zartest::cimErrorOf(
-        [&] { p->invokeMethod(as("p1super"), viaSuper, "ExposePaths", none, results); });
+    CIMException e =
+        cimErrorOf([&] { p->invokeMethod(as("p1super"), viaSuper, "ExposePaths", none, results); });
     EXPECT_EQ(CIM_ERR_NOT_FOUND, e.getCode());
 }
 
 TEST_F(ServiceTest, SuccessDeliversOutputsThenDescriptionsThenZero)
 {
-    zartest::ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
+    ProviderObject<ZAR_ControllerConfigurationServiceProvider> p(
         "ZAR_ControllerConfigurationServiceProvider");
     struct Recorder : MethodResultResponseHandler {
         std::vector<std::string> calls;
@@ -184,7 +181,7 @@ TEST_F(ServiceTest, SuccessDeliversOutputsThenDescriptionsThenZero)
 
     // A parameter of another type than the method declares ends the
     // reading (the server converts such values; a direct call does not).
-    CIMException wrongType = zartest::cimErrorOf([&] {
+    CIMException wrongType = cimErrorOf([&] {
         p->invokeMethod(
             as("p1super"), service(), "HidePaths",
             params({uint16s("LUNames", {1}), refs("ProtocolControllers", {view("HS:1")})}), r);

@@ -6,12 +6,11 @@
 #include "ProviderAccess.h"
 
 using namespace Pegasus;
-using zartest::expectCIMError;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
-class MaskingCapTest : public zartest::ModuleFixture {
+class MaskingCapTest : public ModuleFixture {
 protected:
     static CIMObjectPath capPath(const char* cls = "ZAR_ProtocolControllerMaskingCapabilities",
                                  const char* id = "KESTREL:ZAR-DEMO")
@@ -22,14 +21,14 @@ protected:
     }
     static std::string prop(const CIMInstance& i, const char* name)
     {
-        return zartest::text(ZAR_Common::getPropertyValue(i, name).toString());
+        return text(ZAR_Common::getPropertyValue(i, name).toString());
     }
 };
 
 TEST_F(MaskingCapTest, InstanceShowsTheArraysCapabilities)
 {
     CIMInstance i = get(capPath());
-    EXPECT_EQ("zar-demo", zartest::text(i.getPath().getHost())) << "the array's host";
+    EXPECT_EQ("zar-demo", text(i.getPath().getHost())) << "the array's host";
     EXPECT_EQ("Protocol Controller Masking Capabilities for ZAR-DEMO", prop(i, "Description"));
     EXPECT_EQ("KESTREL Protocol Controller Masking Capabilities", prop(i, "ElementName"));
     EXPECT_EQ("KESTREL:ZAR-DEMO", prop(i, "InstanceID"));
@@ -68,21 +67,21 @@ TEST_F(MaskingCapTest, PolicyBitDecidesOneHardwareIDPerViewOnEveryRequest)
 
 TEST_F(MaskingCapTest, SuperclassPathFindsTheInstance)
 {
-    zartest::ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
+    ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
         "ZAR_ProtocolControllerMaskingCapabilitiesProvider");
-    zartest::Instances out;
+    Instances out;
     p->getInstance(as("p1browse"), capPath("CIM_ProtocolControllerMaskingCapabilities"), false,
                    false, CIMPropertyList(), out);
     ASSERT_EQ(1u, out.items.size());
     EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities",
-              zartest::text(out.items[0].getPath().getClassName().getString()));
+              text(out.items[0].getPath().getClassName().getString()));
 }
 
 TEST_F(MaskingCapTest, Refusals)
 {
-    zartest::ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
+    ProviderObject<ZAR_ProtocolControllerMaskingCapabilitiesProvider> p(
         "ZAR_ProtocolControllerMaskingCapabilitiesProvider");
-    zartest::Instances out;
+    Instances out;
     expectCIMError(CIM_ERR_NOT_SUPPORTED,
                    "ZAR_ProtocolControllerMaskingCapabilities Invalid class nameZAR_SCSIController",
                    [&] {
@@ -90,11 +89,10 @@ TEST_F(MaskingCapTest, Refusals)
                                       CIMPropertyList(), out);
                    });
     EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities Invalid class nameCIM_Capabilities",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p->enumerateInstances(as("p1browse"),
-                                                      CIMObjectPath("CIM_Capabilities"), false,
-                                                      false, CIMPropertyList(), out);
-                            }).getMessage()));
+              text(cimErrorOf([&] {
+                       p->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Capabilities"),
+                                             false, false, CIMPropertyList(), out);
+                   }).getMessage()));
 
     CIMObjectPath twoKeys = capPath();
     Array<CIMKeyBinding> keys = twoKeys.getKeyBindings();
@@ -113,20 +111,20 @@ TEST_F(MaskingCapTest, Refusals)
         [&] { get(capPath("ZAR_ProtocolControllerMaskingCapabilities", "KESTREL:OTHER")); });
 
     EXPECT_EQ("Insufficient privilege for the user",
-              zartest::text(zartest::cimErrorOf([&] { get(capPath(), "p1locked"); }).getMessage()));
+              text(cimErrorOf([&] { get(capPath(), "p1locked"); }).getMessage()));
 }
 
 TEST_F(MaskingCapTest, EnumerationsDeliverTheOneInstance)
 {
     LogCapture log;
-    zartest::Instances all;
+    Instances all;
     server().enumerateInstances(as("p1browse"), ns(), "ZAR_ProtocolControllerMaskingCapabilities",
                                 true, false, false, false, CIMPropertyList(), all);
     ASSERT_EQ(1u, all.items.size());
     EXPECT_TRUE(log.has("\t className = ZAR_ProtocolControllerMaskingCapabilities\n"));
     EXPECT_TRUE(
         log.has("<-- ZAR_ProtocolControllerMaskingCapabilitiesProvider::enumerateInstances() \n"));
-    zartest::Paths names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), ns(),
                                     "ZAR_ProtocolControllerMaskingCapabilities", names);
     ASSERT_EQ(1u, names.items.size());

@@ -12,7 +12,7 @@
 #include "ProviderAccess.h"
 
 using namespace Pegasus;
-using zartest::expectCIMError;
+using namespace zartest;
 
 namespace {
 
@@ -65,11 +65,11 @@ TEST(Factory, PathConstructorsAreRefusedWithTheFilesPrefix)
                    "ZAR_SCSIControllerProvider does not support constructor with object path.",
                    [&] { ZAR_SCSIControllerProvider p(path); });
     CIMException caps =
-        zartest::cimErrorOf([&] { ZAR_ProtocolControllerMaskingCapabilitiesProvider p(path); });
+        cimErrorOf([&] { ZAR_ProtocolControllerMaskingCapabilitiesProvider p(path); });
     EXPECT_EQ(
         "ZAR_ProtocolControllerMaskingCapabilities does not support constructor with "
         "object path.",
-        zartest::text(caps.getMessage()));
+        text(caps.getMessage()));
 }
 
 }  // namespace

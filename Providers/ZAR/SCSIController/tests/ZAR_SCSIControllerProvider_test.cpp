@@ -9,17 +9,15 @@
 #include "ProviderAccess.h"
 
 using namespace Pegasus;
-using zartest::ArrayBuilder;
-using zartest::expectCIMError;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
-class SCSIControllerTest : public zartest::ModuleFixture {
+class SCSIControllerTest : public ModuleFixture {
 protected:
     Array<CIMInstance> enumerate(const char* user = "p1super")
     {
-        zartest::Instances out;
+        Instances out;
         server().enumerateInstances(as(user), ns(), "ZAR_SCSIController", true, false, false, false,
                                     CIMPropertyList(), out);
         return out.items;
@@ -69,7 +67,7 @@ TEST_F(SCSIControllerTest, EnumerationListsTheDemoViewsWithTraceLines)
         EXPECT_EQ(4u, views[i].getPath().getKeyBindings().size());
     }
 
-    zartest::Paths names;
+    Paths names;
     server().enumerateInstanceNames(as("p1browse"), ns(), "ZAR_SCSIController", names);
     EXPECT_EQ(views.size(), names.items.size());
     EXPECT_TRUE(log.has("<--ZAR_SCSIControllerProvider::enumerateInstanceNames\n"));
@@ -80,11 +78,11 @@ TEST_F(SCSIControllerTest, RefusedUserGetsAccessDeniedBeforeAnyHandlerCall)
     expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user",
                    [&] { enumerate("p1locked"); });
     EXPECT_EQ(CIM_ERR_ACCESS_DENIED,
-              zartest::cimErrorOf([&] { get(viewPath("PP:0:1:1"), "p1locked"); }).getCode());
+              cimErrorOf([&] { get(viewPath("PP:0:1:1"), "p1locked"); }).getCode());
 
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
-    zartest::Instances out;
-    zartest::cimErrorOf([&] {
+    ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+    Instances out;
+    cimErrorOf([&] {
         p->enumerateInstances(as("nobody"), CIMObjectPath("ZAR_SCSIController"), false, false,
                               CIMPropertyList(), out);
     });
@@ -102,18 +100,18 @@ TEST_F(SCSIControllerTest, SemaphoreTimeOutFailsTheEnumerationWithItsText)
                    [&] { enumerate(); });
 
     zarsim_sem_timeout_next(1);
-    zartest::Paths names;
-    CIMException n = zartest::cimErrorOf(
+    Paths names;
+    CIMException n = cimErrorOf(
         [&] { server().enumerateInstanceNames(as("p1super"), ns(), "ZAR_SCSIController", names); });
     EXPECT_EQ(
         "ZAR_SCSIControllerProvider::enumerateInstanceNames - Operation failed: "
         "Failed to retrieve SPC data. Semaphore Timed-Out",
-        zartest::text(n.getMessage()));
+        text(n.getMessage()));
 }
 
 // Instances whose delivery fails with e.
 template <class E>
-class FailingInstances : public zartest::Instances {
+class FailingInstances : public Instances {
 public:
     explicit FailingInstances(E e) : e_(e) {}
     void deliver(const Array<CIMInstance>&) override { throw e_; }
@@ -122,18 +120,18 @@ public:
 
 TEST_F(SCSIControllerTest, FailuresOutsideTheArrayHaveTheirOwnTexts)
 {
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+    ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
     FailingInstances<std::bad_alloc> full{std::bad_alloc()};
     FailingInstances<int> odd{7};
     expectCIMError(CIM_ERR_FAILED, "Response too big", [&] {
         p->enumerateInstances(as("p1super"), CIMObjectPath("ZAR_SCSIController"), false, false,
                               CIMPropertyList(), full);
     });
-    CIMException unknown = zartest::cimErrorOf([&] {
+    CIMException unknown = cimErrorOf([&] {
         p->enumerateInstances(as("p1super"), CIMObjectPath("ZAR_SCSIController"), false, false,
                               CIMPropertyList(), odd);
     });
-    EXPECT_EQ("Unknown error", zartest::text(unknown.getMessage()));
+    EXPECT_EQ("Unknown error", text(unknown.getMessage()));
     EXPECT_EQ(0, odd.completeCalls);
     // The provider is none the worse for it.
     EXPECT_GE(enumerate().size(), 6u);
@@ -143,8 +141,8 @@ TEST_F(SCSIControllerTest, EnumerationOfThousandsComesInChunksOf200)
 {
     size_t demo = enumerate().size();
     manyViews(2100);
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
-    zartest::Instances out;
+    ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+    Instances out;
     p->enumerateInstances(as("p1super"), CIMObjectPath("ZAR_SCSIController"), false, false,
                           CIMPropertyList(), out);
     EXPECT_EQ(demo + 2100, out.items.size());
@@ -154,17 +152,17 @@ TEST_F(SCSIControllerTest, EnumerationOfThousandsComesInChunksOf200)
     EXPECT_GE(out.deliveries, (int)((demo + 2100 + 199) / 200));
     EXPECT_LE(out.deliveries, (int)((demo + 2100 + 199) / 200) + 1);
 
-    zartest::Paths names;
+    Paths names;
     p->enumerateInstanceNames(as("p1super"), CIMObjectPath("ZAR_SCSIController"), names);
     EXPECT_EQ(demo + 2100, names.items.size());
 }
 
 // Instances whose delivery makes the array unreachable for the next call.
-class LastCall : public zartest::Instances {
+class LastCall : public Instances {
 public:
     void deliver(const CIMInstance& i) override
     {
-        zartest::Instances::deliver(i);
+        Instances::deliver(i);
         zarsim_sem_timeout_next(1);
     }
 };
@@ -178,11 +176,11 @@ TEST_F(SCSIControllerTest, GetInstanceFindsFirstAndLastOfALongList)
         CIMObjectPath wanted = views[k].getPath();
         wanted.setHost("client-side-host");
         CIMInstance got = get(wanted, "p1super");
-        EXPECT_EQ(zartest::text(ZAR_Common::getStringProperty(views[k], "DeviceID")),
-                  zartest::text(ZAR_Common::getStringProperty(got, "DeviceID")));
+        EXPECT_EQ(text(ZAR_Common::getStringProperty(views[k], "DeviceID")),
+                  text(ZAR_Common::getStringProperty(got, "DeviceID")));
     }
     // The first view ends the search: nothing is asked of the array after it.
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+    ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
     LastCall first;
     EXPECT_NO_THROW(
         p->getInstance(as("p1super"), views[0].getPath(), false, false, CIMPropertyList(), first));
@@ -195,25 +193,24 @@ TEST_F(SCSIControllerTest, GetInstanceRefusals)
 {
     unsigned db01 = ArrayBuilder::hostID("db01");
     std::string hs = "HS:" + std::to_string(db01);
-    EXPECT_EQ("db01",
-              zartest::text(ZAR_Common::getStringProperty(get(viewPath(hs)), "ElementName")));
+    EXPECT_EQ("db01", text(ZAR_Common::getStringProperty(get(viewPath(hs)), "ElementName")));
 
     // The whole path is compared: a wrong system name is not found.
     CIMObjectPath wrong = ZAR_Common::buildSPCObjectPath("ZAR_StorageSystem", "testhost", "OTHER",
                                                          hs.c_str(), "ZAR_SCSIController");
     LogCapture log;
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
-    zartest::Instances out;
-    expectCIMError(
-        CIM_ERR_NOT_FOUND, "ZAR_SCSIControllerProvider" + zartest::text(wrong.toString()),
-        [&] { p->getInstance(as("p1super"), wrong, false, false, CIMPropertyList(), out); });
-    EXPECT_TRUE(log.has("ZAR_SCSIControllerProvider::getInstance, not found = " +
-                        zartest::text(wrong.toString()) + "\n"));
+    ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+    Instances out;
+    expectCIMError(CIM_ERR_NOT_FOUND, "ZAR_SCSIControllerProvider" + text(wrong.toString()), [&] {
+        p->getInstance(as("p1super"), wrong, false, false, CIMPropertyList(), out);
+    });
+    EXPECT_TRUE(log.has(
+        "ZAR_SCSIControllerProvider::getInstance, not found = " + text(wrong.toString()) + "\n"));
     EXPECT_TRUE(log.has("Search deviceID = " + hs + "\n"));
     // So is the class: a superclass path with the view's keys is not found.
     CIMObjectPath super = viewPath(hs);
     super.setClassName("CIM_SCSIProtocolController");
-    EXPECT_EQ(CIM_ERR_NOT_FOUND, zartest::cimErrorOf([&] {
+    EXPECT_EQ(CIM_ERR_NOT_FOUND, cimErrorOf([&] {
                                      p->getInstance(as("p1super"), super, false, false,
                                                     CIMPropertyList(), out);
                                  }).getCode());
@@ -240,11 +237,10 @@ TEST_F(SCSIControllerTest, ModifyRefusals)
     unsigned db01 = ArrayBuilder::hostID("db01");
     CIMObjectPath hs = viewPath("HS:" + std::to_string(db01));
 
-    CIMException pp =
-        zartest::cimErrorOf([&] { modify("p1super", viewPath("PP:0:1:1"), renameTo("x")); });
+    CIMException pp = cimErrorOf([&] { modify("p1super", viewPath("PP:0:1:1"), renameTo("x")); });
     EXPECT_EQ(CIM_ERR_NOT_SUPPORTED, pp.getCode());
     EXPECT_EQ("ZAR_SCSIController Port-Present  does not support modifyInstance.",
-              zartest::text(pp.getMessage()));
+              text(pp.getMessage()));
 
     CIMInstance two = renameTo("zzz");
     two.addProperty(CIMProperty("Name", CIMValue(String("n"))));
@@ -254,17 +250,16 @@ TEST_F(SCSIControllerTest, ModifyRefusals)
 
     expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient generic privilege",
                    [&] { modify("p1browse", hs, renameTo("b")); });
-    CIMException locked = zartest::cimErrorOf([&] { modify("p1locked", hs, renameTo("b")); });
-    EXPECT_EQ("Insufficient privilege for the user", zartest::text(locked.getMessage()));
+    CIMException locked = cimErrorOf([&] { modify("p1locked", hs, renameTo("b")); });
+    EXPECT_EQ("Insufficient privilege for the user", text(locked.getMessage()));
 
     // The array judges the length of a new name, with its own words.
     const std::string longName(32, 'n');
-    CIMException tooLong =
-        zartest::cimErrorOf([&] { modify("p1super", hs, renameTo(longName.c_str())); });
+    CIMException tooLong = cimErrorOf([&] { modify("p1super", hs, renameTo(longName.c_str())); });
     EXPECT_EQ(CIM_ERR_FAILED, tooLong.getCode());
     EXPECT_EQ("ZAR_SCSIController::modifyInstance of SPC returned an error - Host name " +
                   longName + " is longer than 31 characters",
-              zartest::text(tooLong.getMessage()));
+              text(tooLong.getMessage()));
     EXPECT_EQ("db01", ArrayBuilder::hostNameByID(db01));
 
     zarsim_fail_next("api_setHost", 1, 21, "Host name already in use");
@@ -288,8 +283,8 @@ TEST_F(SCSIControllerTest, ModifyThatChangesNothingMakesNoArrayCall)
     modify("p1super", hs, renameTo("other"), CIMPropertyList(absent));
     EXPECT_EQ("db01", ArrayBuilder::hostNameByID(db01));
 
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
-    zartest::Plain plain;
+    ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+    Plain plain;
     p->modifyInstance(as("p1super"), hs, renameTo(""), false, CIMPropertyList(), plain);
     EXPECT_EQ(1, plain.processingCalls);
     EXPECT_EQ(1, plain.completeCalls);
@@ -298,8 +293,8 @@ TEST_F(SCSIControllerTest, ModifyThatChangesNothingMakesNoArrayCall)
 TEST_F(SCSIControllerTest, OperationNameIsLowerCaseAndUnknownOnesAreNotSupported)
 {
     unsigned db01 = ArrayBuilder::hostID("db01");
-    zartest::ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
-    zartest::Plain plain;
+    ProviderObject<ZAR_SCSIControllerProvider> p("ZAR_SCSIControllerProvider");
+    Plain plain;
     CIMObjectPath mixed(
         "//testhost/root/zar:zar_SCSICONTROLLER.CreationClassName=\"ZAR_SCSIController\","
         "DeviceID=\"HS:" +

@@ -7,20 +7,18 @@
 #include "ProviderAccess.h"
 
 using namespace Pegasus;
-using zartest::expectCIMError;
-using zartest::LogCapture;
+using namespace zartest;
 
 namespace {
 
-class SystemCapAssocTest : public zartest::ModuleFixture {
+class SystemCapAssocTest : public ModuleFixture {
 protected:
     void SetUp() override
     {
-        zartest::ModuleFixture::SetUp();
-        provider_.reset(
-            new zartest::ProviderObject<ZAR_SystemControllerMaskingCapabilitiesProvider>(
-                "ZAR_SystemControllerMaskingCapabilitiesProvider"));
-        zartest::Paths names;
+        ModuleFixture::SetUp();
+        provider_.reset(new ProviderObject<ZAR_SystemControllerMaskingCapabilitiesProvider>(
+            "ZAR_SystemControllerMaskingCapabilitiesProvider"));
+        Paths names;
         (*provider_)
             ->enumerateInstanceNames(
                 as("p1browse"), CIMObjectPath("ZAR_SystemControllerMaskingCapabilities"), names);
@@ -42,8 +40,7 @@ protected:
         return providerAssocNames(*p(), from, "ZAR_SystemControllerMaskingCapabilities",
                                   resultClass, role, resultRole);
     }
-    std::unique_ptr<zartest::ProviderObject<ZAR_SystemControllerMaskingCapabilitiesProvider>>
-        provider_;
+    std::unique_ptr<ProviderObject<ZAR_SystemControllerMaskingCapabilitiesProvider>> provider_;
     CIMObjectPath assoc_;
 };
 
@@ -51,10 +48,9 @@ TEST_F(SystemCapAssocTest, TiesTheSystemToItsCapabilities)
 {
     CIMObjectPath system = end("ManagedElement");
     CIMObjectPath caps = end("Capabilities");
-    EXPECT_EQ("ZAR_StorageSystem", zartest::text(system.getClassName().getString()));
-    EXPECT_EQ("root/zar", zartest::text(system.getNameSpace().getString()));
-    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities",
-              zartest::text(caps.getClassName().getString()));
+    EXPECT_EQ("ZAR_StorageSystem", text(system.getClassName().getString()));
+    EXPECT_EQ("root/zar", text(system.getNameSpace().getString()));
+    EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities", text(caps.getClassName().getString()));
 
     Array<CIMObjectPath> fromSystem = assocNames(system, "CIM_Capabilities");
     ASSERT_EQ(1u, fromSystem.size());
@@ -83,7 +79,7 @@ TEST_F(SystemCapAssocTest, RoleAndResultClassRules)
         assocNames(system, "zar_protocolcontrollermaskingcapabilities", "managedelement").size());
 
     LogCapture log;
-    zartest::Objects refs;
+    Objects refs;
     p()->references(as("p1browse"), caps, CIMName(), "ManagedElement", false, false,
                     CIMPropertyList(), refs);
     EXPECT_EQ(0u, refs.items.size());
@@ -93,11 +89,11 @@ TEST_F(SystemCapAssocTest, RoleAndResultClassRules)
                 "params: resultClass =  \n"));
     EXPECT_EQ(-1, log.indexOf("<--ZAR_SystemControllerMaskingCapabilitiesProvider::references\n"));
 
-    zartest::Objects any;
+    Objects any;
     p()->references(as("p1browse"), caps, CIMName(), "", false, false, CIMPropertyList(), any);
     EXPECT_EQ(1u, any.items.size()) << "no result class selects the association";
 
-    zartest::Paths refNames;
+    Paths refNames;
     p()->referenceNames(as("p1browse"), caps, "CIM_Dependency", "", refNames);
     EXPECT_EQ(0u, refNames.items.size());
     p()->referenceNames(as("p1browse"), caps, "CIM_ElementCapabilities", "Capabilities", refNames);
@@ -108,7 +104,7 @@ TEST_F(SystemCapAssocTest, RoleAndResultClassRules)
 TEST_F(SystemCapAssocTest, ReferencesAndAssociatorsDeliverObjects)
 {
     LogCapture log;
-    zartest::Objects refs;
+    Objects refs;
     p()->references(as("p1browse"), end("ManagedElement"),
                     "ZAR_SystemControllerMaskingCapabilities", "", false, false, CIMPropertyList(),
                     refs);
@@ -119,23 +115,23 @@ TEST_F(SystemCapAssocTest, ReferencesAndAssociatorsDeliverObjects)
     EXPECT_TRUE(ZAR_Common::matchObjectPath(capsRef, end("Capabilities")));
     EXPECT_TRUE(log.has("<--ZAR_SystemControllerMaskingCapabilitiesProvider::references\n"));
 
-    zartest::Objects assocs;
+    Objects assocs;
     p()->associators(as("p1browse"), end("ManagedElement"),
                      "ZAR_SystemControllerMaskingCapabilities", CIMName(), "", "", false, false,
                      CIMPropertyList(), assocs);
     ASSERT_EQ(1u, assocs.items.size());
     EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities",
-              zartest::text(assocs.items[0].getClassName().getString()));
+              text(assocs.items[0].getClassName().getString()));
 
     // Through the dispatcher, from the system's side.
     Array<CIMObjectPath> names;
-    zartest::Paths viaServer;
+    Paths viaServer;
     server().associatorNames(as("p1browse"), ns(), end("ManagedElement"),
                              "ZAR_SystemControllerMaskingCapabilities", CIMName(), "", "",
                              viaServer);
     ASSERT_EQ(1u, viaServer.items.size());
     EXPECT_EQ("ZAR_ProtocolControllerMaskingCapabilities",
-              zartest::text(viaServer.items[0].getClassName().getString()));
+              text(viaServer.items[0].getClassName().getString()));
 }
 
 // The association's ends name the two classes it holds, so that a server
@@ -147,11 +143,11 @@ TEST_F(SystemCapAssocTest, EveryObjectWalksItsAssociationsWithoutFilters)
          {"ZAR_StorageSystem", "ZAR_SCSIController", "ZAR_iSCSIController", "ZAR_StorageVolume",
           "ZAR_SCSIProtocolFCEndpoint", "ZAR_iSCSIProtocolEndpoint",
           "ZAR_ProtocolControllerMaskingCapabilities", "ZAR_ControllerConfigurationService"}) {
-        zartest::Paths objects;
+        Paths objects;
         server().enumerateInstanceNames(as("p1browse"), ns(), cls, objects);
         ASSERT_NE(0u, objects.items.size()) << cls;
         CIMObjectPath one = objects.items[0];
-        zartest::Paths related, refs;
+        Paths related, refs;
         EXPECT_NO_THROW(server().associatorNames(as("p1browse"), ns(), one, CIMName(), CIMName(),
                                                  "", "", related))
             << cls;
@@ -180,7 +176,7 @@ TEST_F(SystemCapAssocTest, GetInstanceIgnoresHostsOfTheEnds)
     keys.append(CIMKeyBinding("Capabilities", caps.toString(), CIMKeyBinding::REFERENCE));
     CIMObjectPath wanted("client", "root/zar", "ZAR_SystemControllerMaskingCapabilities", keys);
     LogCapture log;
-    zartest::Instances out;
+    Instances out;
     p()->getInstance(as("p1browse"), wanted, false, false, CIMPropertyList(), out);
     ASSERT_EQ(1u, out.items.size());
     EXPECT_TRUE(out.items[0].getPath() == assoc_) << "the instance carries the fixed path";
@@ -188,12 +184,12 @@ TEST_F(SystemCapAssocTest, GetInstanceIgnoresHostsOfTheEnds)
 
     CIMInstance viaServer = get(wanted);
     EXPECT_EQ("ZAR_SystemControllerMaskingCapabilities",
-              zartest::text(viaServer.getClassName().getString()));
+              text(viaServer.getClassName().getString()));
 }
 
 TEST_F(SystemCapAssocTest, InstanceRefusals)
 {
-    zartest::Instances out;
+    Instances out;
     Array<CIMKeyBinding> one;
     one.append(assoc_.getKeyBindings()[0]);
     CIMObjectPath oneKey("h", "root/zar", "ZAR_SystemControllerMaskingCapabilities", one);
@@ -209,23 +205,22 @@ TEST_F(SystemCapAssocTest, InstanceRefusals)
                                                  : wrongKeys[0].setValue(otherSystem.toString());
     CIMObjectPath wrong("h", "root/zar", "ZAR_SystemControllerMaskingCapabilities", wrongKeys);
     EXPECT_EQ("ZAR_SystemControllerMaskingCapabilitiesProvider CIM Object not found.",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p()->getInstance(as("p1browse"), wrong, false, false,
-                                                 CIMPropertyList(), out);
-                            }).getMessage()));
+              text(cimErrorOf([&] {
+                       p()->getInstance(as("p1browse"), wrong, false, false, CIMPropertyList(),
+                                        out);
+                   }).getMessage()));
 
     EXPECT_EQ("ZAR_SystemControllerMaskingCapabilitiesProvider Invalid class nameCIM_Dependency",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p()->enumerateInstances(as("p1browse"),
-                                                        CIMObjectPath("CIM_Dependency"), false,
-                                                        false, CIMPropertyList(), out);
-                            }).getMessage()));
+              text(cimErrorOf([&] {
+                       p()->enumerateInstances(as("p1browse"), CIMObjectPath("CIM_Dependency"),
+                                               false, false, CIMPropertyList(), out);
+                   }).getMessage()));
     EXPECT_EQ("Insufficient privilege for the user",
-              zartest::text(zartest::cimErrorOf([&] {
-                                p()->enumerateInstances(as("p1locked"),
-                                                        CIMObjectPath("CIM_ElementCapabilities"),
-                                                        false, false, CIMPropertyList(), out);
-                            }).getMessage()));
+              text(cimErrorOf([&] {
+                       p()->enumerateInstances(as("p1locked"),
+                                               CIMObjectPath("CIM_ElementCapabilities"), false,
+                                               false, CIMPropertyList(), out);
+                   }).getMessage()));
 }
 
 }  // namespace
