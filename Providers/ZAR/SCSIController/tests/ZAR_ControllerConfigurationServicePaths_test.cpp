@@ -237,6 +237,7 @@ TEST_F(ExposePathsTest, AnISCSIInitiatorLeavesOnlyItsOwnHost)
                                 refs("ProtocolControllers", {build01})}));
     EXPECT_EQ("build01", hostOf(second));
     EXPECT_EQ("idle01", hostOf(first));
+    EXPECT_EQ("web01", hostOf("iqn.1994-05.com.example:web01"));
 }
 
 TEST_F(ExposePathsTest, HostSeesViewTakesAnInitiatorUnknownToTheArray)
@@ -276,6 +277,10 @@ TEST_F(ExposePathsTest, LUsJoinAView)
         "LU=" + lu + ",DeviceNumber=0x" + hex(made[0].lun) + ",hostCollection=db01: Success\n",
         o.descriptions()[0]);
     ASSERT_EQ(1u, o.views().size());
+    // With Override the same LU joins the same view a second time.
+    call("ExposePaths", params({strings("LUNames", {lu}), flag("Override", true),
+                                refs("ProtocolControllers", {hostSees("db01")})}));
+    EXPECT_EQ(2u, exportsOf("finance-08").size());
 
     Outcome pp = call("ExposePaths", params({strings("LUNames", {wwnOf("finance-10")}),
                                              strings("DeviceNumbers", {"3F"}),
