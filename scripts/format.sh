@@ -30,6 +30,17 @@ cd "$root"
 if [ ${#files[@]} -eq 0 ]; then
   mapfile -t files < <(git ls-files -- 'ArrayApi/*' 'ArraySim/*' 'Providers/*' 'Server/*' \
     'framework/*' 'bench/*' 'fuzz/*.cpp' 'fuzz/*.h' | grep -E '\.(c|cc|cpp|h|hpp)$')
+else
+  # Only C and C++ files: clang-format would rewrite a CMakeLists.txt as code.
+  given=("${files[@]}")
+  files=()
+  for f in "${given[@]}"; do
+    case "$f" in
+      *.c|*.cc|*.cpp|*.h|*.hpp) files+=("$f") ;;
+      *) echo "format.sh: $f passed over (not C or C++)" >&2 ;;
+    esac
+  done
+  [ ${#files[@]} -gt 0 ] || { echo "format.sh: no C or C++ file given"; exit 0; }
 fi
 
 if [ -n "$tidy" ]; then
