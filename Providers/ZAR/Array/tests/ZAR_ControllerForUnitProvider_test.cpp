@@ -4,7 +4,6 @@
 #include <map>
 
 #include "ModuleFixture.h"
-#include "SiblingTestSupport.h"
 
 PEGASUS_USING_PEGASUS;
 using namespace zartest;

@@ -4,7 +4,6 @@
 #include <map>
 
 #include "ModuleFixture.h"
-#include "SiblingTestSupport.h"
 #include <ZAR_Common.h>
 #include <ZAR_SCSIProtocolFCEndpointProvider.h>
 #include <ZAR_iSCSIControllerProvider.h>

@@ -3,7 +3,6 @@
 #include <map>
 
 #include "ModuleFixture.h"
-#include "SiblingTestSupport.h"
 #include <zarsim_test.h>
 
 PEGASUS_USING_PEGASUS;

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "ModuleFixture.h"
-#include "SiblingTestSupport.h"
 
 PEGASUS_USING_PEGASUS;
 using namespace zartest;

@@ -1,7 +1,6 @@
 // iSCSI views through the server: the array's iSCSI view records, each
 // once, fetched by path, renamed through its host, and refusals.
 #include "ModuleFixture.h"
-#include "SiblingTestSupport.h"
 
 PEGASUS_USING_PEGASUS;
 using namespace zartest;

@@ -189,28 +189,11 @@ protected:
     {
         lpid_t p = API_PORT_NONE;
         api_convertStrLPIDtoPortID(position, &p);
-        api_FCPort_t* fc = nullptr;
-        api_iSCSIPort_t* iscsi = nullptr;
-        EXPECT_EQ(0, cim_sem_wait());
-        int fcCount = api_getFCPorts(0, 0, 0, &fc);
-        int iscsiCount = api_getISCSIPorts(&iscsi);
-        cim_sem_post();
-        std::string name;
-        for (int i = 0; i < fcCount; i++)
-            if (fc[i].portPos == p)
-                name = hex16(fc[i].portWWN);
-        for (int i = 0; i < iscsiCount; i++)
-            if (iscsi[i].portID == p)
-                name = iscsi[i].iscsiName;
-        api_freeFCPorts(fc, fcCount > 0 ? fcCount : 0);
-        api_freeISCSIPorts(iscsi);
-        return name;
-    }
-    static std::string hex16(unsigned long long v)
-    {
-        char b[17];
-        snprintf(b, sizeof b, "%016llX", v);
-        return b;
+        for (port_type_t type : {PORT_TYPE_FC, PORT_TYPE_ISCSI})
+            for (const ArrayPort& port : arrayPorts(type))
+                if (port.position == p)
+                    return type == PORT_TYPE_FC ? port.wwn : port.iscsiName;
+        return "";
     }
 
     static std::string hex(unsigned v)
