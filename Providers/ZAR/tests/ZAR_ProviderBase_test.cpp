@@ -1,6 +1,6 @@
-// The base every provider of both modules shares, through the server: the
-// changes a provider does not make are refused, each message beginning with
-// the provider's own name.
+// The base every provider of both modules shares, through the server: users
+// the array refuses read nothing, and the changes a provider does not make
+// are refused, each message beginning with the provider's own name.
 #include "ModuleFixture.h"
 
 using namespace Pegasus;
@@ -10,7 +10,7 @@ namespace {
 
 using ProviderBaseTest = ModuleFixture;
 
-TEST_F(ProviderBaseTest, ChangesAProviderDoesNotMakeAreRefusedInItsName)
+TEST_F(ProviderBaseTest, RefusedUsersAndChangesAProviderDoesNotMake)
 {
     // An object of each class, the namespace it lives in, the name its
     // provider's messages begin with, and whether the provider modifies.
@@ -42,6 +42,14 @@ TEST_F(ProviderBaseTest, ChangesAProviderDoesNotMakeAreRefusedInItsName)
         CIMInstance changed = server().getInstance(as("p1browse"), c.nameSpace, path, false, false,
                                                    false, CIMPropertyList());
         changed.setPath(path);
+        // Users the array does not know or has disabled read nothing.
+        for (const char* user : {"nobody", "p1locked"}) {
+            zartest::Paths none;
+            expectCIMError(CIM_ERR_ACCESS_DENIED, "Insufficient privilege for the user", [&] {
+                server().enumerateInstanceNames(as(user), c.nameSpace, c.cls, none);
+            });
+            EXPECT_EQ(0u, none.items.size());
+        }
         const std::string refused = std::string(c.name) + " does not support ";
         expectCIMError(CIM_ERR_NOT_SUPPORTED, refused + "createInstance.",
                        [&] { server().createInstance(as("p1browse"), c.nameSpace, changed); });
