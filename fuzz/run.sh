@@ -64,9 +64,10 @@ for t in "${targets[@]}"; do
   log="$work/$t.log"
   # New inputs go to the work folder; the seed corpus in the tree is only read.
   set +e
-  nice -n 10 "$bin" "${opts[@]}" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
-    -print_final_stats=1 -artifact_prefix="$work/artifacts/$t-" \
-    "$work/$t" "$here/corpus/$t" > "$log" 2>&1
+  LSAN_OPTIONS="suppressions=$here/../scripts/lsan.supp${LSAN_OPTIONS:+:$LSAN_OPTIONS}" \
+    nice -n 10 "$bin" "${opts[@]}" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+      -print_final_stats=1 -artifact_prefix="$work/artifacts/$t-" \
+      "$work/$t" "$here/corpus/$t" > "$log" 2>&1
   rc=$?
   set -e
   runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)

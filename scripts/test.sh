@@ -40,6 +40,7 @@ if [ "$sanitize" -eq 1 ]; then
   "$root/scripts/build.sh" "$root/build-asan" -DZAR_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug "${launcher[@]}"
   echo "== tests under sanitizers"
   ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1 \
+    LSAN_OPTIONS="suppressions=$root/scripts/lsan.supp" \
     ctest --test-dir "$root/build-asan" --output-on-failure -j "$jobs"
 fi
 
